@@ -1,0 +1,27 @@
+// Standard output and input beside a window.
+//
+// A line on standard output is also a sign of life of a long computation, and a wait for
+// standard input stops the program. At both moments the screen must show what has been drawn.
+// The display registers how; a program without a window registers nothing.
+#pragma once
+
+namespace torve {
+
+using ScreenService = void (*)();
+
+/// Registers what brings the screen up to date (and answers pending expose events); null for none.
+void set_screen_service(ScreenService service);
+
+/// Brings the screen up to date. Called at the progress lines of long computations.
+void serve_screen();
+
+/// Reads one byte of standard input, 0 to 255, after bringing the screen up to date; EOF at the
+/// end of input.
+[[nodiscard]] int read_console_char();
+
+/// What every program of ours does first: standard output line by line (readers behind a pipe see
+/// each line at once), SIGPIPE and SIGTTIN ignored (a closed pipe is a write error, a background
+/// read an end of input; neither stops the program).
+void set_up_console();
+
+}  // namespace torve

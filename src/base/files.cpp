@@ -1,0 +1,64 @@
+#include "base/files.hpp"
+
+#include <sys/stat.h>
+
+#include <array>
+#include <filesystem>
+#include <system_error>
+
+namespace torve {
+
+namespace {
+
+constexpr std::array<const char*, 3> directory_names = {"font", "fn2", "inc"};
+
+std::filesystem::path executable_directory() {
+  std::error_code error;
+  const std::filesystem::path self = std::filesystem::read_symlink("/proc/self/exe", error);
+  return error ? std::filesystem::path(".") : self.parent_path();
+}
+
+bool is_regular(std::FILE* file) {
+  struct stat info = {};
+  return fstat(fileno(file), &info) == 0 && S_ISREG(info.st_mode);
+}
+
+}  // namespace
+
+FilePtr open_file(const std::string& name, const char* mode) {
+  return FilePtr(std::fopen(name.c_str(), mode));
+}
+
+FilePtr open_regular_file(const std::string& name, const char* mode) {
+  // Asked before opening: opening a named pipe would already wait for a writer.
+  struct stat info = {};
+  if (stat(name.c_str(), &info) != 0 || !S_ISREG(info.st_mode)) return nullptr;
+  return open_file(name, mode);
+}
+
+std::string data_directory(DataKind kind) {
+  static const std::filesystem::path root =
+      (executable_directory() / "../share/torve").lexically_normal();
+  return (root / directory_names.at(static_cast<std::size_t>(kind)) / "").string();
+}
+
+FilePtr open_installed_file(const std::string& name, DataKind kind, const char* mode) {
+  const std::string path = data_directory(kind) + name;
+  FilePtr file = open_file(path, mode);
+  return file ? std::move(file) : open_file(path, "rb");
+}
+
+FilePtr open_data_file(const std::string& name, DataKind kind, const char* mode) {
+  FilePtr file = open_file(name, mode);
+  if (file && !is_regular(file.get())) file.reset();
+  return file ? std::move(file) : open_installed_file(name, kind, mode);
+}
+
+bool same_file(const std::string& a, const std::string& b) {
+  struct stat first = {};
+  struct stat second = {};
+  return stat(a.c_str(), &first) == 0 && stat(b.c_str(), &second) == 0 &&
+         first.st_dev == second.st_dev && first.st_ino == second.st_ino;
+}
+
+}  // namespace torve

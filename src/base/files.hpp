@@ -1,0 +1,44 @@
+// Opening files: the one place where it happens.
+//
+// Names are taken as given, relative to the working directory. The program's own files (fonts,
+// pictures, messages, templates) may be replaced by files of the same name in the working
+// directory and otherwise come from the data directory that belongs to the running executable.
+#pragma once
+
+#include <cstdio>
+#include <memory>
+#include <string>
+
+namespace torve {
+
+struct FileCloser {
+  void operator()(std::FILE* file) const { std::fclose(file); }
+};
+
+/// An open stream that closes itself; null when opening failed.
+using FilePtr = std::unique_ptr<std::FILE, FileCloser>;
+
+/// fopen.
+[[nodiscard]] FilePtr open_file(const std::string& name, const char* mode);
+
+/// fopen for reading, for regular files only (a directory or a device gives null, so that no
+/// reader can be made to read for ever).
+[[nodiscard]] FilePtr open_regular_file(const std::string& name, const char* mode);
+
+/// Sub-directories of the data directory.
+enum class DataKind { font, picture, include };
+
+/// "share/torve/font/", ".../fn2/" or ".../inc/" beside the running executable, with a final slash.
+[[nodiscard]] std::string data_directory(DataKind kind);
+
+/// Opens one of the program's own files: in the working directory with `mode`; if that fails, in
+/// the data directory with `mode`, and there also when the file can only be read.
+[[nodiscard]] FilePtr open_data_file(const std::string& name, DataKind kind, const char* mode);
+
+/// The second half of open_data_file alone: the data directory.
+[[nodiscard]] FilePtr open_installed_file(const std::string& name, DataKind kind, const char* mode);
+
+/// Whether both names lead to one existing file (same device and inode, also through links).
+[[nodiscard]] bool same_file(const std::string& a, const std::string& b);
+
+}  // namespace torve
