@@ -1,0 +1,67 @@
+// A file being written: nothing of it counts until one checked call says that all of it arrived.
+//
+// Where the name already leads to a file with content, that content stays until the new one is
+// complete: the text is written beside it and takes its place at the end. Symbolic links are
+// followed; permissions, and the other names of a file that has several, stay. A device or a pipe
+// is written directly.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdio>
+#include <string>
+#include <string_view>
+
+#include "base/files.hpp"
+
+namespace torve {
+
+class OutputFile {
+ public:
+  enum class Existing {
+    keep_until_finished,  // the old content is lost only to a complete new one
+    empty_at_once         // the old content is lost now, as fopen "wb" does
+  };
+
+  /// Creates the file or prepares to replace it; test the object for success.
+  explicit OutputFile(const std::string& name, Existing existing = Existing::keep_until_finished);
+  /// Without a successful finish(): old content is as it was, a new file is gone.
+  ~OutputFile();
+  OutputFile(const OutputFile&) = delete;
+  OutputFile& operator=(const OutputFile&) = delete;
+
+  /// Whether the file can be written to.
+  explicit operator bool() const { return stream_ != nullptr; }
+
+  void write(std::string_view bytes);
+
+  /// Room for `size` bytes, at most buffer_size, to be filled and then counted with advance().
+  [[nodiscard]] char* reserve(std::size_t size);
+  void advance(std::size_t size) { used_ += size; }
+
+  /// Completes the file and puts it in its place. On failure says "could not write NAME: REASON"
+  /// on standard output, undoes as the destructor does, and returns false. Ends the object's use.
+  [[nodiscard]] bool finish();
+
+  static constexpr std::size_t buffer_size = 1 << 14;
+
+ private:
+  enum class Placing { direct, rename, copy };
+
+  void open_beside(const std::string& target);
+  void flush();
+  bool place();
+  bool copy_into_target();
+  void discard();
+
+  std::string name_;
+  std::string target_;     // name_ with its links followed
+  std::string temporary_;  // what to remove when it comes to nothing; empty: nothing
+  Placing placing_ = Placing::direct;
+  FilePtr stream_;
+  int error_ = 0;  // errno of the first failed write
+  std::size_t used_ = 0;
+  std::array<char, buffer_size> buffer_;
+};
+
+}  // namespace torve
