@@ -8,11 +8,10 @@
 #include <cstdio>
 #include <exception>
 #include <filesystem>
-#include <fstream>
-#include <stdexcept>
 #include <string>
 
 #include "font_cells.hpp"
+#include "output.hpp"
 #include "pair_advances.hpp"
 #include "pcf_font.hpp"
 
@@ -22,25 +21,18 @@ using namespace torve;
 
 constexpr const char* debian_fonts = "/usr/share/fonts/X11/misc";
 
-void write_file(const std::filesystem::path& path, const std::string& bytes) {
-  std::ofstream out(path, std::ios::binary);
-  out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-  out.close();
-  if (!out) throw std::runtime_error("cannot write " + path.string());
-}
-
 void write_glyphs(const std::filesystem::path& path, const FontCells& cells) {
   std::string bytes = {static_cast<char>(cell_rows), static_cast<char>(font_glyphs)};
   for (const Cell& cell : cells)
     bytes.append(cell.begin(), cell.end());
-  write_file(path, bytes);
+  write_whole_file(path, bytes);
 }
 
 void write_proportional(const std::filesystem::path& directory, const std::string& name,
                         const FontCells& cells) {
   write_glyphs(directory / (name + ".dat"), cells);
   const PairAdvances advances = pair_advances(cells);
-  write_file(directory / (name + ".dis"), std::string(advances.begin(), advances.end()));
+  write_whole_file(directory / (name + ".dis"), std::string(advances.begin(), advances.end()));
 }
 
 void make_fonts(const std::filesystem::path& directory, const std::string& source) {

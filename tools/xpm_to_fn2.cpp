@@ -9,6 +9,7 @@
 #include <stdexcept>
 #include <string>
 
+#include "output.hpp"
 #include "xpm.hpp"
 
 namespace {
@@ -19,13 +20,6 @@ std::string read_text(const std::string& path) {
   return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
 }
 
-void write_bytes(const std::string& path, const std::string& bytes) {
-  std::ofstream out(path, std::ios::binary);
-  out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-  out.close();
-  if (!out) throw std::runtime_error("cannot write " + path);
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -34,7 +28,7 @@ int main(int argc, char** argv) {
     return 2;
   }
   try {
-    write_bytes(argv[2], torve::fn2_bytes(torve::parse_xpm(read_text(argv[1]))));
+    torve::write_whole_file(argv[2], torve::fn2_bytes(torve::parse_xpm(read_text(argv[1]))));
   } catch (const std::exception& error) {
     std::fprintf(stderr, "xpm_to_fn2: %s: %s\n", argv[1], error.what());
     return 1;
