@@ -1,9 +1,8 @@
 #include "base/files.hpp"
 
-#include <sys/stat.h>
-
 #include <array>
 #include <filesystem>
+#include <sys/stat.h>
 #include <system_error>
 
 namespace torve {

@@ -1,0 +1,44 @@
+// What the display room needs of a window system, as a table of procedures.
+//
+// The X11 files fill it in; without a window there is none, drawing then stays in the image and
+// getch reads standard input. Tests register one of their own to play events.
+#pragma once
+
+#include <cstdint>
+
+#include "base/rect.hpp"
+
+namespace torve {
+
+struct InputEvent {
+  enum class Type { none, key, press, release, motion, expose, resize, close, other };
+
+  Type type = Type::none;
+  int button = 0;             // press and release: 1 left, 2 middle, 3 right, above 3 the wheel
+  int x = 0, y = 0;           // press, release, motion: position in the window, pixels
+  std::uint32_t time = 0;     // the server's clock at key, press, release and motion, milliseconds
+  int width = 0, height = 0;  // resize: the window's new size, pixels
+  char characters[20] = {};   // key: what the key stands for, Latin-1
+  int character_count = 0;    // key: how many characters, 0 for keys that give none
+  unsigned long keysym = 0;   // key: its X name
+  bool is_modifier = false;   // key: Shift, Control and their like alone
+};
+
+struct DisplayBackend {
+  /// Waits for the next event.
+  void (*wait_event)(InputEvent& event);
+  /// Whether an event can be had without waiting.
+  bool (*event_pending)();
+  /// Removes every waiting event of the type and nothing else; whether there was one.
+  bool (*drop_events)(InputEvent::Type type);
+  /// Shows the pixels of the screen image in `rect` (not empty, inside the screen).
+  void (*push)(const Rect& rect);
+};
+
+/// The table in force; null without a window.
+[[nodiscard]] const DisplayBackend* display_backend();
+
+/// `backend` (null for none) must stay alive until it is replaced.
+void set_display_backend(const DisplayBackend* backend);
+
+}  // namespace torve

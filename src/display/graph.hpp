@@ -1,0 +1,17 @@
+// The one window of the program: opening and closing it.
+#pragma once
+
+namespace torve {
+
+/// Opens the display and the 800 x 600 window "TORVE application", creates the screen image and
+/// the colours 0 to 20, sets the drawing state to its start values, maps the window and returns
+/// when it has been exposed for the first time. Nothing is drawn. The process ends with status
+/// 255 after "X not started\n" (no display, or none that shows 24-bit true colour) or
+/// "cannot open font\n" (the server lacks "9x15"). The arguments are those of main.
+void initgraph(int argc, char** argv);
+
+/// Shows what is left to show, then releases all that initgraph took; returns 0. May be called
+/// again: then there is nothing to do.
+int endgraph();
+
+}  // namespace torve

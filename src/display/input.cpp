@@ -1,0 +1,189 @@
+#include "display/input.hpp"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdio>
+#include <cstring>
+
+#include "base/console.hpp"
+#include "display/screen_image.hpp"
+#include "display/screen_state.hpp"
+
+namespace torve {
+
+int buttons, X, Y, oldX, oldY;
+int cur_button;
+int mouse_off;
+int X1mouse, Y1mouse, X2mouse, Y2mouse;
+char keybuffer[20];
+int charcount;
+unsigned long keysym;
+InputEvent report;
+
+namespace {
+
+constexpr int clamp_margin = 5;       // rows at the bottom that the start clamp leaves out
+constexpr int last_mouse_button = 3;  // above it: the wheel
+constexpr int delay_count = 10'000;
+
+const DisplayBackend* backend = nullptr;
+void (*close_handler)() = nullptr;
+
+[[maybe_unused]] const bool initialised = (reset_input(), true);
+
+bool from_mouse(const InputEvent& event) {
+  using Type = InputEvent::Type;
+  if (event.type == Type::press || event.type == Type::release) {
+    return event.button <= last_mouse_button;
+  }
+  return event.type == Type::motion;
+}
+
+int button_number(const InputEvent& event) {
+  return event.button == 3 ? 2 : event.button;
+}
+
+void note_key(const InputEvent& event) {
+  std::memcpy(keybuffer, event.characters, sizeof keybuffer);
+  charcount = event.character_count;
+  keysym = event.keysym;
+}
+
+// What an event means whoever is reading: the picture, the window's size, the wish to close.
+void handle_window_event(const InputEvent& event) {
+  switch (event.type) {
+    case InputEvent::Type::expose:
+      backend->drop_events(InputEvent::Type::expose);
+      mark_dirty(whole_screen);
+      break;
+    case InputEvent::Type::resize:
+      window_width = event.width;
+      window_height = event.height;
+      break;
+    case InputEvent::Type::close:
+      if (close_handler != nullptr) close_handler();
+      break;
+    default:
+      break;
+  }
+}
+
+// Waits for the next event. While more of them are waiting the picture may change again, so it is
+// shown only when there is nothing left to handle.
+void next_event() {
+  if (!backend->event_pending()) present();
+  backend->wait_event(report);
+  handle_window_event(report);
+}
+
+void clamp_position(int& x, int& y) {
+  x = std::max(X1mouse, std::min(report.x, X2mouse));
+  y = std::max(Y1mouse, std::min(report.y, Y2mouse));
+}
+
+void forget_report() {
+  report.type = InputEvent::Type::none;
+}
+
+}  // namespace
+
+const DisplayBackend* display_backend() {
+  return backend;
+}
+
+void set_display_backend(const DisplayBackend* replacement) {
+  backend = replacement;
+}
+
+void reset_input() {
+  buttons = X = Y = oldX = oldY = 0;
+  cur_button = 0;
+  mouse_off = 0;
+  setmouselim(0, 0, screen_width - 1, screen_height - 1 - clamp_margin);
+  std::memset(keybuffer, 0, sizeof keybuffer);
+  charcount = 0;
+  keysym = 0;
+  report = {};
+  close_handler = nullptr;
+}
+
+void set_close_handler(void (*handler)()) {
+  close_handler = handler;
+}
+
+int readmouse(int* button, int* x, int* y) {
+  *button = cur_button;
+  if (backend == nullptr) return 0;
+  next_event();
+  if (report.type == InputEvent::Type::key) note_key(report);
+  if (!from_mouse(report)) return 0;
+  clamp_position(*x, *y);
+  if (report.type != InputEvent::Type::motion) {
+    const bool pressed = report.type == InputEvent::Type::press;
+    cur_button = pressed ? button_number(report) : 0;
+    oldX = *x;
+    oldY = *y;
+    if (pressed) flush_mouse();
+  }
+  *button = cur_button;
+  return 0;
+}
+
+int getch() {
+  if (backend == nullptr) return std::max(0, read_console_char());
+  for (;;) {
+    next_event();
+    if (report.type == InputEvent::Type::release && from_mouse(report)) cur_button = 0;
+    if (report.type == InputEvent::Type::key && !report.is_modifier) break;
+  }
+  note_key(report);
+  flush_key();
+  return keybuffer[0];
+}
+
+void serve_expose_events() {
+  if (backend == nullptr) return;
+  // Only the picture is looked after: presses and keys keep their place in the queue.
+  if (backend->drop_events(InputEvent::Type::expose)) mark_dirty(whole_screen);
+  present();
+}
+
+int kbhit() {
+  return 0;
+}
+
+void flush_mouse() {
+  if (backend != nullptr) backend->drop_events(InputEvent::Type::press);
+  forget_report();
+}
+
+void flush_key() {
+  if (backend != nullptr) backend->drop_events(InputEvent::Type::key);
+  forget_report();
+}
+
+void delay(int n) {
+  present();
+  for (int round = 0; round < n; ++round) {
+    volatile std::uint16_t counter = 0;
+    while (counter < delay_count)
+      counter = static_cast<std::uint16_t>(counter + 1);
+  }
+}
+
+void showmouse() {
+  mouse_off = 0;
+}
+
+void hidemouse() {
+  mouse_off = 1;
+}
+
+void setmouselim(int x1, int y1, int x2, int y2) {
+  X1mouse = x1;
+  Y1mouse = y1;
+  X2mouse = x2;
+  Y2mouse = y2;
+}
+
+}  // namespace torve

@@ -1,0 +1,81 @@
+// Mouse and keyboard.
+//
+// Everything arrives as events of the display backend, one at a time, and the screen is brought
+// up to date before each wait. A press is reported once, then a stream of motions with the same
+// button while it is held, then a release with button 0. One event record serves all readers.
+#pragma once
+
+#include "display/backend.hpp"
+
+namespace torve {
+
+// State.
+extern int buttons;           // button of the event handled last: 1 left, 2 middle or right, 0
+extern int X, Y;              // pointer position of that event, pixels, inside the clamp
+extern int oldX, oldY;        // position of the last press or release
+extern int cur_button;        // button held since the last press, 0 when none
+extern int mouse_off;         // 1 while the pointer is hidden during a press
+extern int X1mouse, Y1mouse;  // clamp of reported positions, upper left; setmouselim writes it
+extern int X2mouse, Y2mouse;  // lower right, inclusive
+extern char keybuffer[20];    // characters of the last key press
+extern int charcount;         // how many they are
+extern unsigned long keysym;  // X name of the last key pressed
+extern InputEvent report;     // the event read last
+
+/// Every variable above to its start value, and no close handler.
+void reset_input();
+
+/// What a request to close the window does, whoever reads it.
+void set_close_handler(void (*handler)());
+
+/// Waits for the next event and handles it; returns 0. A press, release or motion sets the three
+/// outputs; any other event sets `*button` to the button that is still held and leaves the
+/// position. The wheel is ignored.
+int readmouse(int* button, int* x, int* y);
+
+/// Waits for a key press and returns its first character, 0 for keys that give none. Mouse events
+/// that arrive meanwhile are lost to the caller (a release still ends the held button), keys typed
+/// ahead are dropped, modifier keys alone are skipped. Without a window: one byte of standard
+/// input, 0 at its end.
+int getch();
+
+/// Handles what has arrived without waiting for more: repaints after expose events, notes a new
+/// window size, leaves presses and keys for later. Long computations call it at progress lines.
+void serve_expose_events();
+
+/// Always 0: no key is ever reported as waiting.
+int kbhit();
+
+/// Removes waiting press events, or waiting key events.
+void flush_mouse();
+void flush_key();
+
+/// Shows what has been drawn, then counts n times to 10,000 without sleeping (about 2 ms for
+/// n = 100) or reading events.
+void delay(int n);
+
+void showmouse();
+void hidemouse();
+/// Sets the clamp of reported positions: x1 <= x <= x2, y1 <= y <= y2, pixels.
+void setmouselim(int x1, int y1, int x2, int y2);
+
+// The pointer's shape and place never change; the names say what callers mean.
+inline void setmouseshape(int) {}
+inline void DefaultCursor() {
+  setmouseshape(0);
+}
+inline void Arrow4Cursor() {
+  setmouseshape(1);
+}
+inline void ArrowHorCursor() {
+  setmouseshape(2);
+}
+inline void ArrowVerCursor() {
+  setmouseshape(3);
+}
+inline void setmouse(int, int) {}
+inline void resetmouse() {}
+inline void sound(int) {}
+inline void nosound() {}
+
+}  // namespace torve

@@ -1,0 +1,24 @@
+// The drawing state that all rooms share: limits, text cursor, default colours.
+#pragma once
+
+namespace torve {
+
+// State. Start values are those of reset_screen_state().
+extern int X__max, Y__max;        // last column and row of the drawing surface: 799, 599
+extern int X1_min, Y1_min;        // upper left corner of the current drawing area, pixels
+extern int X1_max, Y1_max;        // its lower right corner; written by whoever draws in an area
+extern int xxmin, yymin;          // upper left corner of the area open to figures, pixels
+extern int xxmax, yymax;          // its lower right corner
+extern int xkoord, ykoord;        // text cursor: where the next text's upper left corner goes
+extern int bgcol, fgcol, fg1col;  // colour numbers: text background, text, second text colour
+extern int lineLen;               // characters on a line of text
+extern int gplanes;               // planes that the picture routines work with
+extern int nocolor;               // the colour number that means: leave the background
+extern int pensize;               // width of figure strokes, 0 for a single pixel
+extern int term;                  // 1: text and messages go to standard output; 2: to the screen
+extern int window_width, window_height;  // the window's size, pixels; written by resize events
+
+/// Every variable above to its start value.
+void reset_screen_state();
+
+}  // namespace torve

@@ -1,0 +1,136 @@
+#include <algorithm>
+#include <cstring>
+
+#include <X11/Xlib.h>
+#include <X11/Xutil.h>
+#include <X11/keysym.h>
+
+#include "display/screen_image.hpp"
+#include "display/x11_state.hpp"
+
+namespace torve {
+
+namespace {
+
+using Type = InputEvent::Type;
+
+void translate_key(XKeyEvent& key, InputEvent& event) {
+  KeySym symbol = NoSymbol;
+  event.character_count =
+      std::max(0, XLookupString(&key, event.characters, sizeof event.characters, &symbol, nullptr));
+  event.keysym = symbol;
+  event.is_modifier = IsModifierKey(symbol);
+  event.time = static_cast<std::uint32_t>(key.time);
+}
+
+template <typename XPointerEvent>
+void translate_position(const XPointerEvent& pointer, InputEvent& event) {
+  event.x = pointer.x;
+  event.y = pointer.y;
+  event.time = static_cast<std::uint32_t>(pointer.time);
+}
+
+void translate_button(const XButtonEvent& button, InputEvent& event) {
+  translate_position(button, event);
+  event.button = static_cast<int>(button.button);
+}
+
+bool is_protocol(const XClientMessageEvent& message, Atom protocol) {
+  return message.message_type == window_protocols.protocols && message.format == 32 &&
+         static_cast<Atom>(message.data.l[0]) == protocol;
+}
+
+// The answer says: everything before the ping has been handled and is on the screen.
+void answer_ping(XEvent& ping) {
+  present();
+  const Window root = RootWindow(display, screen);
+  ping.xclient.window = root;
+  XSendEvent(display, root, False, SubstructureNotifyMask | SubstructureRedirectMask, &ping);
+  XFlush(display);
+}
+
+Type type_of(const XEvent& x_event) {
+  switch (x_event.type) {
+    case KeyPress:
+      return Type::key;
+    case ButtonPress:
+      return Type::press;
+    case ButtonRelease:
+      return Type::release;
+    case MotionNotify:
+      return Type::motion;
+    case Expose:
+      return Type::expose;
+    case ConfigureNotify:
+      return Type::resize;
+    case ClientMessage:
+      return is_protocol(x_event.xclient, window_protocols.delete_window) ? Type::close
+                                                                          : Type::other;
+    default:
+      return Type::other;
+  }
+}
+
+void translate(XEvent& x_event, InputEvent& event) {
+  event = {};
+  event.type = type_of(x_event);
+  switch (event.type) {
+    case Type::key:
+      translate_key(x_event.xkey, event);
+      break;
+    case Type::press:
+    case Type::release:
+      translate_button(x_event.xbutton, event);
+      break;
+    case Type::motion:
+      translate_position(x_event.xmotion, event);
+      break;
+    case Type::resize:
+      event.width = x_event.xconfigure.width;
+      event.height = x_event.xconfigure.height;
+      break;
+    default:
+      break;
+  }
+}
+
+int x_type_of(Type type) {
+  switch (type) {
+    case Type::key:
+      return KeyPress;
+    case Type::press:
+      return ButtonPress;
+    case Type::expose:
+      return Expose;
+    default:
+      return 0;
+  }
+}
+
+}  // namespace
+
+void wait_x11_event(InputEvent& event) {
+  XEvent x_event;
+  for (;;) {
+    XNextEvent(display, &x_event);
+    if (x_event.type == MappingNotify) XRefreshKeyboardMapping(&x_event.xmapping);
+    if (x_event.type != ClientMessage || !is_protocol(x_event.xclient, window_protocols.ping))
+      break;
+    answer_ping(x_event);
+  }
+  translate(x_event, event);
+}
+
+bool x11_event_pending() {
+  return XPending(display) > 0;
+}
+
+bool drop_x11_events(Type type) {
+  bool any = false;
+  XEvent ignored;
+  while (XCheckTypedEvent(display, x_type_of(type), &ignored) == True)
+    any = true;
+  return any;
+}
+
+}  // namespace torve

@@ -1,0 +1,205 @@
+#include <cstdio>
+#include <cstdlib>
+#include <iterator>
+#include <unistd.h>
+
+#include <X11/Xatom.h>
+#include <X11/Xlib.h>
+#include <X11/Xutil.h>
+
+#include "display/colours.hpp"
+#include "display/graph.hpp"
+#include "display/input.hpp"
+#include "display/screen_image.hpp"
+#include "display/screen_state.hpp"
+#include "display/window_icon.hpp"
+#include "display/x11_state.hpp"
+
+namespace torve {
+
+Display* display = nullptr;
+int screen = 0;
+Window win = 0;
+GC gc = nullptr;
+Colormap colormap = 0;
+WindowProtocols window_protocols;
+
+namespace {
+
+constexpr int window_border = 4;  // pixels
+constexpr const char* window_name = "TORVE application";
+constexpr const char* icon_name = "basicwin";
+constexpr const char* server_font = "9x15";
+constexpr long event_mask = KeyPressMask | ButtonPressMask | ButtonReleaseMask | ButtonMotionMask |
+                            ExposureMask | StructureNotifyMask;
+
+XFontStruct* font_info = nullptr;
+XSizeHints size_hints;
+bool own_colormap = false;
+
+constexpr DisplayBackend x11_backend = {
+    .wait_event = wait_x11_event,
+    .event_pending = x11_event_pending,
+    .drop_events = drop_x11_events,
+    .push = push_to_x11,
+};
+
+[[noreturn]] void give_up(const char* reason) {
+  std::fputs(reason, stdout);
+  std::fflush(stdout);
+  std::exit(-1);
+}
+
+bool shows_our_pixels(const Visual* visual) {
+  return visual->red_mask == 0xFF0000 && visual->green_mask == 0xFF00 && visual->blue_mask == 0xFF;
+}
+
+// A visual whose pixel values are 0xRRGGBB: the screen's own if it is one, else any other.
+Visual* find_visual() {
+  Visual* visual = DefaultVisual(display, screen);
+  if (DefaultDepth(display, screen) == screen_planes && visual->c_class == TrueColor &&
+      shows_our_pixels(visual)) {
+    colormap = DefaultColormap(display, screen);
+    return visual;
+  }
+  XVisualInfo info;
+  if (XMatchVisualInfo(display, screen, screen_planes, TrueColor, &info) == 0 ||
+      !shows_our_pixels(info.visual)) {
+    return nullptr;
+  }
+  colormap = XCreateColormap(display, RootWindow(display, screen), info.visual, AllocNone);
+  own_colormap = true;
+  return info.visual;
+}
+
+void create_window(Visual* visual) {
+  XSetWindowAttributes attributes = {};
+  attributes.background_pixel = WhitePixel(display, screen);
+  attributes.border_pixel = BlackPixel(display, screen);
+  attributes.colormap = colormap;
+  // A visual that is not the screen's own needs a background that exists in it.
+  if (own_colormap) attributes.background_pixel = 0xFFFFFF;
+  win = XCreateWindow(display, RootWindow(display, screen), 0, 0, screen_width, screen_height,
+                      window_border, screen_planes, InputOutput, visual,
+                      CWBackPixel | CWBorderPixel | CWColormap, &attributes);
+}
+
+void name_window(int argc, char** argv) {
+  const Pixmap icon =
+      XCreateBitmapFromData(display, win, reinterpret_cast<const char*>(bunny_bits.data()),
+                            window_icon_size, window_icon_size);
+  size_hints = {};
+  size_hints.flags = PPosition | PSize | PMinSize;
+  size_hints.width = size_hints.min_width = screen_width;
+  size_hints.height = size_hints.min_height = screen_height;
+  XSetStandardProperties(display, win, window_name, icon_name, icon, argv, argc, &size_hints);
+
+  char instance[] = "torve";
+  char application[] = "Torve";
+  XClassHint class_hint = {instance, application};
+  XSetClassHint(display, win, &class_hint);
+
+  const Atom utf8 = XInternAtom(display, "UTF8_STRING", False);
+  XChangeProperty(display, win, XInternAtom(display, "_NET_WM_NAME", False), utf8, 8,
+                  PropModeReplace, reinterpret_cast<const unsigned char*>(window_name),
+                  static_cast<int>(std::char_traits<char>::length(window_name)));
+}
+
+// Who we are and what we answer, so that a window manager can close the window or notice that it
+// no longer answers.
+void join_protocols() {
+  long process = getpid();  // format 32 means C longs
+  XChangeProperty(display, win, XInternAtom(display, "_NET_WM_PID", False), XA_CARDINAL, 32,
+                  PropModeReplace, reinterpret_cast<const unsigned char*>(&process), 1);
+  char host[256] = {};
+  if (gethostname(host, sizeof host - 1) == 0) {
+    char* list = host;
+    XTextProperty property;
+    if (XStringListToTextProperty(&list, 1, &property) != 0) {
+      XSetWMClientMachine(display, win, &property);
+      XFree(property.value);
+    }
+  }
+  window_protocols.protocols = XInternAtom(display, "WM_PROTOCOLS", False);
+  window_protocols.delete_window = XInternAtom(display, "WM_DELETE_WINDOW", False);
+  window_protocols.ping = XInternAtom(display, "_NET_WM_PING", False);
+  Atom offered[] = {window_protocols.delete_window, window_protocols.ping};
+  XSetWMProtocols(display, win, offered, static_cast<int>(std::size(offered)));
+}
+
+void load_font(XFontStruct** info) {
+  *info = XLoadQueryFont(display, server_font);
+  if (*info == nullptr) give_up("cannot open font\n");
+}
+
+void get_GC(Window window, GC* context, const XFontStruct* info) {
+  constexpr int line_width = 6;
+  constexpr char dashes[] = {12, 24};
+  *context = XCreateGC(display, window, 0, nullptr);
+  XSetFont(display, *context, info->fid);
+  XSetForeground(display, *context, BlackPixel(display, screen));
+  XSetLineAttributes(display, *context, line_width, LineOnOffDash, CapRound, JoinRound);
+  XSetDashes(display, *context, 0, dashes, static_cast<int>(std::size(dashes)));
+}
+
+bool allocate_x11_colour(ColourRecord& record) {
+  XColor colour = {};
+  colour.red = record.red;
+  colour.green = record.green;
+  colour.blue = record.blue;
+  colour.flags = DoRed | DoGreen | DoBlue;
+  if (XAllocColor(display, colormap, &colour) == 0) return false;
+  record = {static_cast<std::uint32_t>(colour.pixel), colour.red, colour.green, colour.blue};
+  return true;
+}
+
+void wait_until_exposed() {
+  InputEvent event;
+  do {
+    wait_x11_event(event);
+  } while (event.type != InputEvent::Type::expose);
+  drop_x11_events(InputEvent::Type::expose);
+}
+
+}  // namespace
+
+void initgraph(int argc, char** argv) {
+  gplanes = screen_planes;
+  display = XOpenDisplay(nullptr);
+  if (display == nullptr) give_up("X not started\n");
+  screen = DefaultScreen(display);
+  Visual* visual = find_visual();
+  if (visual == nullptr) give_up("X not started\n");
+  if (!create_screen_image()) give_up("no memory for the screen image\n");
+  create_x11_images(visual, screen_planes);
+  create_window(visual);
+  name_window(argc, argv);
+  join_protocols();
+  XSelectInput(display, win, event_mask);
+  load_font(&font_info);
+  get_GC(win, &gc, font_info);
+  allocate_colours(allocate_x11_colour);
+  reset_screen_state();
+  reset_input();
+  XMapWindow(display, win);
+  wait_until_exposed();
+  set_display_backend(&x11_backend);
+}
+
+int endgraph() {
+  if (display == nullptr) return 0;
+  present();
+  set_display_backend(nullptr);
+  XFreeFont(display, font_info);
+  XFreeGC(display, gc);
+  destroy_x11_images();
+  XCloseDisplay(display);
+  display = nullptr;
+  font_info = nullptr;
+  gc = nullptr;
+  win = 0;
+  release_screen_image();
+  return 0;
+}
+
+}  // namespace torve

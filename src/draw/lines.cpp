@@ -1,0 +1,66 @@
+#include "draw/lines.hpp"
+
+#include <algorithm>
+#include <cstdint>
+
+#include "base/rect.hpp"
+#include "display/colours.hpp"
+#include "display/screen_image.hpp"
+#include "display/screen_state.hpp"
+#include "draw/pixels.hpp"
+#include "draw/rectangles.hpp"
+#include "eps/eps_stream.hpp"
+
+namespace torve {
+
+namespace {
+
+using Wide = std::int64_t;  // differences and products of any two ints
+
+// `steps` from `first` to `last`, cut to the screen; the other coordinate follows from the slope.
+template <typename PlotAt>
+void walk(int first, int last, int limit, PlotAt plot_at) {
+  for (int at = std::max(first, 0); at <= std::min(last, limit - 1); ++at)
+    plot_at(at);
+}
+
+int on_slope(Wide distance, Wide rise, Wide run, int origin) {
+  const Wide position = distance * rise / run + origin;
+  return static_cast<int>(std::clamp<Wide>(position, -1, screen_width));
+}
+
+}  // namespace
+
+void draw_line(int x1, int y1, int x2, int y2, int colour, int target) {
+  if (target == target_screen) {
+    draw_line1(x1, y1, x2, y2, colour);
+  } else {
+    write_eps_segment(x1, y1, x2, y2, Y1_max - Y1_min);
+  }
+}
+
+void draw_line1(int x1, int y1, int x2, int y2, int colour) {
+  const auto [left, right] = std::minmax(x1, x2);
+  const auto [top, bottom] = std::minmax(y1, y2);
+  // Cut to the screen first, which also keeps the exclusive far edge inside the range of int.
+  const Rect box = {std::max(left, 0), std::max(top, 0), std::min(right, screen_width - 1) + 1,
+                    std::min(bottom, screen_height - 1) + 1};
+  if (box.empty()) return;
+  const std::uint32_t pixel = colour_pixel(colour);
+  mark_dirty(box);
+  if (left == right || top == bottom) {
+    fillbox3(box.x1, box.y1, box.width(), box.height(), pixel);
+    return;
+  }
+  const Wide dx = Wide{x2} - x1;
+  const Wide dy = Wide{y2} - y1;
+  if (Wide{bottom} - top > Wide{right} - left) {
+    walk(top, bottom, screen_height,
+         [&](int y) { drawpixel2c(on_slope(Wide{y} - y1, dx, dy, x1), y, pixel); });
+  } else {
+    walk(left, right, screen_width,
+         [&](int x) { drawpixel2c(x, on_slope(Wide{x} - x1, dy, dx, y1), pixel); });
+  }
+}
+
+}  // namespace torve

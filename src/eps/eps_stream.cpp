@@ -1,0 +1,91 @@
+#include "eps/eps_stream.hpp"
+
+#include <cstring>
+#include <utility>
+
+namespace torve {
+
+FilePtr outstream;
+
+namespace {
+
+constexpr const char* default_template = "psexampl.dat";
+constexpr const char* end_of_setup = "%%End_Setup";
+constexpr int line_limit = 100;  // bytes a line of the template is read with
+
+bool copy_line(std::FILE* from, char (&line)[line_limit]) {
+  return std::fgets(line, line_limit, from) != nullptr && std::fputs(line, outstream.get()) >= 0;
+}
+
+// A line longer than the limit comes in pieces; only its first piece starts the line.
+bool ends_line(const char* piece) {
+  return std::strchr(piece, '\n') != nullptr;
+}
+
+bool copy_head(std::FILE* from) {
+  char line[line_limit];
+  bool at_line_start = true;
+  while (copy_line(from, line)) {
+    const bool found =
+        at_line_start && std::strncmp(line, end_of_setup, std::strlen(end_of_setup)) == 0;
+    at_line_start = ends_line(line);
+    if (!found) continue;
+    while (!at_line_start && copy_line(from, line))
+      at_line_start = ends_line(line);
+    return copy_line(from, line);
+  }
+  return false;
+}
+
+FilePtr open_template(const std::string& name) {
+  FilePtr file = open_regular_file(name, "rb");
+  return file ? std::move(file) : open_installed_file(default_template, DataKind::include, "rb");
+}
+
+}  // namespace
+
+FilePtr open_eps(const std::string& output, const std::string& template_name) {
+  FilePtr template_file = open_template(template_name);
+  if (!template_file) return nullptr;
+  outstream = open_file(output, "wb+");
+  if (!outstream) return nullptr;
+  if (!copy_head(template_file.get())) {
+    outstream.reset();
+    std::remove(output.c_str());
+    return nullptr;
+  }
+  return template_file;
+}
+
+int close_eps(FilePtr template_file) {
+  if (!outstream) return 1;
+  char line[line_limit];
+  if (template_file) {
+    while (copy_line(template_file.get(), line)) {
+    }
+  }
+  const bool written = std::ferror(outstream.get()) == 0;
+  const bool closed = std::fclose(outstream.release()) == 0;
+  return written && closed ? 0 : 1;
+}
+
+void write_eps_segment(int x1, int y1, int x2, int y2, int area_height) {
+  if (!outstream) return;
+  std::fprintf(outstream.get(), "Or moveto %d CX %d CX rmoveto %d CX %d CX rlineto stroke\n", x1,
+               area_height - y1, x2 - x1, y1 - y2);
+}
+
+void write_eps_label(int font, int x, int y, int area_height, int line_height, const char* text) {
+  if (!outstream) return;
+  const char* face = font == 35 ? "Symbol" : "Times-Roman";
+  const int size = font == 6 ? 12 : 10;
+  std::fprintf(outstream.get(),
+               "Or moveto %d CX %d CX rmoveto /%s findfont %d CX scalefont setfont (%s) show\n", x,
+               area_height - y - line_height / 2, face, size, text);
+}
+
+std::string strip_off_ending(const std::string& name) {
+  return name.substr(0, name.rfind('.'));
+}
+
+}  // namespace torve

@@ -1,0 +1,40 @@
+// The EPS file that is being written, and the lines that go into it.
+//
+// A template supplies everything but the drawing: its head (up to and including the line that
+// starts with "%%End_Setup", and one line more) goes in front, its tail behind. The template
+// defines `Or`, the page position of the plot's origin, and `CX`, screen pixels to page units.
+// Screen rows grow downwards, the page upwards. Colours and line widths are the template's.
+#pragma once
+
+#include <cstdio>
+#include <string>
+
+#include "base/files.hpp"
+
+namespace torve {
+
+// State: set between open_eps and close_eps, null otherwise.
+extern FilePtr outstream;
+
+/// Opens the template (in the working directory, else "psexampl.dat" of the data directory),
+/// creates the output and copies the head. Returns the template, positioned behind its head, or
+/// null when the template or the output cannot be opened or the template has no end of set-up;
+/// no output is left then.
+[[nodiscard]] FilePtr open_eps(const std::string& output, const std::string& template_name);
+
+/// Copies the tail and closes both files. Returns 0, or 1 when something could not be written.
+int close_eps(FilePtr template_file);
+
+/// One segment between two screen positions, pixels; `area_height` is that of the drawing area
+/// (Y1_max - Y1_min). Nothing when no output is open.
+void write_eps_segment(int x1, int y1, int x2, int y2, int area_height);
+
+/// A label whose upper left corner is the screen position (x, y), pixels, in a line `line_height`
+/// pixels high. Font 6 is written in 12 pixels, any other in 10, font 35 in Greek letters.
+/// The text goes in as it stands: parentheses and backslashes keep their meaning there.
+void write_eps_label(int font, int x, int y, int area_height, int line_height, const char* text);
+
+/// Cuts a file name at its last '.'; a name without one stays as it is.
+[[nodiscard]] std::string strip_off_ending(const std::string& name);
+
+}  // namespace torve
