@@ -32,8 +32,8 @@ int end_column(std::uint8_t row) {
   return 8 - std::countr_zero(row);
 }
 
-/// Whether the ink of `right`, placed `advance` pixels after `left`, stays a clear column away in
-/// every row and does not touch a neighbour diagonally.
+/// Whether the ink of `right`, placed `advance` pixels after `left`, stays two clear columns away
+/// in every row and one from its diagonal neighbours.
 bool keeps_clear(const Cell& left, const Cell& right, int advance) {
   for (int y = 0; y < cell_rows; ++y) {
     const std::uint8_t ink = left[static_cast<std::size_t>(y)];

@@ -94,6 +94,7 @@ TEST(fonts, letters_close_up_only_where_their_shapes_allow) {
   EXPECT_EQ(advance(table, upper('T'), lower('o')), 5) << "the o goes under the arm of the T";
   EXPECT_EQ(advance(table, upper('H'), upper('H')), 6) << "stem beside stem";
   EXPECT_EQ(advance(table, lower('i'), lower('l')), 4);
+  EXPECT_EQ(advance(table, lower('f'), lower('f')), 6) << "one clear column in a row is too tight";
   for (int first = 1; first < 26; ++first) {
     const int ink = ink_end(labels()[static_cast<std::size_t>('a' + first)]);
     for (int second = 0; second < pair_classes; ++second) {
