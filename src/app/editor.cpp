@@ -1,0 +1,95 @@
+#include "app/editor.hpp"
+
+#include <array>
+#include <string>
+
+#include "app/icon_bar.hpp"
+#include "app/jump_table.hpp"
+#include "app/main_loop.hpp"
+#include "app/plot/plot_panes.hpp"
+#include "base/files.hpp"
+#include "display/input.hpp"
+#include "display/screen_state.hpp"
+#include "draw/rectangles.hpp"
+#include "pool/pool.hpp"
+#include "text/fonts.hpp"
+#include "text/text_output.hpp"
+
+namespace torve {
+
+namespace {
+
+constexpr int pool_bytes_per_row = 1200;  // of the block for backgrounds, per row of a text line
+constexpr int diagram_right = 680;        // first column outside the area open to figures
+constexpr double start_xsc = 0.02;
+
+struct StartPlot {
+  const char* file;
+  int start;
+};
+
+// The second microphone heard the bell 1544 samples after the first: the shift lines them up.
+constexpr std::array<StartPlot, pane_count> start_plots = {{
+    {.file = "bhld1.res", .start = 0},
+    {.file = "bhld2.res", .start = -1544},
+    {.file = "compar3.res", .start = 0},
+}};
+
+void clear_canvas() {
+  nocolor = 15;
+  pensize = 0;
+  xxmin = yymin = 0;
+  xxmax = diagram_right;
+  yymax = Y__max;
+  clearwin(0, 0, X__max + 1, Y__max + 1, nocolor);
+}
+
+using StartFiles = std::array<FilePtr, pane_count>;
+
+bool open_start_files(StartFiles& files) {
+  bool all = true;
+  for (int pane = 0; pane < pane_count; ++pane) {
+    const StartPlot& plot = start_plots.at(static_cast<std::size_t>(pane));
+    set_pane_name(pane, plot.file);
+    FilePtr& file = files.at(static_cast<std::size_t>(pane));
+    file = open_regular_file(plot.file, "r");
+    all = all && file != nullptr;
+  }
+  return all;
+}
+
+void draw_start_plots(const StartFiles& files) {
+  for (int pane = 0; pane < pane_count; ++pane) {
+    const std::size_t i = static_cast<std::size_t>(pane);
+    plot_curve(files.at(i).get(),
+               {.start = start_plots.at(i).start, .xsc = start_xsc, .yoff = pane * pane_pitch},
+               start_plots.at(i).file);
+  }
+}
+
+}  // namespace
+
+void set_start_state() {
+  term = 2;
+  lg = plg = 0;
+  bgcol = 1;
+  X1_min = Y1_min = 0;
+  X1_max = X__max;
+  Y1_max = Y__max;
+}
+
+int editor() {
+  if (initPool(1, pool_bytes_per_row * cr, 0, 0) != 0) return 1;
+  clear_canvas();
+  load_icon_bar();
+  StartFiles files;  // open for the whole run
+  if (open_start_files(files)) {
+    draw_start_plots(files);
+  } else {
+    say_cannot_find_files();
+  }
+  do_edi1_engine(1, c_table);
+  return 1;
+}
+
+}  // namespace torve

@@ -1,0 +1,52 @@
+#include "app/icon_bar.hpp"
+
+#include <iterator>
+
+#include "app/jump_table.hpp"
+#include "app/shutdown.hpp"
+#include "display/screen_state.hpp"
+#include "picture/fn2.hpp"
+
+namespace torve {
+
+namespace {
+
+constexpr int first_icon_column = 1;
+constexpr int icon_pitch = 45;       // pixels from an icon to the next
+constexpr int icon_bar_height = 45;  // from the icons' upper edge to the last row
+
+struct Icon {
+  const char* picture;
+  IconHandler handler;
+};
+
+int no_tool(int, int, int) {
+  return 0;
+}
+
+constexpr Icon icons[] = {
+    {.picture = "texit.fn2", .handler = texit_ope}, {.picture = "plicon.fn2", .handler = no_tool},
+    {.picture = "print.fn2", .handler = no_tool},   {.picture = "readic.fn2", .handler = no_tool},
+    {.picture = "writeic.fn2", .handler = no_tool}, {.picture = "compile.fn2", .handler = no_tool},
+    {.picture = "start.fn2", .handler = no_tool},
+};
+static_assert(std::size(icons) < jump_table_size, "the table ends in an empty entry");
+
+}  // namespace
+
+void load_icon_bar() {
+  int x = first_icon_column;
+  const int y = Y__max - icon_bar_height;
+  JumpEntry* entry = c_table;
+  for (const Icon& icon : icons) {
+    int width = 0;
+    int height = 0;
+    // The picture's error has been shown; its empty size makes the entry unreachable.
+    static_cast<void>(getpicture(icon.picture, x, y, &width, &height));
+    fill_jmptable(*entry++, x, y, width, height, icon.handler);
+    x += icon_pitch;
+  }
+  *entry = {};
+}
+
+}  // namespace torve

@@ -1,0 +1,65 @@
+// The workbench: fonts, pool and display, then the editor, then the way back.
+
+#include <cstdio>
+
+#include "app/editor.hpp"
+#include "app/pool_failure.hpp"
+#include "app/shutdown.hpp"
+#include "app/signal/work_buffer.hpp"
+#include "base/console.hpp"
+#include "display/colours.hpp"
+#include "display/graph.hpp"
+#include "display/input.hpp"
+#include "display/screen_state.hpp"
+#include "pool/pool.hpp"
+#include "text/fonts.hpp"
+
+namespace {
+
+using namespace torve;
+
+constexpr int menu_font = 7;
+constexpr int status_font_missing = 1;
+
+// Six-bit palette registers of the sixteen basic colours.
+constexpr int palette[] = {0, 9, 26, 54, 36, 13, 10, 7, 56, 59, 58, 6, 37, 61, 62, 63};
+
+int report_font_problem(const char* problem) {
+  std::fputs(problem, stdout);
+  static_cast<void>(getch());
+  return status_font_missing;
+}
+
+bool load_fonts() {
+  return init_font(menu_font) == 0 && init_font2(label_font) == 0;
+}
+
+void set_palette() {
+  int index = 0;
+  for (const int value : palette)
+    setVGApalette(index++, value);
+  xcolor2 = xcolor;
+  set_xcolor2();
+}
+
+void close_window() {
+  texit_ope(0, 0, 0);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  set_up_console();
+  defaultfont = menu_font;
+  install_pool_reporters();
+  if (!load_fonts()) return report_font_problem("problems in loading font\n");
+  if (initPool(0, 0, 0, 0) != 0) return 0;
+  initgraph(argc, argv);
+  set_close_handler(close_window);
+  set_screen_service(serve_expose_events);
+  set_start_state();
+  set_palette();
+  if (allocate_work_buffer()) editor();
+  if (release_everything() != 0) return report_font_problem("problems in freeing font\n");
+  return 0;
+}

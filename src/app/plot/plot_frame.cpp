@@ -1,0 +1,138 @@
+#include "app/plot/plot_frame.hpp"
+
+#include <algorithm>
+#include <string>
+
+#include "app/plot/axis_numbers.hpp"
+#include "display/screen_state.hpp"
+#include "draw/lines.hpp"
+#include "text/fonts.hpp"
+#include "text/text_output.hpp"
+
+namespace torve {
+
+namespace {
+
+constexpr int small_tick_distance = 10;
+constexpr int small_ticks_per_large = 5;
+constexpr int light_grid_colour = 9;   // pale cyan-grey
+constexpr int strong_grid_colour = 7;  // light grey
+constexpr int number_advance = 6;      // of digits, sign and point in the number font
+constexpr int y_number_right = 30;     // right end of the numbers along y, from the left edge
+constexpr int most_y_characters = 5;   // five of them fill the columns left of the axis
+constexpr int most_x_characters = 8;
+constexpr int widest_close_number = 44;  // wider ones stand at every second tick only
+constexpr int last_numbered_tick = 14;   // the unit's place is behind it
+constexpr int glyph_rows_of_numbers = 10;
+
+struct Axes {
+  int column;  // of the y axis
+  int row;     // of the x axis
+  int zero;    // row of the value 0
+};
+
+Axes axes_of(const PlotFrame& frame) {
+  const int row = frame.y2 - frame.bottom_margin;
+  return {frame.x1 + axis_column, row, frame.spectrum ? row : row - frame.half_height};
+}
+
+bool is_large(int tick) {
+  return tick % small_ticks_per_large == 0;
+}
+
+// Calls draw(tick, position) for every tick from `zero` up to and down to the two limits.
+template <typename Draw>
+void for_ticks(int zero, int low, int high, Draw draw) {
+  const int first = -((zero - low) / small_tick_distance);
+  for (int tick = first; zero + tick * small_tick_distance <= high; ++tick) {
+    draw(tick, zero + tick * small_tick_distance);
+  }
+}
+
+void draw_grid(const PlotFrame& frame, const Axes& axes) {
+  // The light lines first: where they cross strong ones, the strong ones stay whole.
+  for (const bool strong : {false, true}) {
+    const int colour = strong ? strong_grid_colour : light_grid_colour;
+    for_ticks(axes.column, axes.column + 1, frame.x2, [&](int tick, int x) {
+      if (tick != 0 && is_large(tick) == strong) {
+        draw_line(x, frame.y1, x, axes.row - 1, colour, frame.target);
+      }
+    });
+    for_ticks(axes.zero, frame.y1, axes.row - 1, [&](int tick, int y) {
+      if (is_large(tick) == strong) {
+        draw_line(axes.column + 1, y, frame.x2, y, colour, frame.target);
+      }
+    });
+  }
+}
+
+void draw_axes(const PlotFrame& frame, const Axes& axes) {
+  draw_line(axes.column, frame.y1, axes.column, axes.row, frame.colour, frame.target);
+  draw_line(axes.column, axes.row, frame.x2, axes.row, frame.colour, frame.target);
+}
+
+void draw_ticks(const PlotFrame& frame, const Axes& axes) {
+  for_ticks(axes.column, axes.column, frame.x2, [&](int tick, int x) {
+    draw_line(x, axes.row, x, axes.row + (is_large(tick) ? 2 : 1), frame.colour, frame.target);
+  });
+  for_ticks(axes.zero, frame.y1, axes.row, [&](int tick, int y) {
+    draw_line(axes.column, y, axes.column + (is_large(tick) ? 4 : 2), y, frame.colour,
+              frame.target);
+  });
+}
+
+int width_of(const std::string& number) {
+  return number_advance * static_cast<int>(number.size());
+}
+
+void write_number(const PlotFrame& frame, const std::string& number, int x, int y) {
+  if (number.empty()) return;
+  xkoord = std::max(x, frame.x1);
+  ykoord = y;
+  textn1(number_font, frame.target, number.c_str(), frame.colour, frame.number_background);
+}
+
+void number_x_axis(const PlotFrame& frame, const Axes& axes) {
+  if (frame.tick_value == 0) return;
+  const auto number_at = [&](int tick) {
+    const double value = frame.origin_value + tick * frame.tick_value;
+    return frame.spectrum ? whole_axis_number(value, most_x_characters)
+                          : axis_number(value, most_x_characters);
+  };
+  int widest = 0;
+  for (int tick = 0; tick <= last_numbered_tick; ++tick) {
+    widest = std::max(widest, width_of(number_at(tick)));
+  }
+  const int every = widest > widest_close_number ? 2 : 1;
+  for (int tick = 0; tick <= last_numbered_tick; tick += every) {
+    const std::string number = number_at(tick);
+    write_number(frame, number, axes.column + tick * frame.tick_distance - width_of(number) / 2,
+                 frame.y2 - frame.number_row + 1);
+  }
+}
+
+void number_y_axis(const PlotFrame& frame, const Axes& axes) {
+  const auto write_at = [&](double value, int y) {
+    const std::string number = axis_number(value, most_y_characters);
+    write_number(frame, number, frame.x1 + y_number_right - width_of(number), y);
+  };
+  // The top row is not half_height pixels above zero, so its value is not the top value.
+  const double pixels_of_top_value =
+      frame.spectrum ? spectrum_magnification * frame.half_height : frame.half_height;
+  write_at(frame.top_value * (axes.zero - frame.y1) / pixels_of_top_value, frame.y1);
+  if (!frame.spectrum) write_at(0, axes.zero - glyph_rows_of_numbers / 2);
+  write_at(frame.spectrum ? 0 : frame.bottom_value, axes.row - glyph_rows_of_numbers);
+}
+
+}  // namespace
+
+void draw_frame2(const PlotFrame& frame) {
+  const Axes axes = axes_of(frame);
+  if (frame.grid && frame.target == target_screen) draw_grid(frame, axes);
+  draw_axes(frame, axes);
+  draw_ticks(frame, axes);
+  number_x_axis(frame, axes);
+  number_y_axis(frame, axes);
+}
+
+}  // namespace torve

@@ -1,0 +1,31 @@
+#include "app/shutdown.hpp"
+
+#include <cstdio>
+#include <cstdlib>
+
+#include "app/signal/work_buffer.hpp"
+#include "display/graph.hpp"
+#include "pool/pool.hpp"
+#include "text/fonts.hpp"
+
+namespace torve {
+
+namespace {
+constexpr int exit_tool_status = 1;
+}
+
+int release_everything() {
+  release_work_buffer();
+  endgraph();
+  release_pool();
+  free_font2();
+  return free_font();
+}
+
+int texit_ope(int, int, int) {
+  release_everything();
+  std::fflush(stdout);
+  std::exit(exit_tool_status);
+}
+
+}  // namespace torve
