@@ -12,7 +12,7 @@ namespace torve {
 namespace {
 
 constexpr int recording_samples = 88200;
-constexpr int strike_sample = 4630;
+constexpr int strike_sample = 8450;
 constexpr double two_pi = 6.283185307179586;
 constexpr double loudest = 0.86;  // of full scale, where a careful recordist would set the level
 
