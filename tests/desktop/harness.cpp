@@ -77,12 +77,15 @@ void Desktop::launch() {
 void Desktop::start() {
   launch();
   window_ = server_->wait_for_window(*process_);
-  ASSERT_NE(window_, 0U) << "no window; the program wrote:\n" << output() << errors();
+  if (window_ == 0)
+    throw std::runtime_error("no window; the program wrote:\n" + output() + errors());
   settle();
 }
 
 void Desktop::settle() {
-  ASSERT_TRUE(server_->ping(window_, *process_)) << "the program does not answer any more";
+  if (!server_->ping(window_, *process_)) {
+    throw std::runtime_error("no answer; the program wrote:\n" + output() + errors());
+  }
 }
 
 void Desktop::press(int x, int y, int button) {

@@ -42,7 +42,8 @@ class Desktop : public testing::Test {
   void use_ordinary_user() { ordinary_user_ = true; }
   /// Starts the program without waiting for its window.
   void launch();
-  /// Starts the program and waits until it has drawn its window.
+  /// Starts the program and waits until it has drawn its window. Throws when it does not, and
+  /// so does settle(): nothing that follows would make sense.
   void start();
 
   void settle();
