@@ -26,13 +26,13 @@ struct InputEvent {
 
 struct DisplayBackend {
   /// Waits for the next event.
-  void (*wait_event)(InputEvent& event);
+  void (*wait_event)(InputEvent& event) = nullptr;
   /// Whether an event can be had without waiting.
-  bool (*event_pending)();
+  bool (*event_pending)() = nullptr;
   /// Removes every waiting event of the type and nothing else; whether there was one.
-  bool (*drop_events)(InputEvent::Type type);
+  bool (*drop_events)(InputEvent::Type type) = nullptr;
   /// Shows the pixels of the screen image in `rect` (not empty, inside the screen).
-  void (*push)(const Rect& rect);
+  void (*push)(const Rect& rect) = nullptr;
 };
 
 /// The table in force; null without a window.

@@ -1,6 +1,7 @@
 #include "draw/lines.hpp"
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 
 #include "base/rect.hpp"
@@ -15,7 +16,14 @@ namespace torve {
 
 namespace {
 
-using Wide = std::int64_t;  // differences and products of any two ints
+using Wide = std::int64_t;
+
+// Coordinates beyond any screen are brought nearer, so that products of differences fit.
+constexpr int farthest = 1 << 30;
+
+int near(int coordinate) {
+  return std::clamp(coordinate, -farthest, farthest);
+}
 
 // `steps` from `first` to `last`, cut to the screen; the other coordinate follows from the slope.
 template <typename PlotAt>
@@ -39,10 +47,10 @@ void draw_line(int x1, int y1, int x2, int y2, int colour, int target) {
   }
 }
 
-void draw_line1(int x1, int y1, int x2, int y2, int colour) {
+void draw_line1(int far_x1, int far_y1, int far_x2, int far_y2, int colour) {
+  const auto [x1, y1, x2, y2] = std::array{near(far_x1), near(far_y1), near(far_x2), near(far_y2)};
   const auto [left, right] = std::minmax(x1, x2);
   const auto [top, bottom] = std::minmax(y1, y2);
-  // Cut to the screen first, which also keeps the exclusive far edge inside the range of int.
   const Rect box = {std::max(left, 0), std::max(top, 0), std::min(right, screen_width - 1) + 1,
                     std::min(bottom, screen_height - 1) + 1};
   if (box.empty()) return;

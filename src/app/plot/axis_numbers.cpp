@@ -37,11 +37,12 @@ std::string without_trailing_zeros(std::string text) {
 
 std::string plain(double magnitude, int decimals) {
   const double unit = std::pow(10.0, decimals);
+  const double cut = std::floor(magnitude * (1 + nudge) * unit) / unit;
   char text[64];
-  const auto end =
-      std::to_chars(text, text + sizeof text, std::floor(magnitude * (1 + nudge) * unit) / unit,
-                    std::chars_format::fixed, decimals);
-  return without_trailing_zeros({text, end.ptr});
+  const auto end = std::to_chars(text, text + sizeof text, cut, std::chars_format::fixed, decimals);
+  const bool exact = std::fabs(magnitude - cut) <= nudge * magnitude;
+  const std::string all_digits(text, end.ptr);
+  return exact ? without_trailing_zeros(all_digits) : all_digits;
 }
 
 // "1.234e-5" with `digits` digits, zeros at the end of the mantissa dropped.

@@ -16,7 +16,7 @@ namespace {
 constexpr int small_tick_distance = 10;
 constexpr int small_ticks_per_large = 5;
 constexpr int light_grid_colour = 9;   // pale cyan-grey
-constexpr int strong_grid_colour = 7;  // light grey
+constexpr int strong_grid_colour = 8;  // grey
 constexpr int number_advance = 6;      // of digits, sign and point in the number font
 constexpr int y_number_right = 30;     // right end of the numbers along y, from the left edge
 constexpr int most_y_characters = 5;   // five of them fill the columns left of the axis
