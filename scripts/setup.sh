@@ -48,8 +48,8 @@ install_packages() {
 }
 
 cannot_install() {
-  fail "These packages are missing and could not be installed: $*" \
-    $'\n'"As root, run: apt-get install --no-install-recommends $*"
+  say "These packages are missing and could not be installed: $*"
+  fail "As root, run: apt-get install --no-install-recommends $*"
 }
 
 # build PRESET [TARGET...]: configures and builds, everything or the given targets
