@@ -8,7 +8,6 @@
 #include "display/colours.hpp"
 #include "display/screen_image.hpp"
 #include "display/screen_state.hpp"
-#include "draw/pixels.hpp"
 #include "draw/rectangles.hpp"
 #include "eps/eps_stream.hpp"
 
@@ -25,11 +24,18 @@ int near(int coordinate) {
   return std::clamp(coordinate, -farthest, farthest);
 }
 
-// `steps` from `first` to `last`, cut to the screen; the other coordinate follows from the slope.
-template <typename PlotAt>
-void walk(int first, int last, int limit, PlotAt plot_at) {
-  for (int at = std::max(first, 0); at <= std::min(last, limit - 1); ++at)
-    plot_at(at);
+// Walks from `first` to `last` as far as the screen (`limit`) goes and hands over the runs of steps
+// whose other coordinate is the same: draw_run(start, length, other).
+template <typename OtherAt, typename DrawRun>
+void walk(int first, int last, int limit, OtherAt other_at, DrawRun draw_run) {
+  const int end = std::min(last, limit - 1) + 1;
+  for (int at = std::max(first, 0); at < end;) {
+    const int start = at;
+    const int other = other_at(at);
+    while (++at < end && other_at(at) == other) {
+    }
+    draw_run(start, at - start, other);
+  }
 }
 
 int on_slope(Wide distance, Wide rise, Wide run, int origin) {
@@ -63,11 +69,13 @@ void draw_line1(int far_x1, int far_y1, int far_x2, int far_y2, int colour) {
   const Wide dx = Wide{x2} - x1;
   const Wide dy = Wide{y2} - y1;
   if (Wide{bottom} - top > Wide{right} - left) {
-    walk(top, bottom, screen_height,
-         [&](int y) { drawpixel2c(on_slope(Wide{y} - y1, dx, dy, x1), y, pixel); });
+    walk(
+        top, bottom, screen_height, [&](int y) { return on_slope(Wide{y} - y1, dx, dy, x1); },
+        [&](int y, int rows, int x) { fillbox3(x, y, 1, rows, pixel); });
   } else {
-    walk(left, right, screen_width,
-         [&](int x) { drawpixel2c(x, on_slope(Wide{x} - x1, dy, dx, y1), pixel); });
+    walk(
+        left, right, screen_width, [&](int x) { return on_slope(Wide{x} - x1, dy, dx, y1); },
+        [&](int x, int columns, int y) { fillbox3(x, y, columns, 1, pixel); });
   }
 }
 

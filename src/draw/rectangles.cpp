@@ -31,14 +31,18 @@ void set_bits(std::uint8_t& byte, unsigned mask, unsigned value) {
 }
 
 void fill_plane(std::uint8_t* plane, const Rect& rect, const ColumnSpan& span, unsigned value) {
-  for (int y = rect.y1; y < rect.y2; ++y) {
-    std::uint8_t* row = plane + y * plane_line_bytes;
-    set_bits(row[span.first_byte], span.first_mask, value);
-    set_bits(row[span.last_byte], span.last_mask, value);
-    if (span.last_byte - span.first_byte > 1) {
-      std::memset(row + span.first_byte + 1, static_cast<int>(value),
-                  static_cast<std::size_t>(span.last_byte - span.first_byte - 1));
-    }
+  std::uint8_t* first = plane + rect.y1 * plane_line_bytes + span.first_byte;
+  const std::uint8_t* end = plane + rect.y2 * plane_line_bytes;
+  const int bytes_behind = span.last_byte - span.first_byte;
+  if (bytes_behind == 0) {
+    for (; first < end; first += plane_line_bytes)
+      set_bits(*first, span.first_mask, value);
+    return;
+  }
+  for (; first < end; first += plane_line_bytes) {
+    set_bits(first[0], span.first_mask, value);
+    std::memset(first + 1, static_cast<int>(value), static_cast<std::size_t>(bytes_behind - 1));
+    set_bits(first[bytes_behind], span.last_mask, value);
   }
 }
 
