@@ -59,15 +59,14 @@ build() {
   (cd "$root" && cmake --preset "$preset" && cmake --build --preset "$preset" ${1:+--target "$@"}) >&2
 }
 
-# start_private_display: starts an X server nobody sees, sets DISPLAY, and ends it with the script
+# start_private_display: starts an X server nobody sees and sets DISPLAY. The server ends with this
+# process, also when the script has been replaced by the program or was killed.
 start_private_display() {
   local folder number
   folder=$(mktemp -d)
   mkfifo "$folder/number"
-  Xvfb -displayfd 3 -screen 0 1024x768x24 -noreset -nolisten tcp \
+  setpriv --pdeathsig TERM -- Xvfb -displayfd 3 -screen 0 1024x768x24 -noreset -nolisten tcp \
     3>"$folder/number" >"$folder/log" 2>&1 &
-  private_display=$!
-  trap 'kill "$private_display" 2>/dev/null || true' EXIT
   # Without a server the pipe ends and the number stays empty.
   read -r number <"$folder/number" || number=
   [[ -n $number ]] || fail "The private X server did not start: $(cat "$folder/log")"
