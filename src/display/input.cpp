@@ -19,6 +19,7 @@ char keybuffer[20];
 int charcount;
 unsigned long keysym;
 InputEvent report;
+InputEvent last_event;
 
 namespace {
 
@@ -28,15 +29,26 @@ constexpr int delay_count = 10'000;
 
 const DisplayBackend* backend = nullptr;
 void (*close_handler)() = nullptr;
+int held_button = 0;       // the held button's own number, which tells 2 from 3
+bool press_waits = false;  // report is a press that the next readmouse is to report
 
 [[maybe_unused]] const bool initialised = (reset_input(), true);
 
-bool from_mouse(const InputEvent& event) {
-  using Type = InputEvent::Type;
-  if (event.type == Type::press || event.type == Type::release) {
-    return event.button <= last_mouse_button;
-  }
-  return event.type == Type::motion;
+using Type = InputEvent::Type;
+
+bool is_press(const InputEvent& event) {
+  return event.type == Type::press && event.button <= last_mouse_button;
+}
+
+bool ends_held_button(const InputEvent& event) {
+  return event.type == Type::release && event.button <= last_mouse_button &&
+         (held_button == 0 || event.button == held_button);
+}
+
+// A second button while one is held changes nothing, neither its press nor its release.
+bool counts(const InputEvent& event) {
+  if (is_press(event)) return held_button == 0 || event.button == held_button;
+  return ends_held_button(event) || event.type == Type::motion;
 }
 
 int button_number(const InputEvent& event) {
@@ -52,15 +64,15 @@ void note_key(const InputEvent& event) {
 // What an event means whoever is reading: the picture, the window's size, the wish to close.
 void handle_window_event(const InputEvent& event) {
   switch (event.type) {
-    case InputEvent::Type::expose:
-      backend->drop_events(InputEvent::Type::expose);
+    case Type::expose:
+      backend->drop_events(Type::expose);
       mark_dirty(whole_screen);
       break;
-    case InputEvent::Type::resize:
+    case Type::resize:
       window_width = event.width;
       window_height = event.height;
       break;
-    case InputEvent::Type::close:
+    case Type::close:
       if (close_handler != nullptr) close_handler();
       break;
     default:
@@ -73,7 +85,12 @@ void handle_window_event(const InputEvent& event) {
 void next_event() {
   if (!backend->event_pending()) present();
   backend->wait_event(report);
+  last_event = report;
   handle_window_event(report);
+}
+
+void release_button() {
+  cur_button = held_button = 0;
 }
 
 void clamp_position(int& x, int& y) {
@@ -82,7 +99,7 @@ void clamp_position(int& x, int& y) {
 }
 
 void forget_report() {
-  report.type = InputEvent::Type::none;
+  report.type = Type::none;
 }
 
 }  // namespace
@@ -97,7 +114,9 @@ void set_display_backend(const DisplayBackend* replacement) {
 
 void reset_input() {
   buttons = X = Y = oldX = oldY = 0;
-  cur_button = 0;
+  cur_button = held_button = 0;
+  press_waits = false;
+  last_event = {};
   mouse_off = 0;
   setmouselim(0, 0, screen_width - 1, screen_height - 1 - clamp_margin);
   std::memset(keybuffer, 0, sizeof keybuffer);
@@ -114,13 +133,20 @@ void set_close_handler(void (*handler)()) {
 int readmouse(int* button, int* x, int* y) {
   *button = cur_button;
   if (backend == nullptr) return 0;
-  next_event();
-  if (report.type == InputEvent::Type::key) note_key(report);
-  if (!from_mouse(report)) return 0;
+  if (press_waits) {
+    report = last_event;
+    press_waits = false;
+  } else {
+    next_event();
+  }
+  if (report.type == Type::key) note_key(report);
+  mouse_event_handled = counts(report);
+  if (!mouse_event_handled) return 0;
   clamp_position(*x, *y);
-  if (report.type != InputEvent::Type::motion) {
-    const bool pressed = report.type == InputEvent::Type::press;
+  if (report.type != Type::motion) {
+    const bool pressed = report.type == Type::press;
     cur_button = pressed ? button_number(report) : 0;
+    held_button = pressed ? report.button : 0;
     oldX = *x;
     oldY = *y;
     if (pressed) flush_mouse();
@@ -129,22 +155,50 @@ int readmouse(int* button, int* x, int* y) {
   return 0;
 }
 
-int getch() {
-  if (backend == nullptr) return std::max(0, read_console_char());
+bool last_event_was_mouse() {
+  return mouse_event_handled;
+}
+
+namespace {
+
+// Waits for a key that is more than a modifier or, if asked to, for a press; true for a key.
+bool wait_for_key(bool press_counts) {
+  press_waits = false;
   for (;;) {
     next_event();
-    if (report.type == InputEvent::Type::release && from_mouse(report)) cur_button = 0;
-    if (report.type == InputEvent::Type::key && !report.is_modifier) break;
+    if (ends_held_button(report)) release_button();
+    if (press_counts && is_press(report)) return false;
+    if (report.type == Type::key && !report.is_modifier) return true;
   }
+}
+
+int take_key() {
   note_key(report);
   flush_key();
   return keybuffer[0];
 }
 
+}  // namespace
+
+int getch() {
+  if (backend == nullptr) return std::max(0, read_console_char());
+  wait_for_key(false);
+  return take_key();
+}
+
+int getch_or_press() {
+  if (backend == nullptr) return getch();
+  if (wait_for_key(true)) return take_key();
+  // Whoever reads it next has not seen the press before this one end.
+  release_button();
+  press_waits = true;
+  return press_instead_of_key;
+}
+
 void serve_expose_events() {
   if (backend == nullptr) return;
   // Only the picture is looked after: presses and keys keep their place in the queue.
-  if (backend->drop_events(InputEvent::Type::expose)) mark_dirty(whole_screen);
+  if (backend->drop_events(Type::expose)) mark_dirty(whole_screen);
   present();
 }
 
@@ -153,12 +207,13 @@ int kbhit() {
 }
 
 void flush_mouse() {
-  if (backend != nullptr) backend->drop_events(InputEvent::Type::press);
+  if (backend != nullptr) backend->drop_events(Type::press);
+  press_waits = false;
   forget_report();
 }
 
 void flush_key() {
-  if (backend != nullptr) backend->drop_events(InputEvent::Type::key);
+  if (backend != nullptr) backend->drop_events(Type::key);
   forget_report();
 }
 

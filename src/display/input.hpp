@@ -30,7 +30,8 @@ void set_close_handler(void (*handler)());
 
 /// Waits for the next event and handles it; returns 0. A press, release or motion sets the three
 /// outputs; any other event sets `*button` to the button that is still held and leaves the
-/// position. The wheel is ignored.
+/// position. The wheel is ignored, and so is a second button while one is held. A second press of
+/// the held button is reported as a press: its release was lost on the way.
 int readmouse(int* button, int* x, int* y);
 
 /// Waits for a key press and returns its first character, 0 for keys that give none. Mouse events
@@ -38,6 +39,15 @@ int readmouse(int* button, int* x, int* y);
 /// ahead are dropped, modifier keys alone are skipped. Without a window: one byte of standard
 /// input, 0 at its end.
 int getch();
+
+/// As getch, but a mouse press ends the wait, too: the result is then press_instead_of_key, the
+/// press is last_event, and the next readmouse reports it unless it is dropped by flush_mouse.
+inline constexpr int press_instead_of_key = -1000;
+int getch_or_press();
+
+/// Whether the event that readmouse handled last was a press, release or motion of a button that
+/// counts.
+[[nodiscard]] bool last_event_was_mouse();
 
 /// Handles what has arrived without waiting for more: repaints after expose events, notes a new
 /// window size, leaves presses and keys for later. Long computations call it at progress lines.

@@ -1,0 +1,36 @@
+// Painting on the canvas beneath window objects.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "base/rect.hpp"
+
+namespace torve {
+
+/// While one lives, the window objects that meet its rectangle (and those above them) are off the
+/// canvas, and so are the figures: what is painted goes beneath them. At its end the figures are
+/// laid and the objects put back as they looked, bottom up. The books are untouched.
+class CanvasPaint {
+ public:
+  explicit CanvasPaint(const Rect& rect);
+  ~CanvasPaint();
+  CanvasPaint(const CanvasPaint&) = delete;
+  CanvasPaint& operator=(const CanvasPaint&) = delete;
+
+ private:
+  struct Lifted {
+    int id;
+    std::vector<std::uint8_t> picture;
+  };
+  std::vector<Lifted> lifted_;  // topmost first
+};
+
+/// How figures are taken off the canvas and laid on it again.
+struct FigureHooks {
+  void (*lift)() = nullptr;
+  void (*lay)() = nullptr;
+};
+void set_figure_hooks(const FigureHooks& hooks);
+
+}  // namespace torve

@@ -1,0 +1,25 @@
+// Parts of rectangles that other rectangles leave free.
+#pragma once
+
+#include <vector>
+
+#include "base/rect.hpp"
+
+namespace torve {
+
+/// A rectangle and the id of the object whose background it belongs to.
+struct Cover {
+  Rect rect;
+  int owner = 0;
+};
+
+/// A without B: up to four disjoint pieces. Side strips take the full height of A; the pieces
+/// above and below take the columns between them. In order: left, below, above, right where A
+/// has a strip on both sides or on the left; right, below, above where only on the right; above,
+/// below where on neither side. A itself when they do not intersect.
+[[nodiscard]] std::vector<Rect> make_new_rectangles(const Rect& a, const Rect& b);
+
+/// The parts of `rect` that no rectangle of `list` covers.
+[[nodiscard]] std::vector<Rect> uncovered_parts(const std::vector<Cover>& list, const Rect& rect);
+
+}  // namespace torve
