@@ -29,7 +29,8 @@ constexpr int delay_count = 10'000;
 
 const DisplayBackend* backend = nullptr;
 void (*close_handler)() = nullptr;
-int held_button = 0;       // the held button's own number, which tells 2 from 3
+int held_button = 0;  // the held button's own number, which tells 2 from 3
+bool mouse_event_handled = false;
 bool press_waits = false;  // report is a press that the next readmouse is to report
 
 [[maybe_unused]] const bool initialised = (reset_input(), true);
