@@ -37,36 +37,39 @@ OutputFile::OutputFile(const std::string& name, Existing existing) : name_(name)
   struct stat info = {};
   if (existing == Existing::keep_until_finished && holds_content(name, &info)) {
     target_ = real_name(name);
-    // Renaming over a file needs no permission to write to it; a refusal must stay one.
-    if (!open_file(target_, "r+b")) return;
     placing_ = info.st_nlink > 1 ? Placing::copy : Placing::rename;
-    open_beside(target_);
-    if (stream_ && placing_ == Placing::rename) fchmod(fileno(stream_.get()), info.st_mode & 07777);
+    // Renaming over a file needs no permission to write to it; a refusal must stay one.
+    usable_ = open_file(target_, "r+b") != nullptr;
     return;
   }
   const bool is_new = !exists(name);
   stream_ = open_file(name, "wb");
-  if (stream_ && is_new) temporary_ = real_name(name);
+  usable_ = stream_ != nullptr;
+  if (usable_ && is_new) temporary_ = real_name(name);
 }
 
 OutputFile::~OutputFile() {
   discard();
 }
 
-void OutputFile::open_beside(const std::string& target) {
-  std::string pattern = target + ".XXXXXX";
-  const int descriptor = mkstemp(pattern.data());
+void OutputFile::open_beside() {
+  struct stat info = {};
+  std::string pattern = target_ + ".XXXXXX";
+  const int descriptor = placing_ == Placing::rename ? mkstemp(pattern.data()) : -1;
   if (descriptor >= 0) {
     temporary_ = pattern;
     stream_.reset(fdopen(descriptor, "w+b"));
+    if (stat(target_.c_str(), &info) == 0) fchmod(descriptor, info.st_mode & 07777);
   } else {
-    // No right to create files there: collect the content elsewhere and copy it over at the end.
+    // The file must stay, or nothing may be created beside it: it is filled again at the end.
     placing_ = Placing::copy;
     stream_.reset(std::tmpfile());
   }
+  if (!stream_) error_ = errno;
 }
 
 void OutputFile::flush() {
+  if (!stream_ && error_ == 0) open_beside();
   if (used_ != 0 && error_ == 0 && std::fwrite(buffer_.data(), 1, used_, stream_.get()) != used_) {
     error_ = errno;
   }
@@ -89,7 +92,8 @@ void OutputFile::write(std::string_view bytes) {
 }
 
 bool OutputFile::finish() {
-  if (!stream_) return false;
+  if (!usable_) return false;
+  usable_ = false;
   flush();
   if (error_ == 0 && std::fflush(stream_.get()) != 0) error_ = errno;
   if (error_ == 0 && !place()) error_ = errno;

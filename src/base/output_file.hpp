@@ -1,9 +1,9 @@
 // A file being written: nothing of it counts until one checked call says that all of it arrived.
 //
 // Where the name already leads to a file with content, that content stays until the new one is
-// complete: the text is written beside it and takes its place at the end. Symbolic links are
-// followed; permissions, and the other names of a file that has several, stay. A device or a pipe
-// is written directly.
+// complete: the new one is written beside it, from the first full buffer on, and takes its place
+// at the end. Symbolic links are followed; permissions, and the other names of a file that has
+// several, stay. A device or a pipe is written directly.
 #pragma once
 
 #include <array>
@@ -31,7 +31,7 @@ class OutputFile {
   OutputFile& operator=(const OutputFile&) = delete;
 
   /// Whether the file can be written to.
-  explicit operator bool() const { return stream_ != nullptr; }
+  explicit operator bool() const { return usable_; }
 
   void write(std::string_view bytes);
 
@@ -48,7 +48,7 @@ class OutputFile {
  private:
   enum class Placing { direct, rename, copy };
 
-  void open_beside(const std::string& target);
+  void open_beside();
   void flush();
   bool place();
   bool copy_into_target();
@@ -58,6 +58,7 @@ class OutputFile {
   std::string target_;     // name_ with its links followed
   std::string temporary_;  // what to remove when it comes to nothing; empty: nothing
   Placing placing_ = Placing::direct;
+  bool usable_ = false;
   FilePtr stream_;
   int error_ = 0;  // errno of the first failed write
   std::size_t used_ = 0;

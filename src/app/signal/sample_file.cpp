@@ -118,6 +118,15 @@ void write_sample(OutputFile& file, std::int64_t index, double value) {
   file.advance(static_cast<std::size_t>(end - begin));
 }
 
+void write_integer_sample(OutputFile& file, std::int64_t index, int value) {
+  char* const begin = file.reserve(2 * longest_decimal + 2);
+  char* end = put_decimal(begin, index);
+  *end++ = ' ';
+  end = put_decimal(end, value);
+  *end++ = '\n';
+  file.advance(static_cast<std::size_t>(end - begin));
+}
+
 void write_samples(OutputFile& file, std::span<const float> values) {
   std::int64_t index = 0;
   for (const float value : values)

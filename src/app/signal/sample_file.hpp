@@ -75,6 +75,9 @@ class SampleReader {
 /// Writes the line "%d %f\n".
 void write_sample(OutputFile& file, std::int64_t index, double value);
 
+/// Writes the line "%d %d\n".
+void write_integer_sample(OutputFile& file, std::int64_t index, int value);
+
 /// Writes the lines of a sample file, index 0 and up.
 void write_samples(OutputFile& file, std::span<const float> values);
 

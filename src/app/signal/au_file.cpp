@@ -1,0 +1,255 @@
+#include "app/signal/au_file.hpp"
+
+#include <cmath>
+#include <optional>
+#include <string_view>
+
+#include "app/signal/au_codec.hpp"
+#include "app/signal/sample_file.hpp"
+#include "app/signal/say.hpp"
+#include "base/console.hpp"
+#include "base/files.hpp"
+#include "base/output_file.hpp"
+
+namespace torve {
+
+namespace {
+
+constexpr std::array<float, 6> summary = {-1.0F, 1.0F, 0.32773599F, -1.0F, 1.0F, 0.29908001F};
+constexpr std::size_t padding_words = 765;
+static_assert(au_fixed_part + 4 * padding_words == au_header_length);
+
+void append(std::vector<std::uint8_t>& bytes, std::string_view text) {
+  for (const char character : text)
+    bytes.push_back(static_cast<std::uint8_t>(character));
+}
+
+void append_word(std::vector<std::uint8_t>& bytes, std::uint32_t word) {
+  for (int shift = 0; shift < 32; shift += 8) {
+    bytes.push_back(static_cast<std::uint8_t>(word >> shift & 0xff));
+  }
+}
+
+/// The fields before the summary.
+std::vector<std::uint8_t> leading_fields() {
+  std::vector<std::uint8_t> bytes;
+  append(bytes, au_magic);
+  append_word(bytes, au_header_length);
+  append_word(bytes, 0x00ffffff);
+  append_word(bytes, au_float);
+  append_word(bytes, au_sampling_rate);
+  append_word(bytes, 1);
+  append(bytes, au_annotation);
+  return bytes;
+}
+
+std::vector<std::uint8_t> header_of_halves() {
+  std::vector<std::uint8_t> bytes = leading_fields();
+  for (const float value : summary) {
+    std::array<std::uint8_t, 2> half = {};
+    build_binary16(value, half);
+    bytes.insert(bytes.end(), half.begin(), half.end());
+  }
+  bytes.resize(bytes.size() + 2 * padding_words);
+  return bytes;
+}
+
+std::string_view as_text(std::span<const std::uint8_t> bytes) {
+  return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
+}
+
+void write_words(OutputFile& au, std::FILE* res) {
+  SampleReader reader(res, analysis_line_size);
+  std::array<float, 1024> values;
+  std::array<std::uint8_t, 4> word = {};  // kept: a not-a-number repeats the word before
+  for (std::size_t got; (got = reader.read(values)) > 0;) {
+    for (const float value : std::span(values).first(got)) {
+      build_binary32(value, word);
+      au.write(as_text(word));
+    }
+  }
+}
+
+int write_au(const std::string& res_name, const std::string& au_name,
+             const std::vector<std::uint8_t>& header, const char* missing_format) {
+  const auto report_missing = [&] {
+    say(missing_format, res_name.c_str());
+    return 1;
+  };
+  if (same_file(res_name, au_name)) return report_missing();
+  OutputFile au(au_name);
+  if (!au) return 1;
+  au.write(as_text(header));
+  const FilePtr res = open_regular_file(res_name, "rb");
+  if (res) write_words(au, res.get());
+  const bool written = au.finish();
+  if (!res) return report_missing();
+  return written ? 0 : 1;
+}
+
+/// What cut_part needs of a header.
+struct AuHeader {
+  std::int64_t length;
+  std::int32_t encoding;
+};
+
+std::optional<AuHeader> read_header(std::FILE* au) {
+  std::array<std::uint8_t, au_fixed_part> bytes;
+  if (!read_bytes(au, bytes)) return std::nullopt;
+  const std::span<const std::uint8_t, au_fixed_part> fields = bytes;
+  if (as_text(fields.first<4>()) != au_magic) return std::nullopt;
+  return AuHeader{au_word(fields.subspan<4, 4>()), au_word(fields.subspan<12, 4>())};
+}
+
+/// A part of an AU file on its way into a sample file. Positions are bytes from the start.
+class Cut {
+ public:
+  Cut(std::FILE* au, OutputFile& res, const AuHeader& header, float start, float end)
+      : au_(au), res_(res), header_(header) {
+    const double sample_size = header.encoding == au_int16 ? 2 : 4;
+    first_ = byte_position(start, sample_size);
+    last_ = byte_position(end, sample_size);
+  }
+
+  void run() {
+    skip_header_rest();
+    switch (header_.encoding) {
+      case au_int16:
+        return copy_every_second_integer();
+      case au_float:
+        return copy_floats();
+      case au_halves:
+        return copy_upper_halves();
+      default:
+        return;
+    }
+  }
+
+ private:
+  // In double: a time of 1e30 seconds is as good as any, and not-a-number selects nothing.
+  double byte_position(float seconds, double sample_size) const {
+    return std::trunc(static_cast<double>(header_.length) +
+                      static_cast<double>(seconds) * au_sampling_rate * sample_size);
+  }
+
+  void skip_header_rest() {
+    std::array<std::uint8_t, 4> word;
+    while (position_ < header_.length && read_bytes(au_, word))
+      position_ += 4;
+  }
+
+  static bool is_in(double first, double last, std::int64_t position) {
+    return first <= static_cast<double>(position) && static_cast<double>(position) <= last;
+  }
+  bool selects(std::int64_t position) const { return is_in(first_, last_, position); }
+  /// Whether nothing behind `position_` can be selected any more (also for not-a-number).
+  bool is_over() const { return !(static_cast<double>(position_) <= last_); }
+  std::int64_t index(std::int64_t position) const { return (position - header_.length) / 4; }
+
+  void copy_every_second_integer() {
+    std::array<std::uint8_t, 2> bytes;
+    for (int count = 0; !is_over() && read_bytes(au_, bytes); count ^= 1, position_ += 2) {
+      if (count == 1 && selects(position_)) {
+        write_integer_sample(res_, index(position_), au_half_word(bytes));
+      }
+    }
+  }
+
+  void copy_floats() {
+    std::array<std::uint8_t, 4> word;
+    std::array<char, 33> bits;
+    float value = 0;
+    for (; !is_over() && read_bytes(au_, word); position_ += 4) {
+      sbinary(bits.data(), word.data(), 32, &value);
+      if (selects(position_)) write_sample(res_, index(position_), static_cast<double>(value));
+    }
+  }
+
+  void copy_upper_halves() {
+    std::array<std::uint8_t, 4> word;
+    std::array<char, 33> bits;
+    float value = 0;
+    for (; !is_over() && read_bytes(au_, word); position_ += 4) {
+      sbinary(bits.data(), word.data() + 2, 16, &value);
+      const std::int64_t upper = position_ + 2;
+      if (selects(upper)) write_sample(res_, index(upper), static_cast<double>(value));
+    }
+  }
+
+  std::FILE* au_;
+  OutputFile& res_;
+  AuHeader header_;
+  double first_ = 0;
+  double last_ = 0;
+  std::int64_t position_ = au_fixed_part;
+};
+
+}  // namespace
+
+std::int32_t au_word(std::span<const std::uint8_t, 4> bytes) {
+  std::uint32_t word = 0;
+  for (std::size_t i = 4; i-- > 0;)
+    word = word << 8 | bytes[i];
+  return static_cast<std::int32_t>(word);
+}
+
+std::int16_t au_half_word(std::span<const std::uint8_t, 2> bytes) {
+  return static_cast<std::int16_t>(bytes[0] | bytes[1] << 8);
+}
+
+bool read_bytes(std::FILE* file, std::span<std::uint8_t> bytes) {
+  return std::fread(bytes.data(), 1, bytes.size(), file) == bytes.size();
+}
+
+std::vector<std::uint8_t> au_header() {
+  std::vector<std::uint8_t> bytes = leading_fields();
+  for (const float value : summary) {
+    std::array<std::uint8_t, 4> word = {};
+    build_binary32(value, word);
+    bytes.insert(bytes.end(), word.begin(), word.end());
+  }
+  bytes.resize(au_header_length);
+  return bytes;
+}
+
+int make_au_file(const std::string& res_name, const std::string& au_name) {
+  say("make_au_file\n");
+  return write_au(res_name, au_name, au_header(), "make_au_file. no file %s\n");
+}
+
+int make_au_file_32(const std::string& res_name, const std::string& au_name) {
+  say("make_au_file_32\n");
+  return write_au(res_name, au_name, header_of_halves(), "no file %s\n");
+}
+
+int cut_part(const std::string& au_name, const std::string& res_name, double start_seconds,
+             double end_seconds) {
+  const FilePtr au = open_regular_file(au_name, "rb");
+  if (!au) {
+    say("no file %s\n", au_name.c_str());
+    return 1;
+  }
+  OutputFile res(res_name, same_file(au_name, res_name)
+                               ? OutputFile::Existing::empty_at_once
+                               : OutputFile::Existing::keep_until_finished);
+  if (!res) {
+    say("no file %s\n", res_name.c_str());
+    return 1;
+  }
+  const std::optional<AuHeader> header = read_header(au.get());
+  if (!header) {
+    say("not au-file\n");
+    // Finished with nothing in it; that this may fail changes nothing any more.
+    static_cast<void>(res.finish());
+    return 1;
+  }
+  if (header->length % 4 != 0) {
+    say("cut_part wrong coding of au-header len=%d\n", static_cast<int>(header->length));
+    static_cast<void>(read_console_char());
+  }
+  Cut(au.get(), res, *header, static_cast<float>(start_seconds), static_cast<float>(end_seconds))
+      .run();
+  return res.finish() ? 0 : 1;
+}
+
+}  // namespace torve

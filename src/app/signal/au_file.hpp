@@ -1,0 +1,58 @@
+// AU sound files, little-endian: 32-bit float files out of sample files, and cuts the other way.
+//
+//   offset  size
+//        0     4  magic "dns."
+//        4     4  header length L, signed: the samples start there
+//        8     4  data size, FF FF FF 00: not known
+//       12     4  encoding, signed: 3 16-bit integers, 6 binary32, -6 two binary16 in a word
+//       16     4  sampling rate (files are written with, and always taken as, 44100)
+//       20     4  channels
+//       24    20  annotation
+//       44    24  summary: minimum, maximum and effective value, twice
+//       68        padding up to L
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <cstdio>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace torve {
+
+inline constexpr int au_sampling_rate = 44100;
+inline constexpr std::string_view au_magic = "dns.";
+inline constexpr std::string_view au_annotation = "AudacityBlockFile112";
+inline constexpr int au_fixed_part = 68;
+inline constexpr int au_header_length = 3128;
+
+enum AuEncoding : std::int32_t { au_halves = -6, au_int16 = 3, au_float = 6 };
+
+/// The little-endian word at the front of `bytes`.
+[[nodiscard]] std::int32_t au_word(std::span<const std::uint8_t, 4> bytes);
+[[nodiscard]] std::int16_t au_half_word(std::span<const std::uint8_t, 2> bytes);
+
+/// Reads as many bytes as `bytes` holds; false if the file ends before.
+[[nodiscard]] bool read_bytes(std::FILE* file, std::span<std::uint8_t> bytes);
+
+/// The header of the files that make_au_file writes, au_header_length bytes.
+[[nodiscard]] std::vector<std::uint8_t> au_header();
+
+/// Writes the sample file `res_name` as a 32-bit float AU file. 0; or 1 if the output cannot be
+/// written or there is no such sample file, in which case the AU file holds the header alone. If
+/// both are one file, that counts as no sample file and nothing is touched.
+int make_au_file(const std::string& res_name, const std::string& au_name);
+
+/// Writes the samples of an AU file from `start_seconds` to `end_seconds`, both included, as
+/// a sample file. 0; or 1 if a file cannot be opened or the input is no AU file. The output is
+/// created before the input is looked at: a refused input leaves it empty, and one name for both
+/// EMPTIES the AU file.
+int cut_part(const std::string& au_name, const std::string& res_name, double start_seconds,
+             double end_seconds);
+
+/// make_au_file with 16-bit summary and padding words. No tool uses it.
+int make_au_file_32(const std::string& res_name, const std::string& au_name);
+
+}  // namespace torve
