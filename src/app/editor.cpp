@@ -14,11 +14,13 @@
 #include "pool/pool.hpp"
 #include "text/fonts.hpp"
 #include "text/text_output.hpp"
+#include "wm/background.hpp"
 
 namespace torve {
 
 namespace {
 
+constexpr int work_buffers = 15;          // mask of init_win
 constexpr int pool_bytes_per_row = 1200;  // of the block for backgrounds, per row of a text line
 constexpr int diagram_right = 680;        // first column outside the area open to figures
 constexpr double start_xsc = 0.02;
@@ -28,7 +30,7 @@ struct StartPlot {
   int start;
 };
 
-// The second microphone heard the bell 1544 samples after the first: the shift lines them up.
+// The second recorder was switched on 1544 samples later: the shift lines the strokes up.
 constexpr std::array<StartPlot, pane_count> start_plots = {{
     {.file = "bhld1.res", .start = 0},
     {.file = "bhld2.res", .start = -1544},
@@ -79,6 +81,7 @@ void set_start_state() {
 }
 
 int editor() {
+  if (init_win(0, work_buffers) != 0 || !allocate_staging()) return 1;
   if (initPool(1, pool_bytes_per_row * cr, 0, 0) != 0) return 1;
   clear_canvas();
   load_icon_bar();
@@ -89,6 +92,7 @@ int editor() {
     say_cannot_find_files();
   }
   do_edi1_engine(1, c_table);
+  free_win(0, work_buffers);
   return 1;
 }
 

@@ -2,7 +2,9 @@
 
 #include "display/input.hpp"
 #include "display/screen_image.hpp"
+#include "display/screen_state.hpp"
 #include "wm/engine.hpp"
+#include "wm/wd_object.hpp"
 
 namespace torve {
 
@@ -12,6 +14,7 @@ constexpr int pause_after_handler = 100;  // rounds of delay
 
 // Offers a press that is for no window object to the icons; whether the program is to end.
 bool press_on_canvas(const JumpEntry* table) {
+  if (!canvas_press_began()) return false;
   const JumpEntry* icon = find_icon(table, X, Y);
   if (icon == nullptr) return false;
   present();
@@ -21,12 +24,38 @@ bool press_on_canvas(const JumpEntry* table) {
   return false;
 }
 
+// Runs the action of the object that has just been put down; whether the program is to end.
+bool run_action() {
+  pensize = 0;
+  hide_errormsg();
+  present();
+  if (edi1_operations(popwindow) == 1) return true;
+  delay(pause_after_handler);
+  flush_mouse();
+  spend_press();
+  return false;
+}
+
 }  // namespace
+
+int edi2_operations(int id) {
+  const WdAction own = is_wd_id(id) ? wd_actions[id - 1] : nullptr;
+  const WdAction action = own != nullptr ? own : wd_actions[default_action_slot];
+  if (action == nullptr || !is_wd_id(id)) return 0;
+  const WdObject& object = wd(id);
+  return action(id - 1, object.line_flags, object.menu_items, object.menu_lines);
+}
+
+int edi1_operations(int id) {
+  return edi2_operations(id);
+}
 
 int do_edi1_engine(int first, const JumpEntry* table) {
   if (init_engine(first) != 0) return 1;
   for (;;) {
-    if (do_operations() == engine_canvas_press && press_on_canvas(table)) return 1;
+    const int wanted = do_operations();
+    if (wanted == engine_run_action && run_action()) return 1;
+    if (wanted == engine_canvas_press && press_on_canvas(table)) return 1;
     kbhit();
   }
 }

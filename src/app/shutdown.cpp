@@ -7,6 +7,8 @@
 #include "display/graph.hpp"
 #include "pool/pool.hpp"
 #include "text/fonts.hpp"
+#include "wm/background.hpp"
+#include "wm/wd_object.hpp"
 
 namespace torve {
 
@@ -15,6 +17,8 @@ constexpr int exit_tool_status = 1;
 }
 
 int release_everything() {
+  free_wd_objects();
+  release_staging();
   release_work_buffer();
   endgraph();
   release_pool();

@@ -10,17 +10,18 @@
 namespace torve {
 
 // State.
-extern int buttons;           // button of the event handled last: 1 left, 2 middle or right, 0
-extern int X, Y;              // pointer position of that event, pixels, inside the clamp
-extern int oldX, oldY;        // position of the last press or release
-extern int cur_button;        // button held since the last press, 0 when none
-extern int mouse_off;         // 1 while the pointer is hidden during a press
-extern int X1mouse, Y1mouse;  // clamp of reported positions, upper left; setmouselim writes it
-extern int X2mouse, Y2mouse;  // lower right, inclusive
-extern char keybuffer[20];    // characters of the last key press
-extern int charcount;         // how many they are
-extern unsigned long keysym;  // X name of the last key pressed
-extern InputEvent report;     // the event read last
+extern int buttons;            // button of the event handled last: 1 left, 2 middle or right, 0
+extern int X, Y;               // pointer position of that event, pixels, inside the clamp
+extern int oldX, oldY;         // position of the last press or release
+extern int cur_button;         // button held since the last press, 0 when none
+extern int mouse_off;          // 1 while the pointer is hidden during a press
+extern int X1mouse, Y1mouse;   // clamp of reported positions, upper left; setmouselim writes it
+extern int X2mouse, Y2mouse;   // lower right, inclusive
+extern char keybuffer[20];     // characters of the last key press
+extern int charcount;          // how many they are
+extern unsigned long keysym;   // X name of the last key pressed
+extern InputEvent report;      // the event read last; its type is cleared by the flushes
+extern InputEvent last_event;  // the same, kept whole: what kind it was, and when
 
 /// Every variable above to its start value, and no close handler.
 void reset_input();

@@ -1,7 +1,6 @@
 #include "draw/lines.hpp"
 
 #include <algorithm>
-#include <array>
 #include <cstdint>
 
 #include "base/rect.hpp"
@@ -54,7 +53,10 @@ void draw_line(int x1, int y1, int x2, int y2, int colour, int target) {
 }
 
 void draw_line1(int far_x1, int far_y1, int far_x2, int far_y2, int colour) {
-  const auto [x1, y1, x2, y2] = std::array{near(far_x1), near(far_y1), near(far_x2), near(far_y2)};
+  const int x1 = near(far_x1);
+  const int y1 = near(far_y1);
+  const int x2 = near(far_x2);
+  const int y2 = near(far_y2);
   const auto [left, right] = std::minmax(x1, x2);
   const auto [top, bottom] = std::minmax(y1, y2);
   const Rect box = {std::max(left, 0), std::max(top, 0), std::min(right, screen_width - 1) + 1,

@@ -13,7 +13,48 @@ void copy_plane_row(std::uint8_t* target, int x, int width, const std::uint8_t* 
   }
 }
 
+// Eight pixels of a plane row from column x on, the first one in the lowest bit.
+unsigned get_8_bits(const std::uint8_t* plane_row, int x) {
+  const int byte = x >> 3;
+  const auto at = [&](int i) { return i >= 0 && i < plane_line_bytes ? plane_row[i] : 0U; };
+  return (at(byte) | at(byte + 1) << 8) >> (x & 7) & 0xFFU;
+}
+
 }  // namespace
+
+void save_buf2c(int x, int y, int width, int height, const PlaneLayout& layout,
+                std::span<std::uint8_t> buffer) {
+  if (!have_screen_image() || width <= 0) return;
+  const int bytes = (width + 7) / 8;
+  const std::size_t row_end =
+      static_cast<std::size_t>(layout.plane_stride * (layout.planes - 1) + bytes);
+  for (int row = 0; row < height; ++row) {
+    const std::size_t start =
+        static_cast<std::size_t>(row) * static_cast<std::size_t>(layout.row_stride);
+    if (start + row_end > buffer.size()) break;
+    const bool visible = y + row >= 0 && y + row < screen_height;
+    for (int plane = 0; plane < layout.planes; ++plane) {
+      std::uint8_t* target = buffer.data() + start + plane * layout.plane_stride;
+      const std::uint8_t* source = screen_block() + static_cast<std::size_t>(plane) * plane_bytes +
+                                   (visible ? (y + row) * plane_line_bytes : 0);
+      for (int i = 0; i < bytes; ++i) {
+        target[i] = static_cast<std::uint8_t>(
+            visible ? reversed_8_bits(get_8_bits(source, x + 8 * i)) : 0U);
+      }
+    }
+  }
+}
+
+void bitcpy(std::uint8_t* target, const std::uint8_t* source, int target_bit, int source_bit,
+            int count) {
+  for (int i = 0; i < count; ++i) {
+    const int from = source_bit + i;
+    const int to = target_bit + i;
+    const unsigned bit = source[from / 8] >> (7 - from % 8) & 1U;
+    const unsigned mask = 0x80U >> (to % 8);
+    target[to / 8] = static_cast<std::uint8_t>((target[to / 8] & ~mask) | (bit != 0 ? mask : 0));
+  }
+}
 
 void draw_buf2c(int x, int y, int width, int height, const PlaneLayout& layout,
                 std::span<const std::uint8_t> buffer) {

@@ -51,4 +51,14 @@ struct PlaneLayout {
 void draw_buf2c(int x, int y, int width, int height, const PlaneLayout& layout,
                 std::span<const std::uint8_t> buffer);
 
+/// The opposite: copies width x height pixels from (x, y) of the screen into the buffer. Pixels
+/// outside the screen become 0; bits behind the width are undefined.
+void save_buf2c(int x, int y, int width, int height, const PlaneLayout& layout,
+                std::span<std::uint8_t> buffer);
+
+/// Copies `count` bits; bit 0 is the most significant one of the first byte. The source and the
+/// target must not overlap.
+void bitcpy(std::uint8_t* target, const std::uint8_t* source, int target_bit, int source_bit,
+            int count);
+
 }  // namespace torve

@@ -55,6 +55,9 @@ void set_engine_hooks(const EngineHooks& hooks);
 /// The press that is going on has done its work: nothing happens until its release.
 void spend_press();
 
+/// An object has been freed: if it was being served or moved, nothing is any more.
+void forget_served_object(int id);
+
 /// Whether the object being served is out of the books, so that nothing else may be put.
 [[nodiscard]] bool an_object_is_lifted();
 

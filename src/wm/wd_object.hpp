@@ -146,6 +146,9 @@ int put_one_wd_object(int id);
 int refresh_one_wd_object(int id);
 int serve_wd_objects(int index);
 
+/// What an object shows while it is an icon; null when its kind says nothing.
+[[nodiscard]] const char* icon_text_of(int id);
+
 /// Takes an object off the canvas for good, in whatever state it is, and frees its slot.
 void free_one_wd_object(int id);
 

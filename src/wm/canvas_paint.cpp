@@ -1,0 +1,108 @@
+#include "wm/canvas_paint.hpp"
+
+#include <array>
+
+#include "display/screen_state.hpp"
+#include "draw/plane_copy.hpp"
+#include "wm/background.hpp"
+#include "wm/stacking.hpp"
+#include "wm/wd_object.hpp"
+
+namespace torve {
+
+namespace {
+
+FigureHooks figures;
+
+using Marks = std::array<bool, wd_object_count + 1>;
+
+// Painted, but out of the books: being served, above everything else.
+bool is_lifted(const WdObject& object) {
+  return object.kind != kind_free && object.painted && !is_eligible(object);
+}
+
+bool is_over(int id, const WdObject& below) {
+  const auto word = static_cast<std::size_t>((id - 1) / 32);
+  return (below.over[word] >> ((id - 1) % 32) & 1U) != 0;
+}
+
+bool meet(const WdObject& object, const Rect& rect) {
+  return !intersection(rect_of(object), rect).empty();
+}
+
+bool covers_a_marked_one(int id, const Marks& marked) {
+  for (int other = 1; other <= wd_object_count; ++other) {
+    if (!marked[static_cast<std::size_t>(other)]) continue;
+    if (is_lifted(wd(id)) ? meet(wd(id), rect_of(wd(other))) : is_over(id, wd(other))) return true;
+  }
+  return false;
+}
+
+// The objects that meet the rectangle, and whatever lies above one of them.
+Marks objects_to_lift(const Rect& rect) {
+  Marks marked = {};
+  for (bool grown = true; grown;) {
+    grown = false;
+    for (int id = 1; id <= wd_object_count; ++id) {
+      bool& mark = marked[static_cast<std::size_t>(id)];
+      const WdObject& object = wd(id);
+      if (mark || !(is_eligible(object) || is_lifted(object)) || object.background == nullptr) {
+        continue;
+      }
+      mark = meet(object, rect) || covers_a_marked_one(id, marked);
+      grown = grown || mark;
+    }
+  }
+  return marked;
+}
+
+// One of the marked objects that no other marked one lies above; 0 when none is marked.
+int topmost(const Marks& marked) {
+  for (int id = 1; id <= wd_object_count; ++id) {
+    if (marked[static_cast<std::size_t>(id)] && is_lifted(wd(id))) return id;
+  }
+  for (int id = 1; id <= wd_object_count; ++id) {
+    if (!marked[static_cast<std::size_t>(id)]) continue;
+    bool covered = false;
+    for (int other = 1; other <= wd_object_count && !covered; ++other) {
+      covered = marked[static_cast<std::size_t>(other)] && is_over(other, wd(id));
+    }
+    if (!covered) return id;
+  }
+  return 0;
+}
+
+PlaneLayout layout_of(const WdObject& object) {
+  return {gplanes, object.background_row_bytes, object.background_line_bytes};
+}
+
+}  // namespace
+
+CanvasPaint::CanvasPaint(const Rect& rect) {
+  Marks marked = objects_to_lift(rect);
+  for (int id = topmost(marked); id != 0; id = topmost(marked)) {
+    marked[static_cast<std::size_t>(id)] = false;
+    const WdObject& object = wd(id);
+    std::vector<std::uint8_t> picture(static_cast<std::size_t>(object.height) *
+                                      static_cast<std::size_t>(object.background_line_bytes));
+    save_buf2c(object.x, object.y, object.width, object.height, layout_of(object), picture);
+    movingPicture(0, 0, 2, id);
+    lifted_.push_back({id, std::move(picture)});
+  }
+  if (figures.lift != nullptr) figures.lift();
+}
+
+CanvasPaint::~CanvasPaint() {
+  if (figures.lay != nullptr) figures.lay();
+  for (auto lifted = lifted_.rbegin(); lifted != lifted_.rend(); ++lifted) {
+    WdObject& object = wd(lifted->id);
+    make_background(object, false);
+    draw_buf2c(object.x, object.y, object.width, object.height, layout_of(object), lifted->picture);
+  }
+}
+
+void set_figure_hooks(const FigureHooks& hooks) {
+  figures = hooks;
+}
+
+}  // namespace torve

@@ -1,0 +1,208 @@
+#include "wm/wd_object.hpp"
+
+#include <algorithm>
+#include <array>
+#include <tuple>
+
+#include "base/errors.hpp"
+#include "display/screen_state.hpp"
+#include "text/text_output.hpp"
+#include "wm/background.hpp"
+#include "wm/engine.hpp"
+#include "wm/stacking.hpp"
+#include "wm/wd_icon.hpp"
+
+namespace torve {
+
+WdObject wd_object[wd_object_count];
+WdAction wd_actions[wd_object_count + 1];
+
+namespace {
+
+constexpr int most_kinds = 16;
+constexpr int text_console = 1;  // value of `term`
+
+struct KnownKind {
+  std::uint32_t kind = kind_free;
+  WdKind functions;
+};
+std::array<KnownKind, most_kinds> kinds;
+
+const WdKind* find_kind(std::uint32_t kind) {
+  for (const KnownKind& known : kinds) {
+    if (known.kind == kind && kind != kind_free) return &known.functions;
+  }
+  return nullptr;
+}
+
+// Kinds draw with limits and colours of their own; who comes next finds the old ones.
+class KeptDrawingState {
+ public:
+  KeptDrawingState() = default;
+  ~KeptDrawingState() {
+    std::tie(X1_min, Y1_min, X1_max, Y1_max, truncate1, xkoord, ykoord, bgcol) = kept_;
+  }
+  KeptDrawingState(const KeptDrawingState&) = delete;
+  KeptDrawingState& operator=(const KeptDrawingState&) = delete;
+
+ private:
+  std::tuple<int, int, int, int, int, int, int, int> kept_ = {X1_min,    Y1_min, X1_max, Y1_max,
+                                                              truncate1, xkoord, ykoord, bgcol};
+};
+
+using KindFunction = int (*)(int id);
+
+// Calls one of the kind's functions; `refused` when the id, the slot or the kind is nobody's.
+int dispatch(int id, KindFunction WdKind::*which, KindFunction for_icon, int refused) {
+  if (!is_wd_id(id)) return refused;
+  const KeptDrawingState kept;
+  if (is_icon(wd(id))) return for_icon(id);
+  const WdKind* kind = find_kind(wd(id).kind);
+  return kind != nullptr && kind->*which != nullptr ? (kind->*which)(id) : refused;
+}
+
+bool put_fresh(int id) {
+  keep_on_canvas(wd(id), true);
+  if (put_one_wd_object(id) != 0) {
+    free_one_wd_object(id);
+    return false;
+  }
+  if_b_opt_bgtofile(id);
+  zero_over(id - 1);
+  wd(id).flags = wd(id).flags & ~(WdFlags::fresh | WdFlags::off_screen);
+  update_over(id);
+  return true;
+}
+
+bool put_hidden(int id) {
+  if (put_one_wd_object(id) != 0) return false;
+  zero_over(id - 1);
+  wd(id).flags = wd(id).flags & ~WdFlags::off_screen;
+  update_over(id);
+  return true;
+}
+
+bool put(int id) {
+  WdObject& object = wd(id);
+  if (has(object.flags, WdFlags::fresh)) return put_fresh(id);
+  if (has(object.flags, WdFlags::off_screen) && !object.painted) return put_hidden(id);
+  if (is_eligible(object)) bring_any_to_top(id, 0);
+  return refresh_one_wd_object(id) == 0;
+}
+
+template <typename Spared>
+void free_from_top(int lowest, Spared spared) {
+  for (int id = wd_object_count; id >= lowest; --id) {
+    if (wd(id).kind == kind_free || spared(wd(id))) continue;
+    if_b_opt_bgfromfile(id);
+    free_one_wd_object(id);
+  }
+}
+
+}  // namespace
+
+void register_wd_kind(std::uint32_t kind, const WdKind& functions) {
+  const auto same = [kind](const KnownKind& known) { return known.kind == kind; };
+  auto slot = std::find_if(kinds.begin(), kinds.end(), same);
+  if (slot == kinds.end()) {
+    slot = std::find_if(kinds.begin(), kinds.end(),
+                        [](const KnownKind& known) { return known.kind == kind_free; });
+  }
+  if (slot != kinds.end()) *slot = {kind, functions};
+}
+
+void fill_jmptable_b(int slot, WdAction action) {
+  if (slot >= 0 && slot <= default_action_slot) wd_actions[slot] = action;
+}
+
+void keep_on_canvas(WdObject& object, bool to_cell) {
+  object.x = std::max(0, std::min(object.x, X__max + 1 - object.width));
+  object.y = std::max(0, std::min(object.y, Y__max + 1 - object.height));
+  if (to_cell && has(object.flags, WdFlags::snap)) object.x &= ~7;
+}
+
+WdObject& start_wd_object(int id, std::uint32_t kind, const Rect& place, WdFlags flags) {
+  free_one_wd_object(id);
+  WdObject& object = wd(id);
+  object = {};
+  object.kind = kind;
+  object.x = place.x1;
+  object.y = place.y1;
+  object.width = place.width();
+  object.height = place.height();
+  object.flags = flags | WdFlags::fresh;
+  return object;
+}
+
+int put_one_wd_object(int id) {
+  return dispatch(id, &WdKind::put, draw_old_icon, 1) > 0 ? 1 : 0;
+}
+
+int refresh_one_wd_object(int id) {
+  return dispatch(id, &WdKind::refresh, draw_old_icon, 1) > 0 ? 1 : 0;
+}
+
+int serve_wd_objects(int index) {
+  return dispatch(index + 1, &WdKind::serve, serve_icon, command_put_down_only);
+}
+
+const char* icon_text_of(int id) {
+  const WdKind* kind = find_kind(wd(id).kind & ~kind_icon_bit);
+  return kind != nullptr && kind->icon_text != nullptr ? kind->icon_text(id) : nullptr;
+}
+
+void free_one_wd_object(int id) {
+  if (!is_wd_id(id) || wd(id).kind == kind_free) return;
+  WdObject& object = wd(id);
+  if (is_eligible(object)) {
+    bring_any_to_top(id, 0);
+    object.flags = object.flags | WdFlags::off_screen;
+    update_over(id);
+  }
+  object.flags = object.flags | WdFlags::off_screen;
+  remove_background(id);
+  release_background(object);
+  const WdKind* kind = find_kind(object.kind & ~kind_icon_bit);
+  if (kind != nullptr && kind->free_memory != nullptr) kind->free_memory(id);
+  object = {};
+  forget_served_object(id);
+}
+
+int put_wd_objects(int first, int last) {
+  for (int id = std::max(first, 1); id <= std::min(last, wd_object_count); ++id) {
+    if (wd(id).kind != kind_free && !put(id)) return 1;
+  }
+  return 0;
+}
+
+void free_wd_objects() {
+  free_from_top(1, [](const WdObject&) { return false; });
+}
+
+int free_wd_objects_gt1() {
+  free_from_top(2, [](const WdObject& object) { return has(object.flags, WdFlags::permanent); });
+  return 0;
+}
+
+int free_wd_objects_gt1_u() {
+  free_from_top(2, [](const WdObject&) { return false; });
+  return 0;
+}
+
+void hide_wd_object(int id) {
+  if (term == text_console || !is_wd_id(id)) return;
+  WdObject& object = wd(id);
+  if (!is_eligible(object) || is_icon(object)) return;
+  // What lies above it inherits its background first; otherwise that would be stamped over it.
+  bring_any_to_top(id, 0);
+  if_b_opt_bgfromfile(id);
+  object.flags = object.flags | WdFlags::off_screen;
+  update_over(id);
+  remove_background(id);
+}
+
+void hide_errormsg() {
+  hide_wd_object(message_window_id);
+}
+
+}  // namespace torve

@@ -1,0 +1,153 @@
+#include "wm/window_shape.hpp"
+
+#include <algorithm>
+
+#include "display/screen_state.hpp"
+#include "draw/window_frame.hpp"
+#include "text/fonts.hpp"
+#include "wm/background.hpp"
+
+namespace torve {
+
+namespace {
+
+constexpr int full_scale = 128;  // of thumb fractions
+constexpr int box_size = 10;     // of the boxes in the upper corners, pixels
+constexpr int bar_size = 11;     // of a scroll bar with its frame lines
+constexpr int arrow_start = 11;  // from a window's corner to a bar's first arrow
+constexpr int arrow_size = 9;
+constexpr int track_start = 24;     // from a window's corner to the middle of the first thumb place
+constexpr int vertical_track = 40;  // what a window's height exceeds its track by
+constexpr int horizontal_track = 49;  // the same for its width
+constexpr int widen_band = 2;         // outermost pixels that make a window larger
+constexpr int narrow_band = 6;        // with the pixels behind them that make it smaller
+constexpr int erase_colour = 16;
+
+int fraction_of(int offset, int range) {
+  return range < 1 ? 0 : offset * full_scale / range;
+}
+
+FrameFlags frame_flags(const WdObject& object) {
+  FrameFlags flags = FrameFlags::none;
+  if (has(object.flags, WdFlags::no_vertical_bar)) flags = flags | FrameFlags::no_vertical_bar;
+  if (has(object.flags, WdFlags::no_horizontal_bar)) flags = flags | FrameFlags::no_horizontal_bar;
+  return flags;
+}
+
+// Where a press on a bar leads: `at` is its distance from the bar's corner, `length` the window's
+// extent along the bar, `last_arrow` the far arrow's distance from the far corner.
+int scrolled_to(int offset, int range, int at, int length, int last_arrow, int track, bool edge) {
+  if (range < 1) return offset;
+  if (at < arrow_start + arrow_size) return edge ? std::max(0, offset - 1) : offset;
+  if (at >= length - last_arrow) return edge ? std::min(range, offset + 1) : offset;
+  const int place =
+      std::clamp((at - track_start) * full_scale / std::max(1, length - track), 0, full_scale);
+  return (place * range + full_scale / 2) / full_scale;
+}
+
+}  // namespace
+
+void init_menu(const WdObject& object, ScrollState& scroll) {
+  X1_min = object.x + 2 * window_cell;
+  X1_max = object.x + object.width - window_cell;
+  Y1_min = object.y + 2 * window_cell;
+  Y1_max = object.y + object.height - window_cell;
+  scroll.x_fraction = fraction_of(object.scroll_column, scroll.column_range);
+  scroll.y_fraction = fraction_of(object.scroll_line, scroll.line_range);
+}
+
+void draw_window_frame(const WdObject& object, ScrollState& scroll, int colour, int noframe) {
+  const int line_fraction = fraction_of(object.scroll_line, scroll.line_range);
+  putWinFrame(object.x, object.y, object.height, object.width, object.scroll_column,
+              object.scroll_line, scroll.column_range, scroll.line_range, &scroll.x_fraction,
+              &scroll.y_fraction, colour, frame_flags(object), noframe);
+  // The frame routine leaves the vertical thumb at the horizontal position.
+  if (has(object.flags, WdFlags::no_vertical_bar)) return;
+  update_yscrollbar(&scroll.y_fraction, line_fraction, erase_colour, colour, object.x, object.y,
+                    object.y + object.height - 1);
+}
+
+WindowPart check_scrolling(WdObject& object, ScrollState& scroll, int x, int y, bool edge,
+                           int colour) {
+  const int dx = x - object.x;
+  const int dy = y - object.y;
+  if (!rect_of(object).contains(x, y)) return WindowPart::outside;
+  if (dx < box_size && dy < box_size) return WindowPart::top_left_box;
+  if (dx >= object.width - box_size && dy < box_size) return WindowPart::close_box;
+  if (dx < bar_size) {
+    if (has(object.flags, WdFlags::no_vertical_bar)) return WindowPart::scroll_bar;
+    object.scroll_line = scrolled_to(object.scroll_line, scroll.line_range, dy, object.height,
+                                     arrow_size + 1, vertical_track, edge);
+    update_yscrollbar(&scroll.y_fraction, fraction_of(object.scroll_line, scroll.line_range),
+                      erase_colour, colour, object.x, object.y, object.y + object.height - 1);
+    return WindowPart::scroll_bar;
+  }
+  if (dy < bar_size) {
+    if (has(object.flags, WdFlags::no_horizontal_bar)) return WindowPart::scroll_bar;
+    object.scroll_column = scrolled_to(object.scroll_column, scroll.column_range, dx, object.width,
+                                       box_size + arrow_size + 1, horizontal_track, edge);
+    update_xscrollbar(&scroll.x_fraction, fraction_of(object.scroll_column, scroll.column_range),
+                      erase_colour, colour, object.x, object.x + object.width, object.y);
+    return WindowPart::scroll_bar;
+  }
+  return WindowPart::inside;
+}
+
+Edge check_resizing(const WdObject& object, int x, int y) {
+  if (has(object.flags, WdFlags::fixed_size) || !rect_of(object).contains(x, y)) return Edge::none;
+  Edge found = Edge::none;
+  const int from_right = object.x + object.width - 1 - x;
+  const int from_bottom = object.y + object.height - 1 - y;
+  if (y - object.y >= bar_size && from_right < narrow_band) {
+    found = found | (from_right < widen_band ? Edge::wider : Edge::narrower);
+  }
+  if (x - object.x >= bar_size && from_bottom < narrow_band) {
+    found = found | (from_bottom < widen_band ? Edge::taller : Edge::shorter);
+  }
+  return found;
+}
+
+Edge resize_step(const WdObject& object, int x, int y, Edge grabbed) {
+  constexpr int slack = 4;  // the narrowing band follows the pointer inwards by a step and this
+  Edge step = Edge::none;
+  if ((grabbed & (Edge::wider | Edge::narrower)) != Edge::none) {
+    const int right = object.x + object.width;
+    if (x >= right) step = step | Edge::wider;
+    if (x < right - window_cell - slack) step = step | Edge::narrower;
+  }
+  if ((grabbed & (Edge::taller | Edge::shorter)) != Edge::none) {
+    const int bottom = object.y + object.height;
+    if (y >= bottom) step = step | Edge::taller;
+    if (y < bottom - cr - slack) step = step | Edge::shorter;
+  }
+  return step;
+}
+
+Edge update_backgrnd(int id, Edge step) {
+  WdObject& object = wd(id);
+  const int width = object.width;
+  const int height = object.height;
+  int new_width = width + (has(step, Edge::wider) ? window_cell : 0) -
+                  (has(step, Edge::narrower) ? window_cell : 0);
+  int new_height =
+      height + (has(step, Edge::taller) ? cr : 0) - (has(step, Edge::shorter) ? cr : 0);
+  if (new_width < smallest_width || object.x + new_width > X__max + 1) new_width = width;
+  if (new_height < 3 * window_cell + cr || object.y + new_height > Y__max + 1) new_height = height;
+  if (new_width == width && new_height == height) return Edge::none;
+  movingPicture(0, 0, 2, id);
+  object.width = new_width;
+  object.height = new_height;
+  if (change_background(id) != 0) {
+    object.width = width;
+    object.height = height;
+    make_background(object, false);
+    return Edge::none;
+  }
+  make_background(object, false);
+  Edge moved = Edge::none;
+  if (new_width != width) moved = moved | (new_width > width ? Edge::wider : Edge::narrower);
+  if (new_height != height) moved = moved | (new_height > height ? Edge::taller : Edge::shorter);
+  return moved;
+}
+
+}  // namespace torve
