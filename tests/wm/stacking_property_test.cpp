@@ -1,0 +1,326 @@
+// Random users: presses, drags, keys, exposes, lost releases, opens, closes, hides, errors in the
+// middle of a serve. After every step the screen, the over sets and the pool must be what an
+// explicit list of pictures says.
+
+#include <cstdlib>
+#include <deque>
+#include <random>
+
+#include "pool/pool.hpp"
+#include "support/screen.hpp"
+#include "wm/background.hpp"
+#include "wm/canvas_paint.hpp"
+#include "wm/engine.hpp"
+#include "wm/stacking.hpp"
+#include "wm/window_model.hpp"
+#include "wm/window_shape.hpp"
+
+namespace torve {
+namespace {
+
+using Type = InputEvent::Type;
+
+constexpr std::uint32_t test_kind = 5;
+constexpr int objects = 9;  // ids 1 .. 9; id 1 is the message window
+
+std::deque<InputEvent> queue;
+WindowModel model;
+std::mt19937 random_numbers;
+
+int any(int low, int high) {
+  return std::uniform_int_distribution<int>(low, high)(random_numbers);
+}
+
+const DisplayBackend player = {
+    .wait_event =
+        [](InputEvent& event) {
+          event = queue.empty() ? InputEvent{.type = Type::other} : queue.front();
+          if (!queue.empty()) queue.pop_front();
+        },
+    .event_pending = [] { return !queue.empty(); },
+    .drop_events =
+        [](Type type) {
+          return std::erase_if(queue, [type](const InputEvent& e) { return e.type == type; }) > 0;
+        },
+    .push = [](const Rect&) {},
+};
+
+void paint(int id) {
+  const Rect rect = rect_of(wd(id));
+  for (int y = rect.y1; y < rect.y2; ++y) {
+    for (int x = rect.x1; x < rect.x2; ++x) {
+      drawpixel2c(x, y, picture_pixel(id, model.version[id], x - rect.x1, y - rect.y1));
+    }
+  }
+}
+
+int put(int id) {
+  if (make_background(wd(id), false) != 0) return 2;
+  paint(id);
+  return -2;
+}
+
+int refresh(int id) {
+  paint(id);
+  return -2;
+}
+
+// An error in the middle of a serve waits until the object is down.
+bool error_waits = false;
+
+void show_message() {
+  if (an_object_is_lifted()) {
+    error_waits = true;
+    return;
+  }
+  error_waits = false;
+  if (wd(message_window_id).kind == kind_free) return;
+  put_wd_objects(message_window_id, message_window_id);
+  model.put_on_top(message_window_id);
+}
+
+int resize(int id) {
+  const Edge steps[] = {Edge::wider, Edge::narrower, Edge::taller, Edge::shorter,
+                        Edge::wider | Edge::taller};
+  for (int i = any(1, 5); i > 0; --i) {
+    if (update_backgrnd(id, steps[any(0, 4)]) != Edge::none) paint(id);
+  }
+  return command_put_down_only;
+}
+
+// Serves as menus do: waits for events of its own and acts on the press that ends it.
+int serve_until_outside(int id) {
+  while (!queue.empty()) {
+    readmouse(&buttons, &X, &Y);
+    if (last_event.type == Type::press && !rect_of(wd(id)).contains(X, Y)) return command_put_down;
+  }
+  return command_put_down_only;
+}
+
+int serve(int id) {
+  model.put_on_top(id);
+  if (any(0, 9) == 0) show_message();
+  if (any(0, 5) == 0) {
+    ++model.version[id];
+    paint(id);
+  }
+  const int command = any(0, 11);
+  switch (command) {
+    case 0:
+      model.take_off(id);
+      return command_free;
+    case 1:
+      model.take_off(id);
+      return command_hide;
+    case 2:
+    case 3:
+      cxoff = X - wd(id).x;
+      cyoff = Y - wd(id).y;
+      return command_move;
+    case 4:
+      return resize(id);
+    case 5:
+    case 6:
+      return serve_until_outside(id);
+    case 7:
+      return command_put_down;  // its own close box
+    case 8:
+      return command_run_action;
+    default:
+      return command_put_down_only;
+  }
+}
+
+class StackingTest : public ScreenTest {
+ protected:
+  StackingTest() {
+    printed_by([] { EXPECT_EQ(initPool(1, 13200, 0, 0), 0); });
+    EXPECT_TRUE(allocate_staging());
+    init_win(0, 15);
+    register_wd_kind(test_kind, {.put = put, .serve = serve, .refresh = refresh});
+    set_display_backend(&player);
+    set_engine_hooks({.object_put_down = [] {
+      if (error_waits) show_message();
+    }});
+    queue.clear();
+    error_waits = false;
+  }
+  ~StackingTest() override {
+    free_wd_objects();
+    set_display_backend(nullptr);
+    set_engine_hooks({});
+    release_staging();
+    release_pool();
+  }
+
+  void start(unsigned seed) {
+    random_numbers.seed(seed);
+    for (int i = 0; i < 60; ++i) {
+      const int x = any(-50, 790);
+      const int y = any(-50, 590);
+      clear_win1(x, y, x + any(1, 300), y + any(1, 200),
+                 static_cast<std::uint32_t>(any(0, 0xFFFFFF)));
+    }
+    model = {.base = all_pixels(), .stack = {}, .version = {}};
+    EXPECT_EQ(init_engine(1), 0);
+  }
+
+  static void open(int id) {
+    const int x = any(-30, 760);
+    const int y = any(-30, 560);
+    // A message window has its size for good; every flag turns up elsewhere.
+    WdFlags flags = WdFlags::none;
+    if (any(0, 1) == 0) flags = flags | WdFlags::snap;
+    if (any(0, 1) == 0) flags = flags | WdFlags::outline_move;
+    if (id == 7) flags = flags | WdFlags::permanent;
+    start_wd_object(id, test_kind, {x, y, x + any(20, 260), y + any(20, 190)}, flags);
+    ++model.version[id];
+    EXPECT_EQ(put_wd_objects(id, id), 0);
+    model.put_on_top(id);
+  }
+
+  static void paint_beneath() {
+    const int x = any(0, 700);
+    const int y = any(0, 500);
+    const Rect rect = {x, y, x + any(1, 300), y + any(1, 200)};
+    const std::uint32_t pixel = static_cast<std::uint32_t>(any(0, 0xFFFFFF));
+    const CanvasPaint scope(rect);
+    clear_win1(rect.x1, rect.y1, rect.x2, rect.y2, pixel);
+    const Rect shown = intersection(rect, whole_screen);
+    for (int row = shown.y1; row < shown.y2; ++row) {
+      const auto first = model.base.begin() + row * screen_width;
+      std::fill(first + shown.x1, first + shown.x2, pixel);
+    }
+  }
+
+  static InputEvent mouse(Type type, int button) {
+    InputEvent event = {.type = type, .button = button, .x = any(-5, 805), .y = any(-5, 605)};
+    // Most of what a user presses is a window.
+    if (type == Type::press && any(0, 4) != 0 && !model.stack.empty()) {
+      const int id =
+          model.stack[static_cast<std::size_t>(any(0, static_cast<int>(model.stack.size()) - 1))];
+      event.x = wd(id).x + any(0, wd(id).width - 1);
+      event.y = wd(id).y + any(0, wd(id).height - 1);
+    }
+    return event;
+  }
+
+  // Releases get lost now and then, and other events fall in between.
+  static void press_and_drag() {
+    const int button = any(1, 3);
+    queue.push_back(mouse(Type::press, button));
+    for (int i = any(0, 3); i > 0; --i)
+      queue.push_back(mouse(Type::motion, 0));
+    const Type between[] = {Type::key, Type::expose, Type::resize, Type::other};
+    if (any(0, 3) == 0) queue.push_back({.type = between[any(0, 3)]});
+    if (any(0, 5) == 0) queue.push_back(mouse(Type::press, any(1, 5)));
+    if (any(0, 9) != 0) queue.push_back(mouse(Type::release, button));
+  }
+
+  static void operate() {
+    while (!queue.empty()) {
+      static_cast<void>(do_operations());
+      forget_hidden_message();
+      if (last_event_was_mouse() && canvas_press_began()) {
+        EXPECT_EQ(model.at(X, Y), 0) << "a press fell through";
+      }
+    }
+  }
+
+  // The engine hides the message when another object is pressed; everything else is decided here.
+  static void forget_hidden_message() {
+    const WdObject& message = wd(message_window_id);
+    if (moving == message_window_id) return;
+    if (message.kind == kind_free || !message.painted) model.take_off(message_window_id);
+  }
+
+  static void step() {
+    const int id = any(1, objects);
+    // While an object is up only the mouse has a say.
+    switch (an_object_is_lifted() ? 9 : any(0, 9)) {
+      case 0:
+        open(id);
+        break;
+      case 1:
+        free_one_wd_object(id);
+        model.take_off(id);
+        break;
+      case 2:
+        hide_wd_object(id);
+        model.take_off(id);
+        break;
+      case 3:
+        if (wd(id).kind == kind_free) break;
+        EXPECT_EQ(put_wd_objects(id, id), 0);
+        model.put_on_top(id);
+        break;
+      case 4:
+        if (bring_id_to_top(id, any(0, 1) == 0 ? 1 : 2) != 0) model.put_on_top(id);
+        break;
+      case 5:
+        paint_beneath();
+        break;
+      case 6:
+        show_message();
+        break;
+      default:
+        press_and_drag();
+        operate();
+        break;
+    }
+  }
+
+  // What is wrong with the screen and the books; empty when they are right.
+  static std::string fault() {
+    if (as_rectangle != 0) return {};  // an outline is up: the object will come back
+    const std::vector<std::uint32_t> shown = all_pixels();
+    const std::vector<std::uint32_t> expected = model.picture();
+    const auto wrong = std::mismatch(shown.begin(), shown.end(), expected.begin()).first;
+    if (wrong != shown.end()) {
+      const int at = static_cast<int>(wrong - shown.begin());
+      return "pixel " + std::to_string(at % 800) + "," + std::to_string(at / 800);
+    }
+    for (int id = 1; id <= wd_object_count; ++id) {
+      const WdObject& object = wd(id);
+      if (is_eligible(object) && object.over != model.over(id))
+        return "set of " + std::to_string(id);
+      if (object.kind != kind_free &&
+          intersection(rect_of(object), whole_screen) != rect_of(object)) {
+        return "place of " + std::to_string(id);
+      }
+    }
+    return {};
+  }
+
+  static int backgrounds() {
+    return static_cast<int>(
+        std::count_if(std::begin(wd_object), std::end(wd_object),
+                      [](const WdObject& o) { return o.background != nullptr; }));
+  }
+};
+
+TEST_F(StackingTest, RandomUsersLeaveTheScreenRight) {
+  const char* asked_seeds = std::getenv("TORVE_SEEDS");
+  const char* asked_steps = std::getenv("TORVE_STEPS");
+  const unsigned seeds =
+      asked_seeds != nullptr ? static_cast<unsigned>(std::atoi(asked_seeds)) : 20;
+  const int steps = asked_steps != nullptr ? std::atoi(asked_steps) : 120;
+  for (unsigned seed = 1; seed <= seeds; ++seed) {
+    start(seed);
+    for (int i = 0; i < steps; ++i) {
+      step();
+      ASSERT_EQ(fault(), "") << "seed " << seed << " step " << i;
+      ASSERT_EQ(b_counter, backgrounds()) << "seed " << seed << " step " << i;
+    }
+    if (moving != 0) {
+      queue.push_back(mouse(Type::release, 1));
+      operate();
+    }
+    free_wd_objects();
+    ASSERT_EQ(all_pixels(), model.base) << "seed " << seed << ": something stayed behind";
+    ASSERT_EQ(b_counter, 0) << "seed " << seed;
+  }
+}
+
+}  // namespace
+}  // namespace torve
