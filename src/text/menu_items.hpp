@@ -5,9 +5,9 @@
 
 namespace torve {
 
-inline constexpr int field_length = 30;      // characters of a field at most
-inline constexpr int field_room = 32;        // bytes of its storage, terminator included
-inline constexpr int first_text_code = 17;   // codes below lead the choices of a selection field
+inline constexpr int field_length = 30;     // characters of a field at most
+inline constexpr int field_room = 32;       // bytes of its storage, terminator included
+inline constexpr int first_text_code = 17;  // codes below lead the choices of a selection field
 
 enum class ItemFlags : unsigned {
   none = 0,

@@ -59,11 +59,6 @@ void for_glyph_bits(char character, int x, int y, Draw draw) {
   }
 }
 
-void use_default_font() {
-  // A default font that cannot be had leaves the current one: its message says so.
-  if (curfnt != defaultfont && init_font(defaultfont) != 0) return;
-}
-
 // Clears from the cursor to (length of the text, glyph height) as seen from the screen's corner:
 // a box behind the text for text in that corner only.
 void clear_behind_corner_text(const char* text) {
@@ -82,6 +77,11 @@ void reset_text_state() {
   truncate1 = 0;
   lg = plg = 0;
   std::memset(line1, 0, sizeof line1);
+}
+
+void use_default_font() {
+  // A default font that cannot be had leaves the current one: its message says so.
+  if (curfnt != defaultfont && init_font(defaultfont) != 0) return;
 }
 
 void displaychar(int x, int y, int rows, int fg, int bg, int, const std::uint8_t* glyph) {

@@ -16,6 +16,9 @@ extern char line1[132];  // work line of otext
 /// The three variables above to their start values.
 void reset_text_state();
 
+/// Makes the default font current, if it is not.
+void use_default_font();
+
 /// One glyph of `rows` rows at (x, y): set bits in colour fg, clear bits in colour bg, or left
 /// alone when bg is `nocolor`. `line_length` is not used.
 void displaychar(int x, int y, int rows, int fg, int bg, int line_length,

@@ -1,0 +1,129 @@
+#include "dialogs/file_window.hpp"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdio>
+
+#include "base/errors.hpp"
+#include "base/files.hpp"
+#include "dialogs/messages.hpp"
+#include "dialogs/popup_menu.hpp"
+#include "dialogs/serve_loop.hpp"
+#include "dialogs/text_lines.hpp"
+#include "display/screen_state.hpp"
+#include "draw/rectangles.hpp"
+#include "text/fonts.hpp"
+#include "text/text_output.hpp"
+#include "wm/background.hpp"
+#include "wm/engine.hpp"
+#include "wm/stacking.hpp"
+
+namespace torve {
+
+namespace {
+
+constexpr int bad_id_code = 6;
+constexpr int columns_beyond_window = 2;  // of a column range that has to be worked out
+
+enum Colour { background_colour, frame_colour_index, kept_colour, text_colour };
+
+FilePtr open_text(const char* name) {
+  FilePtr file = open_regular_file(name, "rb");
+  return file ? std::move(file) : open_installed_file(name, DataKind::include, "rb");
+}
+
+class TextWindow : public ServedWindow {
+ public:
+  TextWindow(int id, FilePtr file) : ServedWindow(id), file_(std::move(file)) {
+    frame_colour = colour(frame_colour_index);
+  }
+
+  void lay_out() override {
+    WdObject& window = object();
+    if (file_ && (window.column_range < 0 || window.line_range < 0)) measure(window);
+    init_menu(window, scroll);
+    const int rows = (Y1_max - Y1_min) / cr;
+    scroll.column_range = std::max(0, window.column_range);
+    scroll.line_range = std::max(0, window.line_range - rows);
+    window.scroll_column = std::clamp(window.scroll_column, 0, scroll.column_range);
+    window.scroll_line = std::clamp(window.scroll_line, 0, scroll.line_range);
+    init_menu(window, scroll);
+    truncate1 = 1;
+    bgcol = colour(background_colour);
+    fgcol = colour(text_colour);
+    use_default_font();
+  }
+
+  void draw() override {
+    const Rect all = rect_of(object());
+    clearwin(all.x1, all.y1, all.x2, all.y2 - 1, bgcol);
+    draw_scrolled();
+    if (id() == message_window_id) draw_message_detail();
+  }
+
+  void draw_scrolled() override {
+    move_text(file_.get(), object().scroll_column, object().scroll_line);
+  }
+
+  [[nodiscard]] bool scrolls_at_once() const override { return false; }
+
+  int text_area_event(PointerAction action) override {
+    const bool asks_for_text = action == PointerAction::press && !file_;
+    return asks_for_text ? command_missing_file : serving_goes_on;
+  }
+
+ private:
+  [[nodiscard]] int colour(Colour which) const { return object().colours[which]; }
+
+  void measure(WdObject& window) {
+    const TextExtent extent = measure_text(file_.get());
+    if (window.column_range < 0) {
+      window.column_range = std::max(window.width / cs + columns_beyond_window, extent.columns);
+    }
+    if (window.line_range < 0) window.line_range = extent.lines;
+  }
+
+  FilePtr file_;
+};
+
+}  // namespace
+
+int make_file_window(int id, int x, int y, int width, int height, int c1, int c2, int c3, int c4,
+                     const char* name, int columns, int lines) {
+  if (!is_wd_id(id)) return 1;
+  x &= ~7;
+  width &= ~7;
+  WdObject& window =
+      start_wd_object(id, kind_file_window, {x, y, x + width, y + height}, WdFlags::snap);
+  int i = 0;
+  for (const int colour : {c1, c2, c3, c4})
+    window.colours.at(static_cast<std::size_t>(i++)) = static_cast<std::uint8_t>(colour);
+  std::snprintf(window.name, sizeof window.name, "%s", name);
+  window.column_range = columns;
+  window.line_range = lines;
+  zero_over(id - 1);
+  return 0;
+}
+
+int file_window(int id, int mode, int keep) {
+  if (!is_wd_id(id) || wd(id).kind != kind_file_window) return 1;
+  FilePtr file = open_text(wd(id).name);
+  if (!file && mode == mode_put) return command_missing_file;
+  if (make_background(wd(id), mode != mode_put) != 0) return command_no_memory;
+  TextWindow window(id, std::move(file));
+  window.stays = keep != 0;
+  if (mode == mode_serve) return serve_window(window);
+  paint_window(window);
+  return command_put_down;
+}
+
+int free_file_window(int id) {
+  if (id < 1) {
+    illegal_pointer(bad_id_code);
+    return 1;
+  }
+  if (is_wd_id(id)) free_one_wd_object(id);
+  return 0;
+}
+
+}  // namespace torve

@@ -1,0 +1,26 @@
+// Text windows: framed, scrollable and resizable windows that show a file.
+//
+// The file is looked for in the working directory, then among the program's own files. It is read
+// anew whenever the window is drawn.
+#pragma once
+
+namespace torve {
+
+/// Makes object `id` a window over the file `name` (31 characters at most). Nothing is drawn.
+/// x and width go down to a multiple of 8. Colours: c1 background, c2 frame, c3 kept, c4 text.
+/// `columns` and `lines` are the ranges of the scroll bars: how far the text may move to the left,
+/// and the number of its lines; -1: worked out when the window is first drawn. Returns 0, or 1 for
+/// an id outside 1 .. 128.
+int make_file_window(int id, int x, int y, int width, int height, int c1, int c2, int c3, int c4,
+                     const char* name, int columns, int lines);
+
+/// Draws or serves the window (modes and results as for pop_up_menu; 1 when there is no file).
+/// With `keep` nonzero it can only be scrolled and resized. A window whose file has gone is served
+/// all the same, so that it can be closed; pressing into its text gives 1.
+int file_window(int id, int mode, int keep);
+
+/// Takes the window off the canvas and frees its slot. Returns 0, or 1 after illegal_pointer(6)
+/// for an id below 1.
+int free_file_window(int id);
+
+}  // namespace torve

@@ -1,0 +1,62 @@
+#include "dialogs/install.hpp"
+
+#include "dialogs/file_window.hpp"
+#include "dialogs/label.hpp"
+#include "dialogs/menu_structure.hpp"
+#include "dialogs/messages.hpp"
+#include "dialogs/popup_menu.hpp"
+#include "wm/engine.hpp"
+#include "wm/wd_object.hpp"
+
+namespace torve {
+
+namespace {
+
+void free_menu_memory(int id) {
+  WdObject& menu = wd(id);
+  free_menustructure(&menu.menu_items, &menu.menu_lines, &menu.line_flags, menu.item_count,
+                     menu.line_count, menu.line_size);
+}
+
+const char* first_menu_line(int id) {
+  return wd(id).line_count > 0 ? wd(id).menu_lines[0] : "";
+}
+
+const char* text_window_name(int id) {
+  return id == message_window_id ? "Messages" : wd(id).name;
+}
+
+constexpr WdKind popup_menus = {
+    .put = [](int id) { return pop_up_menu(id, mode_put); },
+    .serve = [](int id) { return pop_up_menu(id, mode_serve); },
+    .refresh = [](int id) { return pop_up_menu(id, mode_refresh); },
+    .free_memory = free_menu_memory,
+    .icon_text = first_menu_line,
+};
+
+constexpr WdKind text_windows = {
+    .put = [](int id) { return file_window(id, mode_put, 0); },
+    .serve = [](int id) { return file_window(id, mode_serve, 0); },
+    .refresh = [](int id) { return file_window(id, mode_refresh, 0); },
+    .icon_text = text_window_name,
+};
+
+constexpr WdKind labels = {
+    .put = [](int id) { return draw_label(id, mode_put); },
+    .serve = [](int id) { return draw_label(id, mode_serve); },
+    .refresh = [](int id) { return draw_label(id, mode_refresh); },
+    .icon_text = [](int id) -> const char* { return wd(id).name; },
+};
+
+}  // namespace
+
+void install_dialogs() {
+  register_wd_kind(kind_popup_menu, popup_menus);
+  register_wd_kind(kind_file_window, text_windows);
+  register_wd_kind(kind_label, labels);
+  set_error_reporters(message_reporters());
+  set_engine_hooks(
+      {.create_message_window = create_message_window, .object_put_down = show_waiting_message});
+}
+
+}  // namespace torve

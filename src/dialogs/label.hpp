@@ -1,0 +1,19 @@
+// Labels: one line of text on a white box, moved by pressing them.
+#pragma once
+
+namespace torve {
+
+/// Makes object `id` a label with a text of 31 characters at most, upper left corner (x, y).
+/// Nothing is drawn. Returns 0; 1 for an id outside 1 .. 128, or, after no_memory(), without
+/// memory for the background.
+int make_label(int id, int x, int y, const char* text);
+
+/// Draws the label (mode_put, mode_refresh), or starts a move (command_move). Returns
+/// command_put_down after drawing, 2 without memory, 1 after illegal_pointer(9) for an id outside
+/// 1 .. 128.
+int draw_label(int id, int mode);
+
+/// Takes the label off the canvas and frees its slot. Returns 0, or 1 for an id outside 1 .. 128.
+int free_label(int id);
+
+}  // namespace torve

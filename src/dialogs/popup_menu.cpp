@@ -1,0 +1,207 @@
+#include "dialogs/popup_menu.hpp"
+
+#include <algorithm>
+#include <cstring>
+
+#include "base/errors.hpp"
+#include "dialogs/menu_commands.hpp"
+#include "dialogs/menu_structure.hpp"
+#include "dialogs/serve_loop.hpp"
+#include "display/input.hpp"
+#include "display/screen_state.hpp"
+#include "draw/rectangles.hpp"
+#include "text/field_editing.hpp"
+#include "text/fonts.hpp"
+#include "text/text_output.hpp"
+#include "wm/background.hpp"
+#include "wm/engine.hpp"
+#include "wm/stacking.hpp"
+
+namespace torve {
+
+namespace {
+
+constexpr int bad_id_code = 7;
+constexpr int outline_area = 3575;  // larger menus move as outlines
+constexpr int edge_colour = 18;     // between the frame and the text area
+constexpr int inner_inset = 14;     // from the upper left corner to the inner area
+constexpr int inner_margin = 7;     // from the inner area to the right edge
+constexpr int frame_columns = 3;    // of a menu's width: two left of the text, one right of it
+
+enum Colour { text_area_colour, frame_colour_index, selected_colour, field_colour, text_colour };
+
+void fill_lines_with_blanks(const WdObject& object) {
+  if (object.line_size < 1) return;
+  const auto last = static_cast<std::size_t>(object.line_size - 1);
+  for (int i = 0; i < object.line_count; ++i) {
+    char* line = object.menu_lines[i];
+    const std::size_t used = strnlen(line, last);
+    std::memset(line + used, ' ', last - used);
+    line[last] = 0;
+  }
+}
+
+class MenuWindow : public ServedWindow {
+ public:
+  explicit MenuWindow(int id) : ServedWindow(id) { frame_colour = colour(frame_colour_index); }
+
+  void lay_out() override {
+    WdObject& menu = object();
+    init_popupmenu(menu.line_count, menu.visible_lines, menu.line_size, menu.width,
+                   &scroll.column_range, &scroll.line_range);
+    menu.scroll_column = std::clamp(menu.scroll_column, 0, scroll.column_range);
+    menu.scroll_line = std::clamp(menu.scroll_line, 0, scroll.line_range);
+    init_menu(menu, scroll);
+    truncate1 = 1;
+    use_default_font();
+    fgcol = colour(text_colour);
+    fill_lines_with_blanks(menu);
+  }
+
+  void draw() override {
+    const Rect all = rect_of(object());
+    clearwin(all.x1, all.y1, all.x2, all.y2 - 1, edge_colour);
+    clearwin(all.x1 + inner_inset, all.y1 + inner_inset, all.x2 - inner_margin,
+             all.y2 - inner_margin - 1, colour(text_area_colour));
+    draw_menu_lines(text());
+  }
+
+  void draw_scrolled() override {
+    clearwin(X1_min, Y1_min, X1_max, Y1_max, colour(text_area_colour));
+    draw_menu_lines(text());
+  }
+
+  [[nodiscard]] bool scrolls_at_once() const override { return true; }
+
+  void resized(Edge moved) override {
+    WdObject& menu = object();
+    if (has(moved, Edge::taller) && menu.visible_lines < menu.line_count) ++menu.visible_lines;
+    if (has(moved, Edge::shorter) && menu.visible_lines > 0) --menu.visible_lines;
+  }
+
+  int text_area_event(PointerAction action) override {
+    const MenuText menu = text();
+    const int row = line_at(menu, X, Y);
+    const Gesture gesture =
+        gestures_.on_event({.action = action, .x = X, .y = Y, .row = row, .time = last_event.time});
+    if (action == PointerAction::press) spent_ = false;
+    if (action == PointerAction::release || spent_) return serving_goes_on;
+    if (asks_to_run(menu, gesture, row)) return command_run_action;
+    if (action == PointerAction::press) {
+      press(menu, row);
+    } else if (row >= 0) {
+      select_line(menu, row);
+    }
+    return serving_goes_on;
+  }
+
+ private:
+  [[nodiscard]] int colour(Colour which) const { return object().colours[which]; }
+
+  [[nodiscard]] MenuText text() const {
+    const WdObject& menu = object();
+    return {.items = menu.menu_items,
+            .lines = menu.menu_lines,
+            .flags = menu.line_flags,
+            .coloff = menu.scroll_column,
+            .firstline = menu.scroll_line,
+            .item_count = menu.item_count,
+            .line_count = menu.line_count,
+            .visible_lines = std::min(menu.visible_lines, (Y1_max - Y1_min) / cr),
+            .background = colour(text_area_colour),
+            .selected_background = colour(selected_colour),
+            .field_background = colour(field_colour)};
+  }
+
+  // The engine's test takes equal positions for a double press, so the slack is passed as equal.
+  bool asks_to_run(const MenuText& menu, Gesture gesture, int row) {
+    if (gesture == Gesture::none || row < 0 || row != selected_line(menu)) return false;
+    const int press_x = gesture == Gesture::drag ? gestures_.first_press().x : X;
+    return doubleclick_and_submenu(menu.flags, menu.line_count, X, Y, buttons, press_x, Y,
+                                   &gestures_.press_rounds, &gestures_.release_rounds,
+                                   double_press_threshold) != 0;
+  }
+
+  void press(const MenuText& menu, int row) {
+    const int field = row < 0 ? -1 : field_at(menu, row, X);
+    check_command(menu.items, menu.lines, menu.flags, menu.coloff, menu.firstline, menu.item_count,
+                  menu.line_count, menu.visible_lines, menu.background, menu.selected_background,
+                  menu.field_background, X, Y);
+    if (field >= 0 && !has(menu.items[field].itemflags, ItemFlags::selection)) edit_has_ended();
+  }
+
+  // The wait for keys has swallowed the release. A press that has ended it before any key came may
+  // be the second of a double press.
+  void edit_has_ended() {
+    buttons = 0;
+    spent_ = true;
+    gestures_.missed_release();
+    if (last_edit_had_a_key()) gestures_.forget();
+  }
+
+  ClickGestures gestures_;
+  bool spent_ = false;  // the present press has edited a field: the rest of it means nothing
+};
+
+[[nodiscard]] bool is_menu(int id) {
+  return is_wd_id(id) && wd(id).kind == kind_popup_menu;
+}
+
+}  // namespace
+
+int make_popup_menu(int id, int x, int y, int width, int height, int c1, int c2, int c3, int c4,
+                    int c5, MenuItem* items, char** lines, int* flags, int nitems, int nlines,
+                    int nvisible, int linesize) {
+  if (!is_wd_id(id)) return 1;
+  x &= ~7;
+  width &= ~7;
+  WdFlags object_flags = WdFlags::snap;
+  if (width * height > outline_area) object_flags = object_flags | WdFlags::outline_move;
+  WdObject& menu =
+      start_wd_object(id, kind_popup_menu, {x, y, x + width, y + height}, object_flags);
+  int i = 0;
+  for (const int colour : {c1, c2, c3, c4, c5})
+    menu.colours.at(static_cast<std::size_t>(i++)) = static_cast<std::uint8_t>(colour);
+  menu.menu_items = items;
+  menu.menu_lines = lines;
+  menu.line_flags = flags;
+  menu.item_count = nitems;
+  menu.line_count = nlines;
+  menu.line_size = linesize;
+  menu.visible_lines = nvisible;
+  zero_over(id - 1);
+  fill_lines_with_blanks(menu);
+  return 0;
+}
+
+int pop_up_menu(int id, int mode) {
+  if (!is_menu(id)) return 1;
+  if (make_background(wd(id), mode != mode_put) != 0) return command_no_memory;
+  MenuWindow window(id);
+  if (mode == mode_serve) return serve_window(window);
+  paint_window(window);
+  return command_put_down;
+}
+
+int free_pop_up_menu(int id) {
+  if (id < 1) {
+    illegal_pointer(bad_id_code);
+    return 1;
+  }
+  if (is_wd_id(id)) free_one_wd_object(id);
+  return 0;
+}
+
+int pull_down(int id) {
+  if (pop_up_menu(id, mode_put) > 0) return 1;
+  setmouse(3 * cs + wd(id).x, cr + wd(id).y);
+  return pop_up_menu(id, mode_serve) > 0 ? 1 : 0;
+}
+
+void init_popupmenu(int nlines, int nvisible, int linesize, int width, int* column_range,
+                    int* line_range) {
+  *line_range = std::max(0, nlines - nvisible);
+  *column_range = std::max(0, linesize - width / cs - frame_columns);
+}
+
+}  // namespace torve

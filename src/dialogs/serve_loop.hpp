@@ -1,0 +1,56 @@
+// The loop that serves a framed window: menus and text windows share it.
+//
+// It runs while the window is lifted, from the press that lifted it until a press asks for
+// something that the engine does. Presses on the frame are handled here: scrolling, resizing (an
+// edge is grabbed until the release) and the two boxes. The text area is the window's own.
+#pragma once
+
+#include "dialogs/click_gestures.hpp"
+#include "wm/window_shape.hpp"
+
+namespace torve {
+
+/// What a window's text area answers to a press or motion: a command of the engine, or this.
+inline constexpr int serving_goes_on = 1000;
+
+/// A window as the loop sees it.
+class ServedWindow {
+ public:
+  explicit ServedWindow(int id) : id_(id) {}
+  virtual ~ServedWindow() = default;
+  ServedWindow(const ServedWindow&) = delete;
+  ServedWindow& operator=(const ServedWindow&) = delete;
+
+  [[nodiscard]] int id() const { return id_; }
+  [[nodiscard]] WdObject& object() const { return wd(id_); }
+
+  /// Works out the ranges of the scroll bars for the present size, brings the scroll position
+  /// inside them and sets the drawing limits to the text area.
+  virtual void lay_out() = 0;
+  /// Draws everything at the present size.
+  virtual void draw() = 0;
+  /// Draws the text area after scrolling.
+  virtual void draw_scrolled() = 0;
+  /// Whether the text moves while a scroll bar is still held, and not at its release only.
+  [[nodiscard]] virtual bool scrolls_at_once() const = 0;
+  /// The edges that a resizing step has moved; lay_out and draw follow.
+  virtual void resized(Edge) {}
+  /// A press, motion or release of a press that began in the text area.
+  virtual int text_area_event(PointerAction) { return serving_goes_on; }
+
+  ScrollState scroll;
+  int frame_colour = 0;
+  bool stays = false;  // ignores presses beside it, on its close box and for moving it
+
+ private:
+  int id_;
+};
+
+/// Serves the press that is going on (buttons, X, Y hold it) and those that follow. The result is
+/// a command of the engine.
+int serve_window(ServedWindow& window);
+
+/// Paints the whole window, as put and refresh ask for. The caller has seen to the background.
+void paint_window(ServedWindow& window);
+
+}  // namespace torve
