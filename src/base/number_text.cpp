@@ -9,6 +9,7 @@
 #include <cstring>
 #include <limits>
 #include <locale.h>
+#include <string_view>
 
 namespace torve {
 
@@ -104,6 +105,14 @@ char* put_fixed6(char* out, double value) {
   put_pair(out + 3, decimals / 100 % 100);
   put_pair(out + 5, decimals % 100);
   return out + 7;
+}
+
+bool same_fixed6(double a, double b) {
+  std::array<char, longest_fixed6> text_a;
+  std::array<char, longest_fixed6> text_b;
+  const char* const end_a = put_fixed6(text_a.data(), a);
+  const char* const end_b = put_fixed6(text_b.data(), b);
+  return std::string_view(text_a.data(), end_a) == std::string_view(text_b.data(), end_b);
 }
 
 char* put_decimal(char* out, std::int64_t value) {

@@ -19,6 +19,9 @@ inline constexpr std::size_t longest_decimal = 20;
 /// room for longest_fixed6 characters, or 48 if the value comes from a float.
 char* put_fixed6(char* out, double value);
 
+/// Whether "%f" writes both alike.
+[[nodiscard]] bool same_fixed6(double a, double b);
+
 /// Writes `value` as "%d" would and returns the end of the text (no terminator).
 char* put_decimal(char* out, std::int64_t value);
 

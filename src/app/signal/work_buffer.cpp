@@ -1,6 +1,7 @@
 #include "app/signal/work_buffer.hpp"
 
 #include <cstdint>
+#include <cstring>
 #include <memory>
 #include <new>
 
@@ -9,11 +10,20 @@ namespace torve {
 void* pointer1 = nullptr;
 
 namespace {
-std::unique_ptr<std::uint32_t[]> block;
-}
+
+constexpr std::size_t most_bins = 100'000;
+constexpr std::size_t a_words = 1;
+constexpr std::size_t b_words = a_words + most_bins;
+constexpr std::size_t power_words = b_words + most_bins;
+static_assert((power_words + 2 * most_bins) * sizeof(float) == work_buffer_bytes);
+
+// Words of float: K's bits are kept in the first as they are.
+std::unique_ptr<float[]> block;
+
+}  // namespace
 
 bool allocate_work_buffer() {
-  block.reset(new (std::nothrow) std::uint32_t[work_buffer_bytes / sizeof(std::uint32_t)]());
+  block.reset(new (std::nothrow) float[work_buffer_bytes / sizeof(float)]());
   pointer1 = block.get();
   return pointer1 != nullptr;
 }
@@ -21,6 +31,29 @@ bool allocate_work_buffer() {
 void release_work_buffer() {
   block.reset();
   pointer1 = nullptr;
+}
+
+int stored_spectrum_size() {
+  std::int32_t size = 0;
+  if (block) std::memcpy(&size, block.get(), sizeof size);
+  return size;
+}
+
+void store_spectrum_size(int size) {
+  const std::int32_t word = size;
+  std::memcpy(block.get(), &word, sizeof word);
+}
+
+std::span<float> stored_a() {
+  return {block.get() + a_words, most_bins};
+}
+
+std::span<float> stored_b() {
+  return {block.get() + b_words, most_bins};
+}
+
+std::span<float> stored_power() {
+  return {block.get() + power_words, most_bins};
 }
 
 }  // namespace torve

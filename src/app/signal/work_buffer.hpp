@@ -3,9 +3,11 @@
 // One block of 32-bit words: word 0 holds K, the number of samples the spectrum was computed from
 // (0: none yet), words 1 + j the cosine coefficients a(j), 100001 + j the sine coefficients b(j),
 // 200001 + j the powers P(j), as floats. It is allocated cleared and kept for the program's life.
+// A spectrum writes its bins 0 .. K/2; what an earlier, larger one left above them stays.
 #pragma once
 
 #include <cstddef>
+#include <span>
 
 namespace torve {
 
@@ -19,5 +21,14 @@ extern void* pointer1;
 
 /// Releases the block; nothing happens when there is none.
 void release_work_buffer();
+
+/// Word 0; 0 when there is no block.
+[[nodiscard]] int stored_spectrum_size();
+void store_spectrum_size(int size);
+
+/// The 100000 words a(j), b(j) and P(j). Only while there is a block.
+[[nodiscard]] std::span<float> stored_a();
+[[nodiscard]] std::span<float> stored_b();
+[[nodiscard]] std::span<float> stored_power();
 
 }  // namespace torve

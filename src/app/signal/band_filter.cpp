@@ -1,0 +1,84 @@
+#include "app/signal/band_filter.hpp"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <new>
+
+#include "app/signal/band_sums.hpp"
+#include "app/signal/sample_file.hpp"
+#include "app/signal/say.hpp"
+#include "app/signal/work_buffer.hpp"
+
+namespace torve {
+
+namespace {
+
+constexpr std::int64_t sampling_rate = 44100;
+constexpr int samples_per_message = 1000;
+
+/// What one filter adds up.
+struct Selection {
+  bool with_mean;
+  std::array<BinRange, 2> ranges;
+};
+
+/// Truncated towards zero, and kept where sums with small numbers cannot overflow.
+int bin_of(int hertz, int size) {
+  const std::int64_t bin = hertz * std::int64_t{size} / sampling_rate;
+  return static_cast<int>(std::clamp<std::int64_t>(bin, -1'000'000'000, 1'000'000'000));
+}
+
+Selection select_bins(int low, int high, int size, int mode) {
+  constexpr BinRange none = {1, 0};
+  if (mode == filter_band_pass) {
+    return {low <= 0 && high >= 0, {{{std::max(low, 1), std::min(high, size - 1)}, none}}};
+  }
+  return {true, {{{1, std::min(low - 1, size - 1)}, {std::max(high + 1, 1), size - 1}}}};
+}
+
+void write_values(OutputFile& file, const BandSums& sums, int size) {
+  std::array<double, BandSums::lanes> values;
+  for (int first = 0; first < size; first += BandSums::lanes) {
+    const int end = std::min(first + BandSums::lanes, size);
+    for (int t = first; t < end; ++t) {
+      if (t % samples_per_message == 0) {
+        say("%d percent ready\n", static_cast<int>(std::int64_t{t} * 100 / size));
+      }
+    }
+    sums.values(first, values);
+    for (int t = first; t < end; ++t)
+      write_sample(file, t, values[static_cast<std::size_t>(t - first)]);
+  }
+}
+
+int filter(const std::string& name, int size, const Selection& selection) {
+  OutputFile file(name);
+  if (!file) return 1;
+  const auto bins = static_cast<std::size_t>(size);
+  const double mean =
+      static_cast<double>(stored_a()[0]) * static_cast<double>(sampling_rate) / size;
+  const BandSums sums(stored_a().first(bins), stored_b().first(bins), size,
+                      selection.with_mean ? mean : 0, selection.ranges);
+  write_values(file, sums, size);
+  if (!file.finish()) return 1;
+  say("done\n");
+  return 0;
+}
+
+}  // namespace
+
+int filter_spectrum(const std::string& band_out, const std::string& rest_out, int low_hz,
+                    int high_hz, int mode) try {
+  const int size = stored_spectrum_size();
+  if (size == 0) {
+    say("run power spectrum\n");
+    return 1;
+  }
+  const Selection selection = select_bins(bin_of(low_hz, size), bin_of(high_hz, size), size, mode);
+  return filter(mode == filter_band_pass ? band_out : rest_out, size, selection);
+} catch (const std::bad_alloc&) {
+  return 1;
+}
+
+}  // namespace torve

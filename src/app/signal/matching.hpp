@@ -1,0 +1,67 @@
+// Where, and how much louder, a second signal lies in a first one.
+//
+// The measure is the mean absolute difference: for the offset j and the scale s, the mean over i of
+// |a(j + i) - s b(i)|. Sums are double, in index order.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace torve {
+
+/// The fewest samples of each signal that are matched.
+inline constexpr std::size_t least_match_samples = 10000;
+
+/// Offsets are tried from this many samples before the start to one less behind it.
+inline constexpr int offset_reach = 1102;
+
+/// Scales are tried from start - scale_reach / scale_steps to start + scale_reach / scale_steps.
+inline constexpr int scale_reach = 1000;
+inline constexpr double scale_steps = 5000.0;
+
+/// Only means below this count as a match.
+inline constexpr double worst_mean = 1000000;
+
+struct OffsetMatch {
+  int offset;
+  double mean;
+  std::size_t last_samples;  // how many samples the last offset tried had
+};
+
+struct ScaleMatch {
+  double scale;
+  double mean;
+};
+
+/// Divides by the mean absolute value, which is returned.
+double normalise(std::span<float> values);
+
+/// The first offset of the smallest mean around `start`, 0 or more. The samples that count end
+/// where either signal does; offsets at which none are left are not tried. Nothing if no mean is
+/// below worst_mean.
+[[nodiscard]] std::optional<OffsetMatch> best_offset(std::span<const float> a,
+                                                     std::span<const float> b, double scale,
+                                                     int start);
+
+/// The first scale of the smallest mean around `start` over the samples of b; a has as many. The
+/// mean at `start` is below worst_mean.
+[[nodiscard]] ScaleMatch best_scale(std::span<const float> a, std::span<const float> b,
+                                    double start);
+
+/// Matches two sample files, both divided by their mean absolute value, and writes what is left to
+/// `path3`: the first from the offset on less the scaled second, without its mean, its largest
+/// absolute value scaled to one (not-a-number where nothing is left). With mode 0 path3 receives
+/// how much worse each shift of the second signal is, instead.
+/// `samples` is "all" or a decimal count per file; `scale_io` is where the scales start and the
+/// result; `ave3_out` receives the mean difference, `offset_out` minus the offset. 0, also for
+/// a negative start_offset, which does nothing; or 1 if a file cannot be opened or written, a
+/// signal has less than least_match_samples samples, or no offset qualifies. Results are stored
+/// only once they are found.
+int my_correlation(const std::string& path1, const std::string& path2, const std::string& path3,
+                   float* ave3_out, int* offset_out, float* scale_io, int mode, int start_offset,
+                   const std::string& samples);
+
+}  // namespace torve

@@ -1,0 +1,36 @@
+// The power spectrum of a signal, by a direct transform without a window.
+//
+// Its coefficients stay in the work buffer, where the filters find them.
+#pragma once
+
+#include <span>
+#include <string>
+#include <vector>
+
+namespace torve {
+
+/// The fewest values, the leading 0 included, that are transformed.
+inline constexpr int least_spectrum_size = 10000;
+
+/// Coefficients of the bins 0 .. K/2: x(i) is about the mean a(0) plus the sum over the other bins
+/// of a(j) cos(2 pi j i / K) + b(j) sin(2 pi j i / K). The power is a^2 + b^2, taken before a and b
+/// become floats; power(0) is the mean squared, b(0) is 0.
+struct Spectrum {
+  std::vector<float> a;
+  std::vector<float> b;
+  std::vector<float> power;
+};
+
+/// The spectrum of x(0 .. K-1). `progress` is told each bin about to be computed, 1 .. K/2, in
+/// order. The text of every power is that of the literal sums.
+[[nodiscard]] Spectrum compute_spectrum(std::span<const float> x,
+                                        void (*progress)(int bin, int last));
+
+/// Writes the spectrum of a sample file as a spectrum file and leaves its coefficients in the work
+/// buffer. `samples` is "all" or a decimal count N: at most N - 1 values are taken, because the
+/// first goes to x(1) and x(0) is 0. 0; or 1 if a file cannot be opened or written, or there are
+/// fewer than least_spectrum_size values.
+int power_spectrum(const std::string& res_in, const std::string& spe_out,
+                   const std::string& samples);
+
+}  // namespace torve

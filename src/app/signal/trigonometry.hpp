@@ -1,0 +1,119 @@
+// Sines and cosines of many angles at once, and what rounding did to an angle.
+//
+// The analyses take sines of arguments like (p * 3.14159) / K, rounded twice before the sine sees
+// them. With p up to 2^31 that rounding moves an argument by up to 1e-11, far more than the last
+// digit of a sine, so whoever turns a phasor step by step must put it back in: these functions
+// give the sine of the rounded argument from the sine of the true one. They use no fused operation,
+// so that every instruction set gives the same bits.
+#pragma once
+
+#include <bit>
+#include <cstdint>
+
+namespace torve {
+
+/// The value of pi that the spectrum and the filters use.
+inline constexpr double short_pi = 3.14159;
+
+struct SineCosine {
+  double sine;
+  double cosine;
+};
+
+/// The upper bits of `value`, without the last `dropped` ones.
+[[gnu::always_inline]] constexpr double upper_bits(double value, int dropped) {
+  return std::bit_cast<double>(std::bit_cast<std::uint64_t>(value) >> dropped << dropped);
+}
+
+/// Sine and cosine for |angle| < 1e6, wrong by less than 0.8 units in the last place; without
+/// branches, so that loops over it vectorise. Reduction by pi/2 in three parts of 33, 33 and 53
+/// bits (Cody and Waite), Taylor polynomials on the rest, at most pi/4.
+[[gnu::always_inline]] inline SineCosine sine_cosine(double angle) {
+  constexpr double half_pi_1 = 0x1.921fb544p0;
+  constexpr double half_pi_2 = 0x1.0b4611a6p-34;
+  constexpr double half_pi_3 = 0x1.3198a2e037073p-69;
+  constexpr double rounder = 0x1.8p52;
+  const double shifted = angle * 0.63661977236758134308 + rounder;
+  const double n = shifted - rounder;
+  const double r1 = angle - n * half_pi_1;
+  const double w = n * half_pi_2;
+  const double r = r1 - w;
+  const double e = n * half_pi_3 - ((r1 - r) - w);
+  const double y = r - e;
+  const double d = (r - y) - e;  // y + d is the rest
+  const double z = y * y;
+  const double ps =
+      -1 / 6. +
+      z * (1 / 120. +
+           z * (-1 / 5040. +
+                z * (1 / 362880. + z * (-1 / 39916800. + z * (1 / 6227020800. +
+                                                              z * (-1 / 1307674368000. +
+                                                                   z * (1 / 355687428096000.)))))));
+  const double pc =
+      1 / 24. +
+      z * (-1 / 720. +
+           z * (1 / 40320. +
+                z * (-1 / 3628800. +
+                     z * (1 / 479001600. + z * (-1 / 87178291200. + z * (1 / 20922789888000.))))));
+  const double s = y + (z * y * ps + (d - 0.5 * z * d));
+  const double half_z = 0.5 * z;
+  const double u = 1 - half_z;
+  const double c = u + (((1 - u) - half_z) + (z * z * pc - y * d));
+  // The quarter turns exchange the two and set the signs.
+  const auto quarters = std::bit_cast<std::uint64_t>(shifted);
+  auto sine_bits = std::bit_cast<std::uint64_t>(s);
+  auto cosine_bits = std::bit_cast<std::uint64_t>(c);
+  const std::uint64_t exchange = (sine_bits ^ cosine_bits) & (0 - (quarters & 1));
+  sine_bits ^= exchange ^ (quarters & 2) << 62;
+  cosine_bits ^= exchange ^ ((quarters + 1) & 2) << 62;
+  return {std::bit_cast<double>(sine_bits), std::bit_cast<double>(cosine_bits)};
+}
+
+/// A divisor K, a whole number up to 2^17, and its reciprocal.
+struct Divisor {
+  double value;
+  double reciprocal;
+};
+
+/// A factor in two parts: upper x m and lower x m must be exact, or nearly so, for the m it meets.
+struct SplitFactor {
+  double whole;
+  double upper;
+  double lower;
+};
+
+[[gnu::always_inline]] constexpr SplitFactor split_factor(double value, int dropped) {
+  const double upper = upper_bits(value, dropped);
+  return {value, upper, value - upper};
+}
+
+/// How much the argument (m * factor) / K, rounded after each step, exceeds the true one.
+[[gnu::always_inline]] inline double angle_excess(double m, const SplitFactor& factor,
+                                                  const Divisor& k) {
+  const double product = m * factor.whole;
+  const double product_error = (m * factor.upper - product) + m * factor.lower;
+  // 36 bits of the quotient times the 17 of K are exact, and so is the rest of the division; both
+  // together, rounded, are what a division gives.
+  const double estimate = upper_bits(product * k.reciprocal, 17);
+  const double correction = (product - estimate * k.value) * k.reciprocal;
+  const double quotient = estimate + correction;
+  return ((quotient - estimate) - correction) - product_error * k.reciprocal;
+}
+
+/// Sine and cosine a small angle further.
+[[gnu::always_inline]] inline SineCosine moved(const SineCosine& at, double angle) {
+  return {at.sine + angle * at.cosine, at.cosine - angle * at.sine};
+}
+
+/// Sine and cosine of the sum of two angles.
+[[gnu::always_inline]] inline SineCosine turned(const SineCosine& a, const SineCosine& b) {
+  return {a.sine * b.cosine + a.cosine * b.sine, a.cosine * b.cosine - a.sine * b.sine};
+}
+
+/// Sine and cosine of the true m x factor / K.
+[[gnu::always_inline]] inline SineCosine true_sine_cosine(double m, const SplitFactor& factor,
+                                                          const Divisor& k) {
+  return moved(sine_cosine(m * factor.whole / k.value), -angle_excess(m, factor, k));
+}
+
+}  // namespace torve
