@@ -1,0 +1,136 @@
+#include "batch/commands.hpp"
+
+#include <array>
+#include <charconv>
+#include <optional>
+
+#include "app/signal/au_file.hpp"
+#include "app/signal/band_filter.hpp"
+#include "app/signal/correlation.hpp"
+#include "app/signal/matching.hpp"
+#include "app/signal/report.hpp"
+#include "app/signal/spectrum.hpp"
+#include "app/signal/work_buffer.hpp"
+#include "batch/streams.hpp"
+
+namespace torve {
+
+namespace {
+
+/// The whole word as a number.
+template <typename Number>
+std::optional<Number> number_of(const std::string& word) {
+  Number number = {};
+  const char* const end = word.data() + word.size();
+  const auto [stop, error] = std::from_chars(word.data(), end, number);
+  if (error != std::errc() || stop != end) return std::nullopt;
+  return number;
+}
+
+int status(int result) {
+  return result == 0 ? exit_done : exit_failed;
+}
+
+/// Word `i`, or `otherwise` if there are fewer.
+std::string word_or(Words words, std::size_t i, const char* otherwise) {
+  return i < words.size() ? words[i] : otherwise;
+}
+
+int run_report(Words words) {
+  return status(analyse(words[0]));
+}
+
+int run_to_au(Words words) {
+  const InputName res(words[0]);
+  OutputName au(words[1]);
+  return status(make_au_file(res.name(), au.name()) | au.deliver());
+}
+
+int run_cut(Words words) {
+  const auto start = number_of<double>(words[2]);
+  const auto end = number_of<double>(words[3]);
+  if (!start || !end) return exit_usage;
+  const InputName au(words[0]);
+  OutputName res(words[1]);
+  return status(cut_part(au.name(), res.name(), *start, *end) | res.deliver());
+}
+
+int run_autocorrelation(Words words) {
+  const InputName res(words[0]);
+  return status(autocorrelation(res.name(), words[1]));
+}
+
+int run_correlation(Words words) {
+  const InputName res1(words[0]);
+  return status(correlation(res1.name(), words[1], words[2]));
+}
+
+int run_match(Words words) {
+  const auto start = number_of<int>(word_or(words, 3, "0"));
+  auto scale = number_of<float>(word_or(words, 4, "1"));
+  if (!start || !scale) return exit_usage;
+  const InputName res1(words[0]);
+  OutputName rest(words[2]);
+  float mean = 0;
+  int offset = 0;
+  return status(my_correlation(res1.name(), words[1], rest.name(), &mean, &offset, &*scale, 1,
+                               *start, word_or(words, 5, "all")) |
+                rest.deliver());
+}
+
+int run_spectrum(Words words) {
+  const InputName res(words[0]);
+  OutputName spe(words[1]);
+  return status(power_spectrum(res.name(), spe.name(), word_or(words, 2, "all")) | spe.deliver());
+}
+
+int run_filter(Words words, FilterMode mode) {
+  const auto low = number_of<int>(words[3]);
+  const auto high = number_of<int>(words[4]);
+  if (!low || !high) return exit_usage;
+  if (!allocate_work_buffer()) return exit_failed;
+  const InputName res(words[0]);
+  OutputName out(words[2]);
+  const bool done = power_spectrum(res.name(), words[1], word_or(words, 5, "all")) == 0 &&
+                    filter_spectrum(out.name(), out.name(), *low, *high, mode) == 0;
+  release_work_buffer();
+  return done ? status(out.deliver()) : exit_failed;
+}
+
+int run_band_pass(Words words) {
+  return run_filter(words, filter_band_pass);
+}
+
+int run_out_of_band(Words words) {
+  return run_filter(words, filter_out_of_band);
+}
+
+constexpr std::array commands = {
+    Command{"report", "FILE.au", "list an AU file; answers come from standard input", 1, 1,
+            run_report},
+    Command{"to-au", "IN.res OUT.au", "write samples as a 32-bit float AU file", 2, 2, run_to_au},
+    Command{"cut", "IN.au OUT.res START END",
+            "write the samples from START to END seconds; one name for both empties the file", 4, 4,
+            run_cut},
+    Command{"autocorrelation", "IN.res SUFFIX", "write autocorSUFFIX.res", 2, 2,
+            run_autocorrelation},
+    Command{"correlation", "ONE.res TWO.res SUFFIX", "write correSUFFIX.res, by lag of TWO", 3, 3,
+            run_correlation},
+    Command{"match", "ONE.res TWO.res REST.res [START [SCALE [SAMPLES]]]",
+            "find TWO in ONE near sample START (0) and SCALE (1), write what is left", 3, 6,
+            run_match},
+    Command{"spectrum", "IN.res OUT.spe [SAMPLES]", "write the power spectrum", 2, 3, run_spectrum},
+    Command{"band-pass", "IN.res OUT.spe BAND.res LOW HIGH [SAMPLES]",
+            "write the spectrum, and the signal rebuilt from LOW to HIGH Hz", 5, 6, run_band_pass},
+    Command{"out-of-band", "IN.res OUT.spe REST.res LOW HIGH [SAMPLES]",
+            "write the spectrum, and the signal rebuilt from all but LOW to HIGH Hz", 5, 6,
+            run_out_of_band},
+};
+
+}  // namespace
+
+std::span<const Command> all_commands() {
+  return commands;
+}
+
+}  // namespace torve

@@ -1,0 +1,29 @@
+// The commands of torve-batch: the computing procedures under names of a command line.
+#pragma once
+
+#include <cstddef>
+#include <span>
+#include <string>
+
+namespace torve {
+
+using Words = std::span<const std::string>;
+
+/// What main returns.
+enum ExitStatus { exit_done = 0, exit_usage = 1, exit_failed = 2 };
+
+struct Command {
+  const char* name;
+  const char* parameters;  // as shown to the user; those in brackets may be left out
+  const char* summary;
+  std::size_t least_words;
+  std::size_t most_words;
+  /// Runs the command on its words, as many as allowed. Returns an ExitStatus; exit_usage without
+  /// having done anything if a word is no number where one is needed.
+  int (*run)(Words words);
+};
+
+/// All commands, in the order of the help text.
+[[nodiscard]] std::span<const Command> all_commands();
+
+}  // namespace torve
