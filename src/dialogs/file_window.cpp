@@ -36,6 +36,7 @@ class TextWindow : public ServedWindow {
  public:
   TextWindow(int id, FilePtr file) : ServedWindow(id), file_(std::move(file)) {
     frame_colour = colour(frame_colour_index);
+    scroll.bar_colour = colour(background_colour);
   }
 
   void lay_out() override {

@@ -43,7 +43,10 @@ void fill_lines_with_blanks(const WdObject& object) {
 
 class MenuWindow : public ServedWindow {
  public:
-  explicit MenuWindow(int id) : ServedWindow(id) { frame_colour = colour(frame_colour_index); }
+  explicit MenuWindow(int id) : ServedWindow(id) {
+    frame_colour = colour(frame_colour_index);
+    scroll.bar_colour = edge_colour;
+  }
 
   void lay_out() override {
     WdObject& menu = object();

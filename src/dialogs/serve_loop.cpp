@@ -147,11 +147,15 @@ class ServeLoop {
     return has(flags, WdFlags::close_puts_down) ? command_put_down : command_free;
   }
 
+  // One step for the press; then as many as the pointer has run ahead.
   void resize(Edge step) {
     limits_.narrow();
-    if (step == Edge::none) return;
-    const Edge moved = update_backgrnd(window_.id(), step);
-    window_.resized(moved);
+    Edge moved = step;
+    while (step != Edge::none && moved != Edge::none) {
+      moved = update_backgrnd(window_.id(), step);
+      window_.resized(moved);
+      step = resize_step(window_.object(), X, Y, grabbed_);
+    }
     paint_window(window_);
     drawn_column_ = window_.object().scroll_column;
     drawn_line_ = window_.object().scroll_line;

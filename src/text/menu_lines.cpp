@@ -47,14 +47,14 @@ bool is_blank(const char* line, int column) {
 }
 
 // The columns that a field's text may take: its width, and behind it the blanks of the line up to
-// a label or the next field.
+// the next field or to the last blank before a label.
 int text_room(const MenuItem& item, const MenuItem* next, const char* line) {
   const int start = column_of(item);
   const int limit = next != nullptr ? column_of(*next) - start : field_length;
   int room = item.width;
   while (room < limit && is_blank(line, start + room))
     ++room;
-  return room;
+  return room < limit ? std::max(room - 1, item.width) : room;
 }
 
 void draw_field(const MenuItem& item, int room, int coloff, int y, int background) {

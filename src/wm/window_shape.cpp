@@ -21,7 +21,6 @@ constexpr int vertical_track = 40;  // what a window's height exceeds its track 
 constexpr int horizontal_track = 49;  // the same for its width
 constexpr int widen_band = 2;         // outermost pixels that make a window larger
 constexpr int narrow_band = 6;        // with the pixels behind them that make it smaller
-constexpr int erase_colour = 16;
 
 int fraction_of(int offset, int range) {
   return range < 1 ? 0 : offset * full_scale / range;
@@ -32,6 +31,16 @@ FrameFlags frame_flags(const WdObject& object) {
   if (has(object.flags, WdFlags::no_vertical_bar)) flags = flags | FrameFlags::no_vertical_bar;
   if (has(object.flags, WdFlags::no_horizontal_bar)) flags = flags | FrameFlags::no_horizontal_bar;
   return flags;
+}
+
+void show_lines(const WdObject& object, ScrollState& scroll, int fraction, int colour) {
+  update_yscrollbar(&scroll.y_fraction, fraction, scroll.bar_colour, colour, object.x, object.y,
+                    object.y + object.height - 1);
+}
+
+void show_columns(const WdObject& object, ScrollState& scroll, int fraction, int colour) {
+  update_xscrollbar(&scroll.x_fraction, fraction, scroll.bar_colour, colour, object.x,
+                    object.x + object.width, object.y);
 }
 
 // Where a press on a bar leads: `at` is its distance from the bar's corner, `length` the window's
@@ -61,10 +70,14 @@ void draw_window_frame(const WdObject& object, ScrollState& scroll, int colour, 
   putWinFrame(object.x, object.y, object.height, object.width, object.scroll_column,
               object.scroll_line, scroll.column_range, scroll.line_range, &scroll.x_fraction,
               &scroll.y_fraction, colour, frame_flags(object), noframe);
-  // The frame routine leaves the vertical thumb at the horizontal position.
-  if (has(object.flags, WdFlags::no_vertical_bar)) return;
-  update_yscrollbar(&scroll.y_fraction, line_fraction, erase_colour, colour, object.x, object.y,
-                    object.y + object.height - 1);
+  // The frame routine leaves the vertical thumb at the horizontal position, and spots of a colour
+  // of its own where the thumbs belong: moved there twice, each erases what lay at its place.
+  for (int pass = 0; pass < 2; ++pass) {
+    if (!has(object.flags, WdFlags::no_vertical_bar))
+      show_lines(object, scroll, line_fraction, colour);
+    if (!has(object.flags, WdFlags::no_horizontal_bar))
+      show_columns(object, scroll, scroll.x_fraction, colour);
+  }
 }
 
 WindowPart check_scrolling(WdObject& object, ScrollState& scroll, int x, int y, bool edge,
@@ -78,16 +91,14 @@ WindowPart check_scrolling(WdObject& object, ScrollState& scroll, int x, int y, 
     if (has(object.flags, WdFlags::no_vertical_bar)) return WindowPart::scroll_bar;
     object.scroll_line = scrolled_to(object.scroll_line, scroll.line_range, dy, object.height,
                                      arrow_size + 1, vertical_track, edge);
-    update_yscrollbar(&scroll.y_fraction, fraction_of(object.scroll_line, scroll.line_range),
-                      erase_colour, colour, object.x, object.y, object.y + object.height - 1);
+    show_lines(object, scroll, fraction_of(object.scroll_line, scroll.line_range), colour);
     return WindowPart::scroll_bar;
   }
   if (dy < bar_size) {
     if (has(object.flags, WdFlags::no_horizontal_bar)) return WindowPart::scroll_bar;
     object.scroll_column = scrolled_to(object.scroll_column, scroll.column_range, dx, object.width,
                                        box_size + arrow_size + 1, horizontal_track, edge);
-    update_xscrollbar(&scroll.x_fraction, fraction_of(object.scroll_column, scroll.column_range),
-                      erase_colour, colour, object.x, object.x + object.width, object.y);
+    show_columns(object, scroll, fraction_of(object.scroll_column, scroll.column_range), colour);
     return WindowPart::scroll_bar;
   }
   return WindowPart::inside;

@@ -21,6 +21,7 @@ inline constexpr bool is_flag_enum<Edge> = true;
 struct ScrollState {
   int column_range = 0, line_range = 0;
   int x_fraction = 0, y_fraction = 0;
+  int bar_colour = 16;  // what lies behind the thumbs
 };
 
 /// Sets the drawing limits to the text area of the window (two cells in from the left and top, one
