@@ -22,19 +22,20 @@ bool ends_line(const char* piece) {
   return std::strchr(piece, '\n') != nullptr;
 }
 
+// Copies up to the line behind the end of set-up, or everything when there is no such line; false
+// when something could not be written.
 bool copy_head(std::FILE* from) {
   char line[line_limit];
   bool at_line_start = true;
-  while (copy_line(from, line)) {
-    const bool found =
-        at_line_start && std::strncmp(line, end_of_setup, std::strlen(end_of_setup)) == 0;
+  bool found = false;
+  while (!found && copy_line(from, line)) {
+    found = at_line_start && std::strncmp(line, end_of_setup, std::strlen(end_of_setup)) == 0;
     at_line_start = ends_line(line);
-    if (!found) continue;
-    while (!at_line_start && copy_line(from, line))
-      at_line_start = ends_line(line);
-    return copy_line(from, line);
   }
-  return false;
+  while (found && !at_line_start && copy_line(from, line))
+    at_line_start = ends_line(line);
+  if (found) copy_line(from, line);
+  return std::ferror(outstream.get()) == 0;
 }
 
 FilePtr open_template(const std::string& name) {

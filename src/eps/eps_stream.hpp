@@ -18,8 +18,8 @@ extern FilePtr outstream;
 
 /// Opens the template (in the working directory, else "psexampl.dat" of the data directory),
 /// creates the output and copies the head. Returns the template, positioned behind its head, or
-/// null when the template or the output cannot be opened or the template has no end of set-up;
-/// no output is left then.
+/// null when the template or the output cannot be opened or written; no output is left then. All
+/// of a template without an end of set-up is head.
 [[nodiscard]] FilePtr open_eps(const std::string& output, const std::string& template_name);
 
 /// Copies the tail and closes both files. Returns 0, or 1 when something could not be written.

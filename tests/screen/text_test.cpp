@@ -182,8 +182,11 @@ TEST_F(TextTest, EpsLinesAndTemplate) {
       "Or moveto 8 CX 53 CX rmoveto /Times-Roman findfont 12 CX scalefont setfont (a(b) show\n"
       "tail\n");
   write_file("endless.dat", "no end of set-up\n x %%End_Setup\n");
-  EXPECT_FALSE(open_eps("p.eps", "endless.dat"));
-  EXPECT_FALSE(std::filesystem::exists("p.eps"));
+  sample = open_eps("p.eps", "endless.dat");
+  ASSERT_TRUE(sample);
+  EXPECT_EQ(close_eps(std::move(sample)), 0);
+  EXPECT_EQ(std::filesystem::file_size("p.eps"), std::filesystem::file_size("endless.dat"));
+  EXPECT_FALSE(open_eps("missing/p.eps", "t.dat"));
   EXPECT_EQ(strip_off_ending("a.b.res"), "a.b");
 }
 
