@@ -1,5 +1,6 @@
 #include "dialogs/serve_loop.hpp"
 
+#include <algorithm>
 #include <tuple>
 
 #include "display/input.hpp"
@@ -11,6 +12,11 @@ namespace torve {
 namespace {
 
 constexpr int left_button = 1;
+constexpr int bar_width = 11;  // of a scroll bar, pixels
+constexpr int bar_middle = 5;
+constexpr int track_start = 20;              // from a window's corner to a bar's track
+constexpr int end_of_vertical_track = 11;    // from the track's last row to behind the window
+constexpr int end_of_horizontal_track = 21;  // the same for columns
 constexpr int margin_while_resizing = 4;  // pixels that the pointer keeps from the screen's edges
 
 // The pointer's clamp, put back at the end.
@@ -90,6 +96,7 @@ class ServeLoop {
         return window_.stays ? serving_goes_on : on_close_box();
       case WindowPart::scroll_bar:
         grip_ = Grip::scroll_bar;
+        on_vertical_bar_ = X - object.x < bar_width;
         return serving_goes_on;
       case WindowPart::inside:
         break;
@@ -104,7 +111,7 @@ class ServeLoop {
         resize(resize_step(window_.object(), X, Y, grabbed_));
         return serving_goes_on;
       case Grip::scroll_bar:
-        check_scrolling(window_.object(), window_.scroll, X, Y, false, window_.frame_colour);
+        scroll_along();
         return serving_goes_on;
       case Grip::text:
         return window_.text_area_event(PointerAction::motion);
@@ -161,6 +168,17 @@ class ServeLoop {
     drawn_line_ = window_.object().scroll_line;
   }
 
+  // A pointer that leaves the track still leads the thumb.
+  void scroll_along() {
+    WdObject& object = window_.object();
+    const int right = std::max(track_start, object.width - end_of_horizontal_track);
+    const int bottom = std::max(track_start, object.height - end_of_vertical_track);
+    const int x = std::clamp(X - object.x, track_start, right);
+    const int y = std::clamp(Y - object.y, track_start, bottom);
+    check_scrolling(object, window_.scroll, object.x + (on_vertical_bar_ ? bar_middle : x),
+                    object.y + (on_vertical_bar_ ? y : bar_middle), false, window_.frame_colour);
+  }
+
   void show_scrolling() {
     const WdObject& object = window_.object();
     if (drawn_column_ == object.scroll_column && drawn_line_ == object.scroll_line) return;
@@ -184,6 +202,7 @@ class ServeLoop {
   PointerLimits limits_;
   Grip grip_ = Grip::none;
   Edge grabbed_ = Edge::none;
+  bool on_vertical_bar_ = false;
   int drawn_column_, drawn_line_;  // the scroll position that the text area shows
 };
 
