@@ -4,6 +4,7 @@
 
 #include "app/jump_table.hpp"
 #include "app/shutdown.hpp"
+#include "app/tools/tools.hpp"
 #include "display/screen_state.hpp"
 #include "picture/fn2.hpp"
 
@@ -20,15 +21,21 @@ struct Icon {
   IconHandler handler;
 };
 
-int no_tool(int, int, int) {
+// Only the exit icon ends the program: that a tool is open already is no reason to.
+template <IconHandler opener>
+int open_and_stay(int button, int x, int y) {
+  static_cast<void>(opener(button, x, y));
   return 0;
 }
 
 constexpr Icon icons[] = {
-    {.picture = "texit.fn2", .handler = texit_ope}, {.picture = "plicon.fn2", .handler = no_tool},
-    {.picture = "print.fn2", .handler = no_tool},   {.picture = "readic.fn2", .handler = no_tool},
-    {.picture = "writeic.fn2", .handler = no_tool}, {.picture = "compile.fn2", .handler = no_tool},
-    {.picture = "start.fn2", .handler = no_tool},
+    {.picture = "texit.fn2", .handler = texit_ope},
+    {.picture = "plicon.fn2", .handler = open_and_stay<audio_ope>},
+    {.picture = "print.fn2", .handler = open_and_stay<printeps_ope>},
+    {.picture = "readic.fn2", .handler = open_and_stay<read_au_ope>},
+    {.picture = "writeic.fn2", .handler = open_and_stay<write_au_ope>},
+    {.picture = "compile.fn2", .handler = open_and_stay<analysis_ope>},
+    {.picture = "start.fn2", .handler = open_and_stay<analysis2_ope>},
 };
 static_assert(std::size(icons) < jump_table_size, "the table ends in an empty entry");
 

@@ -7,6 +7,7 @@
 #include "app/shutdown.hpp"
 #include "app/signal/work_buffer.hpp"
 #include "base/console.hpp"
+#include "dialogs/install.hpp"
 #include "display/colours.hpp"
 #include "display/graph.hpp"
 #include "display/input.hpp"
@@ -52,6 +53,7 @@ int main(int argc, char** argv) {
   set_up_console();
   defaultfont = menu_font;
   install_pool_reporters();
+  install_dialogs();
   if (!load_fonts()) return report_font_problem("problems in loading font\n");
   if (initPool(0, 0, 0, 0) != 0) return 0;
   initgraph(argc, argv);

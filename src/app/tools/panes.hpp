@@ -1,0 +1,41 @@
+// What the tools do with the plot panes: clear a pane's band and draw into it, beneath whatever
+// window objects lie there.
+#pragma once
+
+#include <optional>
+
+namespace torve {
+
+/// How a tool asks for a plot: as plot_anew and plot_spectrum_anew.
+struct PaneView {
+  int start = 0;
+  int step = 1;
+  double xsc = 1;
+  double ysc = 1;
+};
+
+/// The scales of a signal and of a spectrum that has just been read or computed.
+inline constexpr double overview_xsc = 0.02;
+inline constexpr double spectrum_xsc = 0.4;
+
+/// The pane 0 .. 2 that a field names: exactly "1", "2" or "3".
+[[nodiscard]] std::optional<int> pane_of(const char* field);
+
+/// The first row of a pane.
+[[nodiscard]] int pane_row(int pane);
+
+/// Clears a pane's band, nothing more.
+void clear_pane(int pane);
+
+/// Clears the band and draws the pane's file as a signal, or as a spectrum of at most `samples`.
+void show_signal(int pane, const PaneView& view);
+void show_spectrum(int pane, const PaneView& view, const char* samples);
+
+/// The same without clearing, for a band that is clear.
+void draw_signal(int pane, const PaneView& view);
+void draw_spectrum(int pane, const PaneView& view, const char* samples);
+
+/// Draws a pane's signal into the open EPS file.
+void print_signal(int pane, const PaneView& view);
+
+}  // namespace torve
