@@ -72,6 +72,7 @@ void KeyInput::forget_typed() const {
   if (!is_terminal_) return;
   tcflush(input, TCIFLUSH);
   __fpurge(stdin);
+  std::clearerr(stdin);
 }
 
 bool KeyInput::wants_more() const {

@@ -1,0 +1,89 @@
+// signal_check literal|fast DIRECTORY N...: every analysis of every kind of signal, N samples each,
+// into DIRECTORY. The directories of the two kinds must be equal (diff -r). Slow, so run by hand;
+// built once per instruction set with -DTORVE_ONE_TARGET it shows that all give the same digits.
+
+#include <cstdio>
+#include <filesystem>
+#include <functional>
+#include <string>
+
+#include "app/signal/band_filter.hpp"
+#include "app/signal/correlation.hpp"
+#include "app/signal/matching.hpp"
+#include "app/signal/spectrum.hpp"
+#include "app/signal/work_buffer.hpp"
+#include "signal/literal.hpp"
+#include "signal/signals.hpp"
+
+namespace {
+
+using namespace torve;
+using literal::Floats;
+
+constexpr int low = 2200;
+constexpr int high = 5000;
+constexpr int start = 300;
+constexpr float scale = 0.9F;
+
+void run_literal() {
+  literal::autocorrelation("one.res", "autocor1.res");
+  literal::correlation("one.res", "two.res", "corre1.res");
+  literal::my_correlation("one.res", "two.res", "match.res", start, scale);
+  const auto coefficients = literal::power_spectrum("one.res", "spectr1.spe", 100000);
+  literal::filter_spectrum(coefficients, "mid.res", low, high, 0);
+  literal::filter_spectrum(coefficients, "rest.res", low, high, 1);
+}
+
+void run_fast() {
+  float mean = 0;
+  int offset = 0;
+  float scale_io = scale;
+  autocorrelation("one.res", "1");
+  correlation("one.res", "two.res", "1");
+  my_correlation("one.res", "two.res", "match.res", &mean, &offset, &scale_io, 1, start, "all");
+  static_cast<void>(allocate_work_buffer());
+  power_spectrum("one.res", "spectr1.spe", "all");
+  filter_spectrum("mid.res", "", low, high, filter_band_pass);
+  filter_spectrum("", "rest.res", low, high, filter_out_of_band);
+}
+
+// The first signal later and louder, with something of its own.
+Floats second(const Floats& one) {
+  Floats two(one.size() - 500);
+  const Floats own = sine_in_noise(two.size(), 0.01, 3);
+  for (std::size_t i = 0; i < two.size(); ++i)
+    two[i] = 1.25F * one[i + 500] + own[i];
+  return two;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc < 4) return 1;
+  const bool fast = std::string(argv[1]) == "fast";
+  const std::filesystem::path root = argv[2];
+  for (int i = 3; i < argc; ++i) {
+    const std::size_t n = std::stoul(argv[i]);
+    const std::pair<const char*, Floats> signals[] = {
+        {"sine", sine_in_noise(n, 8000, 1)},
+        {"recorded", recorded(n, 2)},
+        {"integers", integers(recorded(n, 2), 32000)},
+        {"constant", Floats(n, 5)},
+    };
+    for (const auto& [name, one] : signals) {
+      const std::filesystem::path directory = root / argv[i] / name;
+      std::filesystem::create_directories(directory);
+      const auto back = std::filesystem::current_path();
+      std::filesystem::current_path(directory);
+      literal::write("one.res", one);
+      literal::write("two.res", second(one));
+      if (fast) {
+        run_fast();
+      } else {
+        run_literal();
+      }
+      std::filesystem::current_path(back);
+      std::fprintf(stderr, "%s %s %s\n", argv[1], argv[i], name);
+    }
+  }
+}
