@@ -4,9 +4,9 @@
 
 #include "app/signal/au_codec.hpp"
 #include "app/signal/au_file.hpp"
+#include "bench/literal.hpp"
+#include "bench/signals.hpp"
 #include "fuzz/memory_file.hpp"
-#include "signal/literal.hpp"
-#include "signal/signals.hpp"
 #include "support/screen.hpp"
 
 namespace torve {

@@ -1,7 +1,7 @@
 #include "app/signal/correlation.hpp"
 
-#include "signal/literal.hpp"
-#include "signal/signals.hpp"
+#include "bench/literal.hpp"
+#include "bench/signals.hpp"
 #include "support/screen.hpp"
 
 namespace torve {

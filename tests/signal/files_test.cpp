@@ -6,7 +6,7 @@
 
 #include "app/signal/sample_file.hpp"
 #include "base/number_text.hpp"
-#include "signal/signals.hpp"
+#include "bench/signals.hpp"
 #include "support/screen.hpp"
 
 namespace torve {

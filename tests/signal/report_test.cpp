@@ -6,8 +6,8 @@
 #include <utmp.h>
 
 #include "app/signal/au_file.hpp"
+#include "bench/signals.hpp"
 #include "fuzz/memory_file.hpp"
-#include "signal/signals.hpp"
 #include "support/screen.hpp"
 
 namespace torve {

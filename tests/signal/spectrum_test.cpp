@@ -8,8 +8,8 @@
 #include "app/signal/fourier_sums.hpp"
 #include "app/signal/work_buffer.hpp"
 #include "base/number_text.hpp"
-#include "signal/literal.hpp"
-#include "signal/signals.hpp"
+#include "bench/literal.hpp"
+#include "bench/signals.hpp"
 #include "support/screen.hpp"
 
 namespace torve {

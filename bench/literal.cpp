@@ -1,4 +1,4 @@
-#include "signal/literal.hpp"
+#include "bench/literal.hpp"
 
 #include <algorithm>
 #include <cmath>

@@ -12,8 +12,8 @@
 #include "app/signal/matching.hpp"
 #include "app/signal/spectrum.hpp"
 #include "app/signal/work_buffer.hpp"
-#include "signal/literal.hpp"
-#include "signal/signals.hpp"
+#include "bench/literal.hpp"
+#include "bench/signals.hpp"
 
 namespace {
 
