@@ -41,8 +41,7 @@ bool read_header(std::FILE* file, Fn2Header& header) {
   header.planes = bytes[2] == 0 ? default_planes : bytes[2];
   header.height = little_endian_16(&bytes[4]);
   header.width = little_endian_16(&bytes[6]);
-  return header.planes <= screen_planes && header.width > 0 && header.height > 0 &&
-         header.stride >= header.planes * plane_row_bytes(header.width);
+  return header.planes <= screen_planes && header.width > 0 && header.height > 0;
 }
 
 // The stated size as cut to the caller's wishes, if the buffer holds it.

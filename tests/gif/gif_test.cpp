@@ -16,12 +16,13 @@ int word(const Bytes& bytes, std::size_t at) {
   return bytes.at(at) | bytes.at(at + 1) << 8;
 }
 
-// The data of the sub-blocks from `at` on, which must end in a zero byte; no block is empty.
-std::optional<Bytes> sub_blocks(const Bytes& bytes, std::size_t at) {
+// The data of the sub-blocks from `at` on; the zero byte that ends them must stand `behind` bytes
+// from the end, so no block is empty.
+std::optional<Bytes> sub_blocks(const Bytes& bytes, std::size_t at, std::size_t behind) {
   Bytes data;
   for (;; at += bytes[at] + 1U) {
     if (at >= bytes.size() || at + bytes[at] >= bytes.size()) return std::nullopt;
-    if (bytes[at] == 0) return data;
+    if (bytes[at] == 0) return at + 1 + behind == bytes.size() ? std::optional(data) : std::nullopt;
     data.insert(data.end(), bytes.begin() + static_cast<std::ptrdiff_t>(at) + 1,
                 bytes.begin() + static_cast<std::ptrdiff_t>(at) + 1 + bytes[at]);
   }
@@ -69,7 +70,7 @@ std::optional<Bytes> decode(const Bytes& data) {
 std::optional<Bytes> through_lzw(const Bytes& bytes) {
   LzwEncoder encoder;
   encoder.encode(bytes);
-  const std::optional<Bytes> data = sub_blocks(encoder.finish(), 0);
+  const std::optional<Bytes> data = sub_blocks(encoder.finish(), 0, 0);
   return data ? decode(*data) : std::nullopt;
 }
 
@@ -126,7 +127,7 @@ TEST_F(GifTest, HeaderTableAndPicture) {
   EXPECT_EQ(word(file, picture + 7), 7);
   EXPECT_EQ((Bytes{file[picture + 9], file[picture + 10]}), (Bytes{7, 8}));
   EXPECT_EQ(file.back(), 0x36);
-  const std::optional<Bytes> data = sub_blocks(file, picture + 11);
+  const std::optional<Bytes> data = sub_blocks(file, picture + 11, 1);
   ASSERT_TRUE(data);
   const std::optional<Bytes> pixels = decode(*data);
   ASSERT_TRUE(pixels);

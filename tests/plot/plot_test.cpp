@@ -118,6 +118,8 @@ TEST_F(PlotTest, SegmentsAndNumbersInEps) {
   EXPECT_NE(first.find("Or moveto 32 CX 83 CX rmoveto 100 CX 63 CX rlineto stroke\n"
                        "Or moveto 132 CX 146 CX rmoveto 100 CX -142 CX rlineto stroke\n"),
             std::string::npos);
+  const std::string uneven = eps([] { plot_anew("s.res", 0, 0, 1, 100.7, 1, 1); });
+  EXPECT_NE(uneven.find("Or moveto 132 CX 146 CX rmoveto 101 CX -142 CX"), std::string::npos);
   const std::string third = eps([] { plot_anew("s.res", 352, 0, 1, 100, 1, 1); });
   EXPECT_NE(third.find("Or moveto 32 CX -269 CX rmoveto 100 CX 63 CX"), std::string::npos);
   const std::string small = eps([] { plot_anew("s.res", 0, 0, 1, 0.02, 1, 1); });
@@ -187,14 +189,17 @@ TEST_F(PlotTest, ShiftSkipAndMissingFiles) {
   printed_by([] { plot_anew("s.res", 0, -100, 1, 1, 1, 0); });
   EXPECT_TRUE(is_ink(132, 20));
   EXPECT_FALSE(is_ink(131, 20));
+  printed_by([] { plot_anew("s.res", 0, 0, 1, -1, 1, 0); });
+  for (int y = 12; y < 154; ++y)
+    ASSERT_FALSE(is_ink(31, y)) << "left of the axis, row " << y;
   EXPECT_EQ(plot_anew("none.res", 352, 0, 1, 1, 1, 0), 1);
   EXPECT_EQ(plot_anew(".", 352, 0, 1, 1, 1, 0), 1) << "a directory";
-  int cyan = 0;
+  int cyan = 0;  // in the title line of the pane drawn last
   for (int y = 15; y < 25; ++y) {
     for (int x = 96; x < 200; ++x)
       cyan += getpixel2c(x, y) == colour_pixel(3) ? 1 : 0;
   }
-  EXPECT_GT(cyan, 50) << "in the title line of the pane drawn last";
+  EXPECT_GT(cyan, 50);
 }
 
 }  // namespace

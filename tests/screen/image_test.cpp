@@ -160,6 +160,7 @@ TEST_F(ImageTest, FrameLinesBoxesArrowsAndThumbs) {
       {259, 179, frame, "far corner"},
       {150, 101, light, "upper light"},
       {150, 110, frame, "title bar"},
+      {150, 111, light, "title bar light"},
       {110, 150, frame, "left bar"},
       {111, 150, light, "left bar light"},
       {256, 140, frame, "inner right"},

@@ -66,8 +66,8 @@ TEST_F(TextTest, CharactersStandWhereTheRulesPutThem) {
   EXPECT_EQ(drawn(100, 0, [] { textf("ail.", 0, 15, 8); }), "20,10 26,10 30,10 36,10 ")
       << "pair advances; other characters share the class of 'a'";
   EXPECT_EQ(curfnt, 8);
-  EXPECT_EQ(drawn(33, 0, [] { textn("abc", 0, 15); }), "20,10 28,10 16,14 ") << "wraps";
-  EXPECT_EQ(drawn(33, 1, [] { textn("abc", 0, 15); }), "20,10 28,10 ") << "cut off";
+  EXPECT_EQ(drawn(40, 0, [] { textn("abc", 0, 15); }), "20,10 28,10 16,14 ") << "wraps";
+  EXPECT_EQ(drawn(40, 1, [] { textn("abc", 0, 15); }), "20,10 28,10 ") << "cut off";
   EXPECT_EQ(drawn(100, 0,
                   [] {
                     ykoord = 41;

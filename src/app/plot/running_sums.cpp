@@ -32,7 +32,7 @@ std::vector<float> running_sums(std::span<const float> values, int step) {
   if (step == 1) return {values.begin(), values.end()};
   std::vector<float> sums(n + lanes, 0.0F);
   if (step > 1) {
-    std::vector<float> padded(n + 2 * lanes, 0.0F);
+    std::vector<float> padded(n + lanes, 0.0F);
     std::copy(values.begin(), values.end(), padded.begin());
     for (std::size_t i = 0; i < n; i += lanes) {
       sum_lanes(padded.data() + i, std::min<std::size_t>(static_cast<std::size_t>(step), n - i),
