@@ -50,9 +50,10 @@ class ServeLoop {
     window_.lay_out();
     int command = handle(PointerAction::press);
     while (command == serving_goes_on) {
-      show_scrolling();
+      if (cur_button == 0 || window_.scrolls_at_once()) show_scrolling();
       command = handle_next_event();
     }
+    show_scrolling();  // whatever ended a press on a scroll bar
     return command;
   }
 
@@ -182,7 +183,6 @@ class ServeLoop {
   void show_scrolling() {
     const WdObject& object = window_.object();
     if (drawn_column_ == object.scroll_column && drawn_line_ == object.scroll_line) return;
-    if (cur_button != 0 && !window_.scrolls_at_once()) return;
     drawn_column_ = object.scroll_column;
     drawn_line_ = object.scroll_line;
     window_.draw_scrolled();

@@ -22,8 +22,8 @@ inline std::deque<InputEvent> user_events;
 inline std::function<void()> at_wait;  // runs before each wait of the program
 inline std::uint32_t user_time = 0;
 
-/// A place where the tests never put an object. When the list is at its end the user presses and
-/// releases there, which ends whatever the program was serving.
+/// A place where the tests never put an object. When the list is at its end the user lets go,
+/// presses and releases there, which ends whatever the program was serving.
 inline constexpr int bare_x = 795, bare_y = 5;
 
 inline InputEvent mouse(Type type, int x, int y, int button = 1, std::uint32_t wait = 20) {
@@ -43,7 +43,8 @@ inline const DisplayBackend user = {
         [](InputEvent& event) {
           if (at_wait) at_wait();
           if (user_events.empty()) {
-            user_events = {mouse(Type::press, bare_x, bare_y),
+            user_events = {mouse(Type::release, bare_x, bare_y, 3),
+                           mouse(Type::release, bare_x, bare_y), mouse(Type::press, bare_x, bare_y),
                            mouse(Type::release, bare_x, bare_y)};
           }
           event = user_events.front();
