@@ -20,6 +20,26 @@ unsigned get_8_bits(const std::uint8_t* plane_row, int x) {
   return (at(byte) | at(byte + 1) << 8) >> (x & 7) & 0xFFU;
 }
 
+// Up to eight bits from bit `at` on, the first one in bit 7 of the result. No byte is touched that
+// holds none of them.
+unsigned get_bits(const std::uint8_t* bytes, int at, int count) {
+  const int phase = at % 8;
+  unsigned bits = bytes[at / 8] << 8U;
+  if (phase + count > 8) bits |= bytes[at / 8 + 1];
+  return bits << phase >> 8 & 0xFFU;
+}
+
+void put_bits(std::uint8_t* bytes, int at, unsigned bits, int count) {
+  const int phase = at % 8;
+  const unsigned mask = (0xFF00U >> count & 0xFFU) << 8 >> phase;
+  const unsigned value = bits << 8 >> phase & mask;
+  std::uint8_t& first = bytes[at / 8];
+  first = static_cast<std::uint8_t>((first & ~(mask >> 8)) | value >> 8);
+  if ((mask & 0xFFU) == 0) return;
+  std::uint8_t& second = bytes[at / 8 + 1];
+  second = static_cast<std::uint8_t>((second & ~mask) | (value & 0xFFU));
+}
+
 }  // namespace
 
 void save_buf2c(int x, int y, int width, int height, const PlaneLayout& layout,
@@ -47,12 +67,9 @@ void save_buf2c(int x, int y, int width, int height, const PlaneLayout& layout,
 
 void bitcpy(std::uint8_t* target, const std::uint8_t* source, int target_bit, int source_bit,
             int count) {
-  for (int i = 0; i < count; ++i) {
-    const int from = source_bit + i;
-    const int to = target_bit + i;
-    const unsigned bit = source[from / 8] >> (7 - from % 8) & 1U;
-    const unsigned mask = 0x80U >> (to % 8);
-    target[to / 8] = static_cast<std::uint8_t>((target[to / 8] & ~mask) | (bit != 0 ? mask : 0));
+  for (int done = 0; done < count; done += 8) {
+    const int bits = std::min(8, count - done);
+    put_bits(target, target_bit + done, get_bits(source, source_bit + done, bits), bits);
   }
 }
 

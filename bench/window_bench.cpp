@@ -1,0 +1,104 @@
+// What window objects and pictures of panes cost.
+
+#include <cstdio>
+
+#include <benchmark/benchmark.h>
+
+#include "app/tools/panes.hpp"
+#include "app/tools/tool_menu.hpp"
+#include "app/tools/tools.hpp"
+#include "dialogs/install.hpp"
+#include "display/colours.hpp"
+#include "display/screen_image.hpp"
+#include "display/screen_state.hpp"
+#include "draw/pixels.hpp"
+#include "draw/rectangles.hpp"
+#include "gif/gif_writer.hpp"
+#include "pool/pool.hpp"
+#include "text/fonts.hpp"
+#include "wm/background.hpp"
+#include "wm/engine.hpp"
+#include "wm/stacking.hpp"
+
+namespace torve {
+namespace {
+
+constexpr std::uint32_t plain_kind = 5;
+
+int put_plain(int id) {
+  if (make_background(wd(id), false) != 0) return 2;
+  const Rect rect = rect_of(wd(id));
+  clearwin(rect.x1, rect.y1, rect.x2, rect.y2, id % 16);
+  return -2;
+}
+
+int refresh_plain(int id) {
+  const Rect rect = rect_of(wd(id));
+  clearwin(rect.x1, rect.y1, rect.x2, rect.y2, id % 16);
+  return -2;
+}
+
+void start_canvas() {
+  std::FILE* console = stdout;
+  stdout = std::fopen("/dev/null", "w");
+  static_cast<void>(create_screen_image());
+  allocate_colours(allocate_true_colour);
+  set_xcolor2();
+  reset_screen_state();
+  defaultfont = 7;
+  static_cast<void>(init_font(7));
+  static_cast<void>(initPool(1, 1200 * cr, 0, 0));
+  init_win(0, 15);
+  static_cast<void>(allocate_staging());
+  install_dialogs();
+  register_wd_kind(plain_kind, {.put = put_plain, .refresh = refresh_plain});
+  static_cast<void>(init_engine(1));
+  clearwin(0, 0, screen_width, screen_height, nocolor);
+  std::fclose(stdout);
+  stdout = console;
+}
+
+// From the press on a tool's icon to its menu in the image, and from its close box to the canvas.
+void open_and_close_a_menu(benchmark::State& state) {
+  start_canvas();
+  for (auto _ : state) {
+    analysis_ope(1, 0, 0);
+    free_one_wd_object(analysis_menu_id);
+  }
+}
+BENCHMARK(open_and_close_a_menu)->Unit(benchmark::kMicrosecond);
+
+void raise_one_of_100(benchmark::State& state) {
+  start_canvas();
+  constexpr int first = 2;
+  constexpr int count = 100;
+  for (int id = first; id < first + count; ++id) {
+    const int x = (id * 37) % 560;
+    const int y = (id * 23) % 420;
+    start_wd_object(id, plain_kind, {x, y, x + 240, y + 180}, WdFlags::none);
+  }
+  static_cast<void>(put_wd_objects(first, first + count - 1));
+  int next = first;
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(bring_id_to_top(next, 1));
+    next = first + (next - first + 1) % count;
+  }
+  free_wd_objects();
+}
+BENCHMARK(raise_one_of_100)->Unit(benchmark::kMicrosecond);
+
+void gif_of_a_noisy_pane(benchmark::State& state) {
+  start_canvas();
+  for (int x = 0; x < screen_width; ++x) {
+    for (int y = 0; y < 171; ++y)
+      drawpixel(x, y, (x * 7919 + y * 104729) / 3 % 21);
+  }
+  for (auto _ : state) {
+    const std::vector<std::uint8_t> indices = gif_indices({0, 0, screen_width, 171});
+    benchmark::DoNotOptimize(gif_file(gif_width(screen_width), 171, indices));
+  }
+}
+BENCHMARK(gif_of_a_noisy_pane)->Unit(benchmark::kMillisecond);
+
+}  // namespace
+}  // namespace torve
