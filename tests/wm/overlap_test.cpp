@@ -43,7 +43,7 @@ TEST(Overlap, PartsAreDisjointAndCoverWhatIsLeft) {
   };
   for (int round = 0; round < 500; ++round) {
     std::vector<Cover> list;
-    for (unsigned i = random() % 5; i > 0; --i)
+    for (auto i = random() % 5; i > 0; --i)
       list.push_back({any_rect(), 1});
     const Rect whole = any_rect();
     const std::vector<Rect> parts = uncovered_parts(list, whole);
