@@ -1,10 +1,14 @@
 // What window objects and pictures of panes cost.
 
 #include <cstdio>
+#include <filesystem>
+#include <random>
+#include <string>
 
 #include <benchmark/benchmark.h>
 
-#include "app/tools/panes.hpp"
+#include "app/plot/plot_panes.hpp"
+#include "app/signal/work_buffer.hpp"
 #include "app/tools/tool_menu.hpp"
 #include "app/tools/tools.hpp"
 #include "dialogs/install.hpp"
@@ -99,6 +103,49 @@ void gif_of_a_noisy_pane(benchmark::State& state) {
   }
 }
 BENCHMARK(gif_of_a_noisy_pane)->Unit(benchmark::kMillisecond);
+
+// A line of a tool, from the call of its action to the new picture, on 100,000 samples of noise.
+void run_line(benchmark::State& state, int (*open)(int, int, int), int id, int line,
+              const char* samples_of_spectrum) {
+  start_canvas();
+  const auto before = std::filesystem::current_path();
+  std::filesystem::create_directories("/tmp/torve_bench_tools");
+  std::filesystem::current_path("/tmp/torve_bench_tools");
+  std::mt19937 noise(7);
+  for (int pane = 0; pane < pane_count; ++pane) {
+    set_pane_name(pane, "noise" + std::to_string(pane) + ".res");
+    std::FILE* file = std::fopen(pane_name(pane), "w");
+    for (int i = 0; i < 100'000; ++i) {
+      std::fprintf(file, "%d %f\n", i, std::uniform_real_distribution<double>(-1, 1)(noise));
+    }
+    std::fclose(file);
+  }
+  static_cast<void>(allocate_work_buffer());
+  open(1, 0, 0);
+  WdObject& menu = wd(id);
+  menu.line_flags[line] = 1;
+  if (samples_of_spectrum != nullptr) set_field(menu.menu_items[5], samples_of_spectrum);
+  std::FILE* console = stdout;
+  stdout = std::fopen("/dev/null", "w");
+  for (auto _ : state) {
+    wd_actions[id - 1](id - 1, menu.line_flags, menu.menu_items, menu.menu_lines);
+  }
+  std::fclose(stdout);
+  stdout = console;
+  free_wd_objects();
+  std::filesystem::current_path(before);
+  std::filesystem::remove_all("/tmp/torve_bench_tools");
+}
+BENCHMARK_CAPTURE(run_line, plot, audio_ope, plot_menu_id, 0, nullptr)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(run_line, eps, printeps_ope, print_menu_id, 0, nullptr)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(run_line, correlation, analysis_ope, analysis_menu_id, 1, nullptr)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(run_line, comparison, analysis_ope, analysis_menu_id, 2, nullptr)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(run_line, spectrum_of_20000, analysis2_ope, spectrum_menu_id, 1, "20000")
+    ->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace torve
