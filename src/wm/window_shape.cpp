@@ -33,14 +33,30 @@ FrameFlags frame_flags(const WdObject& object) {
   return flags;
 }
 
-void show_lines(const WdObject& object, ScrollState& scroll, int fraction, int colour) {
-  update_yscrollbar(&scroll.y_fraction, fraction, scroll.bar_colour, colour, object.x, object.y,
-                    object.y + object.height - 1);
+// A thumb erases what lies at its old place and at its new one. In a small window its places and
+// the arrows overlap, so the arrows come between.
+void show_lines(const WdObject& object, ScrollState& scroll, int colour) {
+  if (has(object.flags, WdFlags::no_vertical_bar)) return;
+  const int fraction = fraction_of(object.scroll_line, scroll.line_range);
+  const auto place_thumb = [&] {
+    update_yscrollbar(&scroll.y_fraction, fraction, scroll.bar_colour, colour, object.x, object.y,
+                      object.y + object.height - 1);
+  };
+  place_thumb();
+  putVertArrows(object.x + 1, object.y + arrow_start, object.height - arrow_start - 2, colour);
+  place_thumb();
 }
 
-void show_columns(const WdObject& object, ScrollState& scroll, int fraction, int colour) {
-  update_xscrollbar(&scroll.x_fraction, fraction, scroll.bar_colour, colour, object.x,
-                    object.x + object.width, object.y);
+void show_columns(const WdObject& object, ScrollState& scroll, int colour) {
+  if (has(object.flags, WdFlags::no_horizontal_bar)) return;
+  const int fraction = fraction_of(object.scroll_column, scroll.column_range);
+  const auto place_thumb = [&] {
+    update_xscrollbar(&scroll.x_fraction, fraction, scroll.bar_colour, colour, object.x,
+                      object.x + object.width, object.y);
+  };
+  place_thumb();
+  putHorArrows(object.x + arrow_start, object.y + 1, object.width - 2 * arrow_start - 1, colour);
+  place_thumb();
 }
 
 // Where a press on a bar leads: `at` is its distance from the bar's corner, `length` the window's
@@ -66,18 +82,13 @@ void init_menu(const WdObject& object, ScrollState& scroll) {
 }
 
 void draw_window_frame(const WdObject& object, ScrollState& scroll, int colour, int noframe) {
-  const int line_fraction = fraction_of(object.scroll_line, scroll.line_range);
   putWinFrame(object.x, object.y, object.height, object.width, object.scroll_column,
               object.scroll_line, scroll.column_range, scroll.line_range, &scroll.x_fraction,
               &scroll.y_fraction, colour, frame_flags(object), noframe);
   // The frame routine leaves the vertical thumb at the horizontal position, and spots of a colour
-  // of its own where the thumbs belong: moved there twice, each erases what lay at its place.
-  for (int pass = 0; pass < 2; ++pass) {
-    if (!has(object.flags, WdFlags::no_vertical_bar))
-      show_lines(object, scroll, line_fraction, colour);
-    if (!has(object.flags, WdFlags::no_horizontal_bar))
-      show_columns(object, scroll, scroll.x_fraction, colour);
-  }
+  // of its own where the thumbs belong.
+  show_lines(object, scroll, colour);
+  show_columns(object, scroll, colour);
 }
 
 WindowPart check_scrolling(WdObject& object, ScrollState& scroll, int x, int y, bool edge,
@@ -91,14 +102,14 @@ WindowPart check_scrolling(WdObject& object, ScrollState& scroll, int x, int y, 
     if (has(object.flags, WdFlags::no_vertical_bar)) return WindowPart::scroll_bar;
     object.scroll_line = scrolled_to(object.scroll_line, scroll.line_range, dy, object.height,
                                      arrow_size + 1, vertical_track, edge);
-    show_lines(object, scroll, fraction_of(object.scroll_line, scroll.line_range), colour);
+    show_lines(object, scroll, colour);
     return WindowPart::scroll_bar;
   }
   if (dy < bar_size) {
     if (has(object.flags, WdFlags::no_horizontal_bar)) return WindowPart::scroll_bar;
     object.scroll_column = scrolled_to(object.scroll_column, scroll.column_range, dx, object.width,
                                        box_size + arrow_size + 1, horizontal_track, edge);
-    show_columns(object, scroll, fraction_of(object.scroll_column, scroll.column_range), colour);
+    show_columns(object, scroll, colour);
     return WindowPart::scroll_bar;
   }
   return WindowPart::inside;
