@@ -1,0 +1,170 @@
+#include "diagram/drawing.hpp"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdlib>
+#include <span>
+
+#include "display/screen_state.hpp"
+#include "draw/lines.hpp"
+#include "text/fonts.hpp"
+#include "text/text_output.hpp"
+
+namespace torve {
+
+namespace {
+
+constexpr std::size_t first_label_slot = 20;  // the slots before it once held the text
+constexpr int box_margin = 11;  // what figures reach beyond the box of their two points
+constexpr int white = 15;
+constexpr int label_ink = 0;
+
+// The clip rectangle as it was, at the end.
+class KeptClip {
+ public:
+  KeptClip() : kept_{xxmin, yymin, xxmax, yymax} {}
+  ~KeptClip() { set(kept_); }
+  KeptClip(const KeptClip&) = delete;
+  KeptClip& operator=(const KeptClip&) = delete;
+
+  static void set(const Rect& clip) {
+    xxmin = clip.x1;
+    yymin = clip.y1;
+    xxmax = clip.x2;
+    yymax = clip.y2;
+  }
+  [[nodiscard]] const Rect& kept() const { return kept_; }
+
+ private:
+  Rect kept_;
+};
+
+std::span<std::uint32_t> slots_of(Vobj& figure, std::size_t first, std::size_t limit) {
+  const std::span<std::uint32_t> all(figure.saved);
+  if (first >= all.size()) return {};
+  return all.subspan(first, std::min(limit, all.size() - first));
+}
+
+// Labels and circles: a list of points, some of which coincide.
+std::vector<PixelPosition> points_of(const Vobj& figure, const FigurePlace& place) {
+  if (figure.kind == FigureKind::vcircle) return circle_points(place);
+  if (figure.kind == FigureKind::label && shows(figure.kind, place)) {
+    return label_points(figure.text, place);
+  }
+  return {};
+}
+
+std::span<std::uint32_t> point_slots(Vobj& figure, std::size_t count) {
+  return slots_of(figure, figure.kind == FigureKind::label ? first_label_slot : 0, count);
+}
+
+void erase(VectorMode mode, Vobj& figure, const FigurePlace& place) {
+  for (const FigureSegment& part : figure_segments(figure.kind, place)) {
+    erase_vector(mode, part.segment, slots_of(figure, part.first_slot, part.slot_limit));
+  }
+  const std::vector<PixelPosition> points = points_of(figure, place);
+  const std::span<std::uint32_t> slots = point_slots(figure, points.size());
+  for (std::size_t i = slots.size(); i-- > 0;) {
+    erase_kept_pixel(mode, points[i].x, points[i].y, slots[i]);
+  }
+}
+
+void write_label_to_eps(const Vobj& figure, const FigurePlace& place) {
+  const int x = xkoord;
+  const int y = ykoord;
+  xkoord = place.x1;
+  ykoord = place.y1;
+  textn1(label_font, target_eps, figure.text, label_ink, white);
+  xkoord = x;
+  ykoord = y;
+}
+
+void draw(VectorMode mode, Vobj& figure, const FigurePlace& place) {
+  const std::vector<FigureSegment> parts = figure_segments(figure.kind, place);
+  for (auto part = parts.rbegin(); part != parts.rend(); ++part) {
+    draw_vector(mode, part->segment, figure.colour,
+                slots_of(figure, part->first_slot, part->slot_limit));
+  }
+  const std::vector<PixelPosition> points = points_of(figure, place);
+  if (mode == VectorMode::eps && figure.kind == FigureKind::label)
+    write_label_to_eps(figure, place);
+  const std::span<std::uint32_t> slots = point_slots(figure, points.size());
+  for (std::size_t i = 0; i < slots.size(); ++i) {
+    draw_kept_pixel(mode, points[i].x, points[i].y, figure.colour, slots[i]);
+  }
+}
+
+bool is_on_canvas(const Vobj& figure) {
+  return (figure.phase & phase_on_canvas) != 0;
+}
+
+// A circle is as high as it is wide, whatever its box.
+Rect box_of(const Vobj& figure) {
+  int above = 0;
+  if (figure.kind == FigureKind::vcircle) above = std::abs(figure.x2 - figure.x1);
+  return {std::min(figure.x1, figure.x2) - box_margin,
+          std::min(figure.y1, figure.y2) - box_margin - above,
+          std::max(figure.x1, figure.x2) + box_margin,
+          std::max(figure.y1, figure.y2) + box_margin + above};
+}
+
+}  // namespace
+
+FigurePlace place_of(const Vobj& figure) {
+  return {figure.x1, figure.y1, figure.x2, figure.y2};
+}
+
+void draw_vobj(VectorMode mode, Vobj* figure, const FigurePlace& new_place,
+               const FigurePlace& old_place, int flags) {
+  if ((flags & figure_erase) != 0) erase(mode, *figure, old_place);
+  if ((flags & figure_draw) != 0) draw(mode, *figure, new_place);
+}
+
+void draw_vobj(VectorMode mode, Vobj* figure, int flags) {
+  draw_vobj(mode, figure, place_of(*figure), place_of(*figure), flags);
+}
+
+int pick_up_cvobj() {
+  if (cvobj == nullptr || cvobj == lastvobj) return 1;
+  const KeptClip clip;
+  KeptClip::set(intersection(box_of(*cvobj), clip.kept()));
+  for (Vobj* figure = lastvobj; figure != cvobj->prev; figure = figure->prev) {
+    if (is_on_canvas(*figure)) draw_vobj(VectorMode::clipped, figure, figure_erase);
+  }
+  for (Vobj* figure = cvobj->next; figure != nullptr; figure = figure->next) {
+    if (is_on_canvas(*figure)) draw_vobj(VectorMode::clipped, figure, figure_draw);
+  }
+  if (is_on_canvas(*cvobj)) draw_vobj(VectorMode::clipped, cvobj, figure_draw);
+  unlink_vobj(cvobj);
+  link_last_vobj(cvobj);
+  return 0;
+}
+
+int refresh_cvobj(int xmin, int ymin, int xmax, int ymax) {
+  const KeptClip clip;
+  KeptClip::set({xmin, ymin, xmax, ymax});
+  lay_figures();
+  return 0;
+}
+
+void lift_figures() {
+  for (Vobj* figure = lastvobj; figure != nullptr; figure = figure->prev) {
+    if (is_on_canvas(*figure)) draw_vobj(VectorMode::clipped, figure, figure_erase);
+  }
+}
+
+void lay_figures() {
+  for (Vobj* figure = firstvobj; figure != nullptr; figure = figure->next) {
+    if (is_on_canvas(*figure)) draw_vobj(VectorMode::clipped, figure, figure_draw);
+  }
+}
+
+void free_vector_objects(VectorMode mode) {
+  while (lastvobj != nullptr) {
+    if (is_on_canvas(*lastvobj)) draw_vobj(mode, lastvobj, figure_erase);
+    remove_vobj(lastvobj);
+  }
+  cvobj = nullptr;
+}
+
+}  // namespace torve

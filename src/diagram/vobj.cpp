@@ -1,0 +1,54 @@
+#include "diagram/vobj.hpp"
+
+#include <memory>
+#include <new>
+
+#include "base/errors.hpp"
+#include "draw/draw_vector.hpp"
+
+namespace torve {
+
+Vobj* firstvobj = nullptr;
+Vobj* lastvobj = nullptr;
+Vobj* cvobj = nullptr;
+int vobjmode = 0;
+
+namespace {
+
+constexpr std::size_t slots_of_a_box = 2800;
+constexpr std::size_t slots_of_a_figure = 1000;
+
+}  // namespace
+
+Vobj* create_vector_obj(FigureKind kind) try {
+  auto figure = std::make_unique<Vobj>();
+  figure->kind = kind;
+  figure->saved.assign(kind == FigureKind::vbox ? slots_of_a_box : slots_of_a_figure, empty_slot);
+  Vobj* made = figure.release();
+  link_last_vobj(made);
+  return made;
+} catch (const std::bad_alloc&) {
+  no_memory();
+  return nullptr;
+}
+
+void link_last_vobj(Vobj* figure) {
+  figure->next = nullptr;
+  figure->prev = lastvobj;
+  (lastvobj != nullptr ? lastvobj->next : firstvobj) = figure;
+  lastvobj = figure;
+}
+
+void unlink_vobj(Vobj* figure) {
+  (figure->prev != nullptr ? figure->prev->next : firstvobj) = figure->next;
+  (figure->next != nullptr ? figure->next->prev : lastvobj) = figure->prev;
+  figure->next = figure->prev = nullptr;
+}
+
+int remove_vobj(Vobj* figure) {
+  unlink_vobj(figure);
+  const std::unique_ptr<Vobj> released(figure);
+  return 0;
+}
+
+}  // namespace torve
