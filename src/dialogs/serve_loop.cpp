@@ -84,8 +84,7 @@ class ServeLoop {
     WdObject& object = window_.object();
     grabbed_ = check_resizing(object, X, Y);
     if (grabbed_ != Edge::none) {
-      grip_ = Grip::edge;
-      resize(grabbed_);
+      grab_edge();
       return serving_goes_on;
     }
     switch (check_scrolling(object, window_.scroll, X, Y, true, window_.frame_colour)) {
@@ -109,7 +108,7 @@ class ServeLoop {
   int held() {
     switch (grip_) {
       case Grip::edge:
-        resize(resize_step(window_.object(), X, Y, grabbed_));
+        drag_edge();
         return serving_goes_on;
       case Grip::scroll_bar:
         scroll_along();
@@ -155,15 +154,37 @@ class ServeLoop {
     return has(flags, WdFlags::close_puts_down) ? command_put_down : command_free;
   }
 
-  // One step for the press; then as many as the pointer has run ahead.
-  void resize(Edge step) {
+  // The press is one step. Where it draws the edge in, the pointer is now outside and would draw
+  // it out again at once: it counts as having come along.
+  void grab_edge() {
+    grip_ = Grip::edge;
+    const int width = window_.object().width;
+    const int height = window_.object().height;
     limits_.narrow();
-    Edge moved = step;
-    while (step != Edge::none && moved != Edge::none) {
-      moved = update_backgrnd(window_.id(), step);
-      window_.resized(moved);
-      step = resize_step(window_.object(), X, Y, grabbed_);
+    step_edges(grabbed_);
+    lead_x_ = std::min(0, window_.object().width - width);
+    lead_y_ = std::min(0, window_.object().height - height);
+    show_resized();
+  }
+
+  // As many steps as the pointer has run ahead.
+  void drag_edge() {
+    bool resized = false;
+    for (;;) {
+      const Edge step = resize_step(window_.object(), X + lead_x_, Y + lead_y_, grabbed_);
+      if (step == Edge::none || step_edges(step) == Edge::none) break;
+      resized = true;
     }
+    if (resized) show_resized();
+  }
+
+  Edge step_edges(Edge step) {
+    const Edge moved = update_backgrnd(window_.id(), step);
+    window_.resized(moved);
+    return moved;
+  }
+
+  void show_resized() {
     paint_window(window_);
     drawn_column_ = window_.object().scroll_column;
     drawn_line_ = window_.object().scroll_line;
@@ -202,6 +223,7 @@ class ServeLoop {
   PointerLimits limits_;
   Grip grip_ = Grip::none;
   Edge grabbed_ = Edge::none;
+  int lead_x_ = 0, lead_y_ = 0;  // by how much the press has drawn the edges in, pixels, negative
   bool on_vertical_bar_ = false;
   int drawn_column_, drawn_line_;  // the scroll position that the text area shows
 };

@@ -62,6 +62,18 @@ TEST_F(Menus, PressesSelectEditAndRun) {
       {"down the rows, over a field, then right",
        [] { press(label_x, row0), move(label_x, row1), move(field_x, row1), release(1, 1); }, 0, 1,
        "bhld1.res"},
+      {"down, back up and right at once",
+       [] {
+         press(label_x, row0), move(label_x, row1), move(label_x + 40, row0);
+         release(1, 1);
+       },
+       0, 0, "bhld1.res"},
+      {"still held after an edit",
+       [] {
+         press(field_x, row0), type("x\r"), move(label_x, row1);
+         release(1, 1);
+       },
+       0, 0, "xbhld1.res"},
       {"selected, then the corner box", [] { click(label_x, row3), click(99, 203); }, 1, 3,
        "bhld1.res"},
       {"a drag along the bar", [] { click(label_x, row0), drag(130, 205, 200, 205); }, 0, 0,
@@ -205,6 +217,23 @@ TEST_F(Menus, ResizedIsAsCreatedAtThatSize) {
       EXPECT_EQ(all_pixels(), pixels);
       free_one_wd_object(id);
     }
+  }
+}
+
+TEST_F(Menus, APressOnAnEdgeIsOneStepHoweverItTrembles) {
+  const struct {
+    int x, y, width, height;
+  } cases[] = {
+      {415, 230, 328, 57}, {411, 230, 312, 57}, {200, 256, 320, 68},
+      {200, 251, 320, 46}, {414, 252, 328, 46},
+  };
+  for (const auto& test : cases) {
+    open(queue_menu, 96, 200);
+    press(test.x, test.y), move(test.x + 1, test.y - 1), move(test.x, test.y);
+    release(test.x, test.y);
+    play();
+    EXPECT_EQ(wd(id).width, test.width);
+    EXPECT_EQ(wd(id).height, test.height);
   }
 }
 
