@@ -85,13 +85,14 @@ Floats lag_means(const Floats& x, double m1, const Floats& y, double m2) {
 }
 
 Match best_offset(const Floats& a, const Floats& b, double scale, int start) {
-  Match best = {-1, 1000000};
+  Match best = {-1, 1000000, 0};
   for (int j = std::max(0, start - 1102); j <= start + 1101; ++j) {
     const int length = j + count(b) <= count(a) ? count(b) : count(a) - j;
     if (length <= 0) continue;
     const double mean =
         difference(a, static_cast<std::size_t>(j), b, scale, static_cast<std::size_t>(length));
-    if (mean < best.mean) best = {j, mean};
+    if (mean < best.mean) best = {j, mean, 0};
+    best.last = length;
   }
   return best;
 }
@@ -99,10 +100,10 @@ Match best_offset(const Floats& a, const Floats& b, double scale, int start) {
 Match best_scale_step(const Floats& a, const Floats& b, int offset, double start) {
   const auto j = static_cast<std::size_t>(offset);
   const std::size_t length = std::min(b.size(), a.size() - j);
-  Match best = {0, 1000000};
+  Match best = {0, 1000000, 0};
   for (int k = -1000; k <= 1000; ++k) {
     const double mean = difference(a, j, b, start + k / 5000.0, length);
-    if (mean < best.mean) best = {k, mean};
+    if (mean < best.mean) best = {k, mean, 0};
   }
   return best;
 }
@@ -180,11 +181,13 @@ void my_correlation(const std::string& in1, const std::string& in2, const std::s
   std::printf("my_correlation, got ave1=%f ave2=%f counter1=%d counter2=%d\n", g1, g2, count(a),
               count(b));
   const Match offset = best_offset(a, b, d(scale), start);
+  std::printf("offset_best=%d ave3min=%f samples=%d\n", offset.place, offset.mean, offset.last);
   const Match step = best_scale_step(a, b, offset.place, d(scale));
   const double s = d(scale) + step.place / 5000.0;
-  std::printf("scale_best=%f ave3min=%f offset=%d\n", s, step.mean, offset.place);
   const auto j = static_cast<std::size_t>(offset.place);
   Floats c(std::min(b.size(), a.size() - j));
+  std::printf("scale_best=%f ave3min=%f offset=%d\n", s, step.mean, offset.place);
+  std::printf("counter1=%d counter2=%d counter=%d\n", count(a), count(b), count(c));
   for (std::size_t i = 0; i < c.size(); ++i)
     c[i] = static_cast<float>(d(a[j + i]) - s * d(b[i]));
   const double m = mean(c, c.size());
@@ -197,7 +200,7 @@ void my_correlation(const std::string& in1, const std::string& in2, const std::s
   }
   std::printf("removed the average, ave1=%f counter=%d\n", m, count(c));
   std::printf("reduced average of absolute values ave3=%f\n", sum / static_cast<double>(c.size()));
-  std::printf("largest absolute value %f, scale to one\n", largest);
+  std::printf("largest absolute value %f, scale to one\nname3=%s\n", largest, out.c_str());
   for (float& value : c)
     value = static_cast<float>(d(value) / largest);
   write(out, c);

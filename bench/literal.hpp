@@ -19,6 +19,7 @@ double mean(const Floats& x, std::size_t count);
 struct Match {
   int place;
   double mean;
+  int last;  // the samples of the last offset tried
 };
 Match best_offset(const Floats& a, const Floats& b, double scale, int start);
 Match best_scale_step(const Floats& a, const Floats& b, int offset, double start);

@@ -18,8 +18,6 @@ class MemoryFile {
  public:
   MemoryFile() : descriptor_(memfd_create("fuzz", 0)) {}
   ~MemoryFile() { close(descriptor_); }
-  MemoryFile(const MemoryFile&) = delete;
-  MemoryFile& operator=(const MemoryFile&) = delete;
 
   void fill(std::span<const std::uint8_t> bytes) const {
     if (ftruncate(descriptor_, 0) != 0) std::abort();

@@ -79,18 +79,6 @@ TEST_F(ReportTest, WhatIsRefused) {
     EXPECT_EQ(printed_by([&] { EXPECT_EQ(analyse(name), 1); }), "not au-file\n") << name;
 }
 
-TEST_F(ReportTest, Differences) {
-  write_file("one", "aabbccd");
-  write_file("two", "aaBbcCd");
-  const std::string keys = ".";
-  answer({reinterpret_cast<const std::uint8_t*>(keys.data()), 1});
-  EXPECT_EQ(printed_by([] { find_differences("one", "two"); }),
-            "Difference at 2\nin one is  0110001001100010  817.000000\n"
-            "in two is  0110001001000010  801.000000\n"
-            "Difference at 4\nin one is  0110001101100011  945.500000\n"
-            "in two is  0100001101100011  3.693359\n");
-}
-
 // Reads what the terminal shows until it ends with `text`.
 void expect_text(int terminal, const std::string& text) {
   std::string shown;
