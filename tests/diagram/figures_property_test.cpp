@@ -56,6 +56,7 @@ class FiguresTest : public ScreenTest {
     FigurePlace place = {coordinate(680), coordinate(600), coordinate(680), coordinate(600)};
     if (any(0, 1) == 0) place.x2 = place.x1 + any(-60, 60), place.y2 = place.y1 + any(-60, 60);
     if (any(0, 9) == 0) place.y2 = place.y1;
+    if (any(0, 1) == 0) place.x2 = place.x1;  // upright, as the editor makes nodes
     if (kind == FigureKind::label) place.x2 = place.x1 + 60, place.y2 = place.y1 + 10;
     return place;
   }
@@ -167,6 +168,16 @@ TEST_F(FiguresTest, RandomDiagramsLeaveNoTrace) {
     ASSERT_EQ(all_pixels(), base_) << "seed " << seed;
     ASSERT_EQ(lastvobj, nullptr);
   }
+}
+
+TEST_F(FiguresTest, WhatWasClippedIsNotPutBack) {
+  paint_base();
+  Vobj* line = create_vector_obj(FigureKind::vline);
+  xxmax = 300;
+  put_at(line, {100, 100, 500, 180});
+  xxmax = 680;
+  draw_vobj(VectorMode::clipped, line, figure_erase);
+  EXPECT_EQ(all_pixels(), base_);
 }
 
 // No two segments of a figure keep different pixels in one slot.
