@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <cstdlib>
 #include <span>
 
 #include "display/screen_state.hpp"
@@ -15,7 +14,6 @@ namespace torve {
 namespace {
 
 constexpr std::size_t first_label_slot = 20;  // the slots before it once held the text
-constexpr int box_margin = 11;  // what figures reach beyond the box of their two points
 constexpr int white = 15;
 constexpr int label_ink = 0;
 
@@ -98,14 +96,17 @@ bool is_on_canvas(const Vobj& figure) {
   return (figure.phase & phase_on_canvas) != 0;
 }
 
-// A circle is as high as it is wide, whatever its box.
+// Around everything that the figure draws, which for pictograms is not the box of its two points.
 Rect box_of(const Vobj& figure) {
-  int above = 0;
-  if (figure.kind == FigureKind::vcircle) above = std::abs(figure.x2 - figure.x1);
-  return {std::min(figure.x1, figure.x2) - box_margin,
-          std::min(figure.y1, figure.y2) - box_margin - above,
-          std::max(figure.x1, figure.x2) + box_margin,
-          std::max(figure.y1, figure.y2) + box_margin + above};
+  Rect box;
+  const auto include = [&box](int x, int y) { box = bounding_box(box, {x, y, x + 1, y + 1}); };
+  for (const FigureSegment& part : figure_segments(figure.kind, place_of(figure))) {
+    include(part.segment.x1, part.segment.y1);
+    include(part.segment.x2, part.segment.y2);
+  }
+  for (const auto& [x, y] : points_of(figure, place_of(figure)))
+    include(x, y);
+  return box;
 }
 
 }  // namespace
