@@ -117,9 +117,7 @@ int put_window(const Message& message, const std::string& detail, int paper) {
   window().scroll_line = message.first_line;
   shown_detail = with_blanks(message, detail);
   detail_paper = paper;
-  if (put_wd_objects(message_window_id, message_window_id) == 0) return 0;
-  if (window().kind == kind_free) create_message_window();
-  return 1;
+  return put_wd_objects(message_window_id, message_window_id);
 }
 
 int show(const Message& message, const std::string& detail) {

@@ -44,7 +44,7 @@ constexpr int last_national_code = 24;
 
 const StrangeCharacter* find_strange(std::uint8_t first, std::uint8_t second) {
   for (const StrangeCharacter& entry : strangelist) {
-    if (entry.first == first && (entry.second == second || entry.second == 0)) return &entry;
+    if (entry.first == first && entry.second == second) return &entry;
   }
   return nullptr;
 }
@@ -95,7 +95,7 @@ int replace_strange_characters(char* line) {
       continue;
     }
     *to++ = found->code;
-    if (found->second != 0) ++i;
+    ++i;
   }
   *to = 0;
   return 0;

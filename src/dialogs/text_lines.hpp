@@ -9,7 +9,7 @@ namespace torve {
 
 inline constexpr int longest_line = 132;  // characters; the rest of a line is the next one
 
-/// A character of a file that takes two bytes (or one, second byte 0) and the font's code for it.
+/// A character of a file that takes two bytes, and the font's code for it.
 struct StrangeCharacter {
   std::uint8_t first = 0, second = 0;
   char code = 0;

@@ -114,6 +114,33 @@ TEST_F(FieldEditing, LaterFieldsWidenNarrowAndEndEmpty) {
   EXPECT_EQ(edit(1, 30, "\b\b\b\b\r"), 0);
 }
 
+TEST_F(FieldEditing, ALineKeepsItsLengthAndItsFieldsTheirLabels) {
+  MenuItem three[3];
+  const int columns[] = {2, 8, 14};
+  for (int i = 0; i < 3; ++i) {
+    three[i].x = columns[i] * cs, three[i].y = 0, three[i].width = 3;
+    std::snprintf(three[i].text, field_room, "%d", i);
+  }
+  three[0].nfields = 3;
+  std::snprintf(line, sizeof line, "a    b:    c:    end");
+  const struct {
+    int field, direction;
+    const char* text;
+    int x1, x2;
+  } steps[] = {
+      {1, 1, "a    b:     c:    en", 8, 15},
+      {0, 1, "a     b:     c:    e", 9, 16},
+      {1, -1, "a     b:    c:    e ", 9, 15},
+      {0, -1, "a    b:    c:    e  ", 8, 14},
+  };
+  for (const auto& step : steps) {
+    modify_line(three, lines, step.field, 0, 50, 0, line_paper, field_paper, step.direction);
+    EXPECT_STREQ(line, step.text);
+    EXPECT_EQ(three[1].x, step.x1 * cs);
+    EXPECT_EQ(three[2].x, step.x2 * cs);
+  }
+}
+
 TEST_F(FieldEditing, NationalLettersBecomeOneGlyph) {
   plg = 4;
   edit(0, 30, "l/z\r");
@@ -145,6 +172,7 @@ TEST_F(FieldEditing, NothingIsDrawnBesideTheTextArea) {
   std::vector<std::uint32_t> before = all_pixels();
   items[1].x = 38 * cs;
   edit(0, 30, "\b\b1234567890\r", 7);
+  EXPECT_EQ(text_at(100, 50, 12), "34567890c to");
   edit(1, 30, "1234567890\r");
   std::vector<std::uint32_t> after = all_pixels();
   for (std::size_t i = 0; i < before.size(); ++i) {

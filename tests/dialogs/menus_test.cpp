@@ -134,6 +134,7 @@ TEST_F(Menus, CheckCommandSaysWhatAPressDid) {
       {280, 231, check_selected, ""},       {240, 231, check_edited, "\r"},
       {240, 231, check_undone, "\b\b\b\r"},
   };
+  menu.line_flags[2] = line_double_clicked;
   for (const auto& test : cases) {
     type(test.keys);
     EXPECT_EQ(check_command(menu.menu_items, menu.menu_lines, menu.line_flags, 0, 0, 5, 9, 3, 16, 3,
@@ -142,6 +143,7 @@ TEST_F(Menus, CheckCommandSaysWhatAPressDid) {
         << test.x << "," << test.y;
     EXPECT_TRUE(user_events.empty());
   }
+  EXPECT_EQ(menu.line_flags[2], 0) << "marks of double presses go";
   EXPECT_EQ(check_command(menu.menu_items, menu.menu_lines, menu.line_flags, 0, 7, 5, 9, 3, 16, 3,
                           9, 120, 240),
             check_nothing)
@@ -250,7 +252,7 @@ TEST_F(Menus, ScrollingShowsOtherLinesAndStaysInRange) {
   const std::vector<std::uint32_t> scrolled = all_pixels();
   EXPECT_EQ(refresh_one_wd_object(id), 0);
   EXPECT_EQ(all_pixels(), scrolled);
-  drag(200, 256, 200, 320);  // taller: fewer lines do not show
+  drag(200, 256, 200, 360);  // taller: fewer lines do not show
   play();
   EXPECT_EQ(wd(id).visible_lines, 9);
   EXPECT_EQ(wd(id).scroll_line, 0);
@@ -260,6 +262,9 @@ TEST_F(Menus, ScrollingShowsOtherLinesAndStaysInRange) {
   click(100, 222), type("z\r");
   play();
   EXPECT_EQ(selected(), -1) << "the bar is no text";
+  std::strcpy(wd(id).menu_lines[1], "rewritten");
+  refresh_one_wd_object(id);
+  EXPECT_EQ(std::strlen(wd(id).menu_lines[1]), sample_line_size - 1U) << "blanks behind it";
 }
 
 TEST_F(Menus, OpeningAndClosingLeavesNothingBehind) {

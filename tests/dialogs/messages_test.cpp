@@ -50,6 +50,13 @@ TEST_F(TextWindows, LinesAreCleanAndFillTheWindow) {
   EXPECT_EQ(text_at(112, 249, 20), "234567890123456789 1");
 }
 
+TEST_F(TextWindows, ShowWhereTheyAreScrolledToWithoutARelease) {
+  open("one\ntwo\nthree\nfour\nfive\n");
+  press(100, 259), press(bare_x, bare_y);
+  play();
+  EXPECT_EQ(text_at(112, 216, 5), "two  ");
+}
+
 TEST_F(TextWindows, AFileMayGo) {
   EXPECT_EQ(make_file_window(0, 0, 0, 100, 100, 1, 2, 3, 4, "x", 0, 0), 1);
   make_file_window(id, 96, 200, 184, 68, 15, 1, 0, 0, "none.txt", -1, -1);
