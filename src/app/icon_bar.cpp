@@ -5,6 +5,7 @@
 #include "app/jump_table.hpp"
 #include "app/shutdown.hpp"
 #include "app/tools/tools.hpp"
+#include "diagram/editor.hpp"
 #include "display/screen_state.hpp"
 #include "picture/fn2.hpp"
 
@@ -21,10 +22,11 @@ struct Icon {
   IconHandler handler;
 };
 
-// Only the exit icon ends the program: that a tool is open already is no reason to.
+// Only the exit icon ends the program: that a tool is open already is no reason to. A tool that
+// opens takes the mouse from the diagram.
 template <IconHandler opener>
 int open_and_stay(int button, int x, int y) {
-  static_cast<void>(opener(button, x, y));
+  if (opener(button, x, y) == 0) exit_ope();
   return 0;
 }
 

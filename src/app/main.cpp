@@ -7,6 +7,7 @@
 #include "app/shutdown.hpp"
 #include "app/signal/work_buffer.hpp"
 #include "base/console.hpp"
+#include "diagram/editor.hpp"
 #include "dialogs/install.hpp"
 #include "display/colours.hpp"
 #include "display/graph.hpp"
@@ -54,6 +55,7 @@ int main(int argc, char** argv) {
   defaultfont = menu_font;
   install_pool_reporters();
   install_dialogs();
+  install_diagram();
   if (!load_fonts()) return report_font_problem("problems in loading font\n");
   if (initPool(0, 0, 0, 0) != 0) return 0;
   initgraph(argc, argv);

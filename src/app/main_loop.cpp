@@ -1,5 +1,7 @@
 #include "app/main_loop.hpp"
 
+#include "app/palette.hpp"
+#include "diagram/editor.hpp"
 #include "display/input.hpp"
 #include "display/screen_image.hpp"
 #include "display/screen_state.hpp"
@@ -10,18 +12,29 @@ namespace torve {
 
 namespace {
 
-constexpr int pause_after_handler = 100;  // rounds of delay
+constexpr int pause_after_handler = 100;      // rounds of delay
+constexpr unsigned long escape_key = 0xFF1B;  // its X name
 
-// Offers a press that is for no window object to the icons; whether the program is to end.
+// A press that is for no window object: when it begins it may be an icon's, and whatever it is then
+// goes to the diagram, held motion too. Whether the program is to end.
 bool press_on_canvas(const JumpEntry* table) {
-  if (!canvas_press_began()) return false;
-  const JumpEntry* icon = find_icon(table, X, Y);
-  if (icon == nullptr) return false;
-  present();
-  if (icon->handler(buttons, X, Y) != 0) return true;
-  delay(pause_after_handler);
-  spend_press();
+  if (!press_is_for_canvas()) return false;
+  const JumpEntry* icon = canvas_press_began() ? find_icon(table, X, Y) : nullptr;
+  if (icon != nullptr) {
+    present();
+    if (icon->handler(buttons, X, Y) != 0) return true;
+    delay(pause_after_handler);
+    spend_press();
+  } else if (canvas_press_began()) {
+    palette_press(buttons, X);
+  }
+  vect_ed(buttons, X, Y);
   return false;
+}
+
+// Escape leaves whatever diagram tool is armed.
+void heed_key() {
+  if (last_event.type == InputEvent::Type::key && keysym == escape_key) exit_ope();
 }
 
 // Runs the action of the object that has just been put down; whether the program is to end.
@@ -56,6 +69,7 @@ int do_edi1_engine(int first, const JumpEntry* table) {
     const int wanted = do_operations();
     if (wanted == engine_run_action && run_action()) return 1;
     if (wanted == engine_canvas_press && press_on_canvas(table)) return 1;
+    heed_key();
     kbhit();
   }
 }

@@ -4,6 +4,7 @@
 #include <cstdlib>
 
 #include "app/signal/work_buffer.hpp"
+#include "diagram/drawing.hpp"
 #include "display/graph.hpp"
 #include "pool/pool.hpp"
 #include "text/fonts.hpp"
@@ -17,6 +18,7 @@ constexpr int exit_tool_status = 1;
 }
 
 int release_everything() {
+  free_vector_objects(VectorMode::clipped);
   free_wd_objects();
   release_staging();
   release_work_buffer();

@@ -3,8 +3,8 @@
 
 namespace torve {
 
-/// Releases what start-up took, in the reverse order: window objects, work buffer, display, pool,
-/// fonts. Returns what free_font returned. May be called again.
+/// Releases what start-up took, in the reverse order: figures, window objects, work buffer,
+/// display, pool, fonts. Returns what free_font returned. May be called again.
 int release_everything();
 
 /// The exit tool: releases everything and ends the process with status 1. The window manager's

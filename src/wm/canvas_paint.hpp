@@ -8,12 +8,16 @@
 
 namespace torve {
 
+/// Whether what is painted goes beneath the figures, too, or is a figure itself.
+enum class PaintOn { base, figures };
+
 /// While one lives, the window objects that meet its rectangle (and those above them) are off the
-/// canvas, and so are the figures: what is painted goes beneath them. At its end the figures are
-/// laid and the objects put back as they looked, bottom up. The books are untouched.
+/// canvas, and so are the figures if the base is painted: what is painted goes beneath them. At its
+/// end the figures are laid and the objects put back as they looked, bottom up. The books are
+/// untouched.
 class CanvasPaint {
  public:
-  explicit CanvasPaint(const Rect& rect);
+  explicit CanvasPaint(const Rect& rect, PaintOn layer = PaintOn::base);
   ~CanvasPaint();
   CanvasPaint(const CanvasPaint&) = delete;
   CanvasPaint& operator=(const CanvasPaint&) = delete;
@@ -24,6 +28,7 @@ class CanvasPaint {
     std::vector<std::uint8_t> picture;
   };
   std::vector<Lifted> lifted_;  // topmost first
+  PaintOn layer_;
 };
 
 /// How figures are taken off the canvas and laid on it again.

@@ -1,5 +1,6 @@
 #include "app/tools/tool_menu.hpp"
 
+#include <algorithm>
 #include <cstdio>
 
 #include "app/plot/plot_panes.hpp"
@@ -21,7 +22,7 @@ namespace {
 
 constexpr int line_size = 80;    // bytes of a menu line
 constexpr int height_cells = 3;  // height of every menu: cells plus lines of text
-constexpr int height_lines = 4;
+constexpr int least_height_lines = 4;
 constexpr int text_area_colour = 16;
 constexpr int frame_colour = 1;
 constexpr int selected_colour = 3;
@@ -29,6 +30,10 @@ constexpr int field_colour = 9;
 constexpr int text_colour = 0;
 constexpr int failed_column = 10;  // of the message that a menu could not be had
 constexpr int failed_row = 10;
+
+int height_of(int line_count) {
+  return height_cells * cs + std::max(least_height_lines, line_count) * cr;
+}
 
 struct MenuStructure {
   MenuItem* items = nullptr;
@@ -60,7 +65,7 @@ void place_fields(const ToolMenu& menu, MenuItem* items) {
 
 void write_lines(const ToolMenu& menu, char** lines) {
   for (const char* text : menu.lines)
-    std::snprintf(*lines++, line_size, "%s", text);
+    std::snprintf(*lines++, static_cast<std::size_t>(menu.line_size), "%s", text);
 }
 
 int build(const ToolMenu& menu) {
@@ -69,18 +74,18 @@ int build(const ToolMenu& menu) {
   fill_jmptable_b(menu.id - 1, menu.action);
   MenuStructure structure;
   if (create_menustructure(&structure.items, &structure.lines, &structure.flags, field_count,
-                           line_count, line_size) != 0) {
+                           line_count, menu.line_size) != 0) {
     free_menustructure(&structure.items, &structure.lines, &structure.flags, field_count,
-                       line_count, line_size);
+                       line_count, menu.line_size);
     say_allocation_failed();
     return -1;
   }
   write_lines(menu, structure.lines);
   place_fields(menu, structure.items);
   make_popup_menu(menu.id, menu.x_cells * cs, menu.y_lines * cr + menu.y_pixels,
-                  menu.width_cells * cs, height_cells * cs + height_lines * cr, text_area_colour,
-                  frame_colour, selected_colour, field_colour, text_colour, structure.items,
-                  structure.lines, structure.flags, field_count, line_count, line_count, line_size);
+                  menu.width_cells * cs, height_of(line_count), text_area_colour, frame_colour,
+                  selected_colour, field_colour, text_colour, structure.items, structure.lines,
+                  structure.flags, field_count, line_count, line_count, menu.line_size);
   wd(menu.id).flags = wd(menu.id).flags | WdFlags::right_close_puts_down;
   return 0;
 }

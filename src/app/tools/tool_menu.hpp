@@ -28,6 +28,7 @@ struct ToolMenu {
   std::span<const char* const> lines;
   std::span<const ToolField> fields;  // in the order in which actions number them; those of one
                                       // line stand side by side
+  int line_size = 80;                 // bytes of a line
   int spare_fields = 0;               // fields more that belong to no line
   WdAction action = nullptr;
 };

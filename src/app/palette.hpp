@@ -1,0 +1,13 @@
+// The palette of the diagram tools: a menu right of the diagram area, so that it can stay open.
+#pragma once
+
+namespace torve {
+
+/// Shows the palette, above all others when it is open already.
+void open_palette();
+
+/// A press of the second button on the free canvas at column x opens the palette, unless presses
+/// pick figures or it lies outside the diagram area.
+void palette_press(int button, int x);
+
+}  // namespace torve

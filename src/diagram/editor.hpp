@@ -1,0 +1,50 @@
+// Editing the diagram with the mouse.
+//
+// What a press on the free canvas does depends on vobjmode: 0 nothing; kind + 10 a tool is armed
+// and cvobj is its figure, not placed yet; the kind (1 .. 10) its second point is being stretched,
+// minus the kind its first point moved; 21 cvobj is being moved; 22 presses pick figures; 27 a
+// property menu is open. Releasing the button changes nothing: a later press goes on.
+#pragma once
+
+#include "diagram/vobj.hpp"
+
+namespace torve {
+
+inline constexpr int mode_idle = 0;
+inline constexpr int mode_armed = 10;  // plus the kind
+inline constexpr int mode_moving = 21;
+inline constexpr int mode_pointer = 22;
+inline constexpr int mode_properties = 27;
+
+/// Last column of the diagram area, pixels.
+inline constexpr int last_diagram_column = 679;
+
+/// Lets plots go beneath the figures. To be called once.
+void install_diagram();
+
+/// A press, or the motion of a held button, on the free canvas: button, pixels.
+void vect_ed(int button, int x, int y);
+
+/// Arms a tool; nothing happens when it is armed already. Return 0.
+int node_ope();
+int nodeb_ope();
+int nodec_ope();
+int queue_ope();
+int tele_ope();
+int vbox_ope();
+int vline_ope();
+int arrow_ope();
+
+/// Presses pick figures from now on; no press does anything. Return 0.
+int pointer_ope();
+int exit_ope();
+
+/// Sets a figure's second (first) point. Upright kinds keep both points in one column, telephones
+/// and labels their size. Return 0.
+int set_x2_y2(Vobj* figure, int x, int y);
+int set_x1_y1(Vobj* figure, int x, int y);
+
+/// Whether the second point may not lie above the first.
+[[nodiscard]] bool y1_ge_y2(const Vobj& figure);
+
+}  // namespace torve
