@@ -66,10 +66,16 @@ fs::path Desktop::use_copied_installation() {
   return share;
 }
 
+void Desktop::use_input(const std::string& text) {
+  input_ = home_ / "input";
+  std::ofstream(input_) << text;
+}
+
 void Desktop::launch() {
   process_ = std::make_unique<Process>(Command{.words = program_words(program_, ordinary_user_),
                                                .environment = {"DISPLAY=" + server_->name()},
                                                .directory = folder_,
+                                               .input = input_,
                                                .output = home_ / "output",
                                                .errors = home_ / "errors"});
 }
@@ -100,6 +106,16 @@ void Desktop::release(int button) {
 void Desktop::click(int x, int y, int button) {
   press(x, y, button);
   release(button);
+}
+
+void Desktop::key(unsigned long keysym) {
+  server_->key(keysym);
+  settle();
+}
+
+void Desktop::type(const std::string& text) {
+  for (const char letter : text)
+    key(static_cast<unsigned char>(letter));
 }
 
 int Desktop::exit_status() {

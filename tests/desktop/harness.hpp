@@ -40,6 +40,8 @@ class Desktop : public testing::Test {
   std::filesystem::path use_copied_installation();
   /// Lets the program run without the rights of root, should the test have them.
   void use_ordinary_user() { ordinary_user_ = true; }
+  /// What the program finds on its standard input.
+  void use_input(const std::string& text);
   /// Starts the program without waiting for its window.
   void launch();
   /// Starts the program and waits until it has drawn its window. Throws when it does not, and
@@ -50,6 +52,9 @@ class Desktop : public testing::Test {
   void press(int x, int y, int button = 1);
   void release(int button = 1);
   void click(int x, int y, int button = 1);
+  /// Every key waits until the one before has been handled: the program drops keys typed ahead.
+  void key(unsigned long keysym);
+  void type(const std::string& text);
   void close_window() { server_->ask_to_close(window_); }
   Picture screenshot() { return server_->screenshot(window_); }
 
@@ -71,6 +76,7 @@ class Desktop : public testing::Test {
   std::filesystem::path home_;    // everything of this test
   std::filesystem::path folder_;  // the program's working directory
   std::filesystem::path program_;
+  std::filesystem::path input_ = "/dev/null";
   std::unique_ptr<XServer> server_;
   std::unique_ptr<Process> process_;
   WindowId window_ = 0;

@@ -2,8 +2,10 @@
 
 #include <fstream>
 #include <iterator>
+#include <sstream>
 #include <stdexcept>
 
+#include "desktop/process.hpp"
 #include "xpm.hpp"
 
 namespace torve::desktop {
@@ -23,6 +25,7 @@ int pair_class(char letter) {
 }
 
 constexpr int glyph_rows = 10;
+constexpr int cell_width = 8;
 
 /// The glyph's rows from a font file: height, count, then the rows of each glyph.
 bool pixel_of(const std::string& font, char letter, int x, int y) {
@@ -63,10 +66,13 @@ bool shows_text(const Picture& picture, int font, int x, int y, const std::strin
   const std::filesystem::path stem =
       std::filesystem::path(TORVE_DATA_DIR) / "font" / ("font" + std::to_string(font));
   const std::string glyphs = read_file(stem.string() + ".dat");
-  const std::string advances = read_file(stem.string() + ".dis");
+  // A font without distances has cells of one width.
+  const bool proportional = std::filesystem::exists(stem.string() + ".dis");
+  const std::string advances = proportional ? read_file(stem.string() + ".dis") : "";
   for (std::size_t i = 0; i < text.size(); ++i) {
     const int next = i + 1 < text.size() ? pair_class(text[i + 1]) : 0;
-    const int advance = advances[static_cast<std::size_t>(pair_class(text[i]) * 60 + next)];
+    const auto pair = static_cast<std::size_t>(pair_class(text[i]) * 60 + next);
+    const int advance = proportional ? advances[pair] : cell_width;
     for (int row = 0; row < glyph_rows; ++row) {
       for (int column = 0; column < advance; ++column) {
         const bool inked = picture.at(x + column, y + row) == ink;
@@ -76,6 +82,32 @@ bool shows_text(const Picture& picture, int font, int x, int y, const std::strin
     x += advance;
   }
   return true;
+}
+
+Picture read_with(const std::vector<std::string>& converter, const std::filesystem::path& ppm) {
+  if (Process({.words = converter}).wait() != 0) {
+    throw std::runtime_error(converter.front() + " does not read the picture");
+  }
+  std::istringstream in(read_file(ppm));
+  std::string word;
+  const auto next = [&] {
+    while (in >> word && word[0] == '#')
+      std::getline(in, word);
+    return word;
+  };
+  if (next() != "P6") throw std::runtime_error("no PPM file");
+  Picture picture;
+  picture.width = std::stoi(next());
+  picture.height = std::stoi(next());
+  next();
+  in.get();
+  const auto byte = [&] { return static_cast<std::uint32_t>(in.get()) & 0xFF; };
+  for (int i = 0; i < picture.width * picture.height; ++i) {
+    const std::uint32_t red = byte();
+    const std::uint32_t green = byte();
+    picture.pixels.push_back(red << 16 | green << 8 | byte());
+  }
+  return picture;
 }
 
 void write_ppm(const Picture& picture, const std::filesystem::path& path) {

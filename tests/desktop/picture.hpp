@@ -38,6 +38,10 @@ struct Area {
 [[nodiscard]] bool shows_text(const Picture& picture, int font, int x, int y,
                               const std::string& text, std::uint32_t ink);
 
+/// The PPM file that another program makes of a picture; `converter` is its command line.
+[[nodiscard]] Picture read_with(const std::vector<std::string>& converter,
+                                const std::filesystem::path& ppm);
+
 void write_ppm(const Picture& picture, const std::filesystem::path& path);
 
 }  // namespace torve::desktop

@@ -81,7 +81,7 @@ void Descriptor::close() {
 Process::Process(const Command& command) {
   constexpr int write_flags = O_WRONLY | O_CREAT | O_TRUNC;
   SpawnActions actions;
-  actions.open(STDIN_FILENO, "/dev/null", O_RDONLY);
+  actions.open(STDIN_FILENO, command.input, O_RDONLY);
   actions.open(STDOUT_FILENO, command.output, write_flags);
   actions.open(STDERR_FILENO, command.errors, write_flags);
   if (command.inherited >= 0) actions.duplicate(command.inherited, 3);

@@ -34,6 +34,7 @@ struct Command {
   std::vector<std::string> words;             // the first is the program, looked up in PATH
   std::vector<std::string> environment = {};  // "NAME=value", added to ours
   std::filesystem::path directory = ".";
+  std::filesystem::path input = "/dev/null";   // the file that it reads
   std::filesystem::path output = "/dev/null";  // files that receive what it writes
   std::filesystem::path errors = "/dev/null";
   int inherited = -1;  // a descriptor that becomes its number 3

@@ -125,6 +125,13 @@ void XServer::button(int number, bool down) {
   XFlush(display_);
 }
 
+void XServer::key(unsigned long keysym) {
+  const KeyCode code = XKeysymToKeycode(display_, keysym);
+  if (code == 0) throw std::runtime_error("no such key");
+  XTestFakeKeyEvent(display_, code, True, CurrentTime);
+  XTestFakeKeyEvent(display_, code, False, CurrentTime);
+}
+
 Picture XServer::screenshot(WindowId window) {
   const Area area = place_of(window);
   XImage* image = XGetImage(display_, root(), area.x, area.y, static_cast<unsigned>(area.width),

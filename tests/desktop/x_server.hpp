@@ -38,6 +38,8 @@ class XServer {
   /// Pointer and keys as from the devices; positions within `window`.
   void move_pointer(WindowId window, int x, int y);
   void button(int number, bool down);
+  /// A key goes down and up again.
+  void key(unsigned long keysym);
 
   /// What the screen shows in the area of the window.
   [[nodiscard]] Picture screenshot(WindowId window);
