@@ -1,5 +1,6 @@
 #include "app/signal/report.hpp"
 
+#include <poll.h>
 #include <pty.h>
 #include <sys/wait.h>
 #include <termios.h>
@@ -69,21 +70,19 @@ TEST_F(ReportTest, OtherEncodings) {
 }
 
 TEST_F(ReportTest, WhatIsRefused) {
-  const std::string good = read_file("a.au");
-  for (std::size_t size = 0; size < 68; ++size) {
-    write_file("a.au", good.substr(0, size));
-    const std::string text = printed_by([] { EXPECT_EQ(analyse("a.au"), 1); });
-    ASSERT_TRUE(text.ends_with("not au-file\n")) << size;
+  write_file("short", read_file("a.au").substr(0, 67));
+  for (const char* name : {"none", ".", "a.res", "short"}) {
+    const std::string text = printed_by([&] { EXPECT_EQ(analyse(name), 1); });
+    EXPECT_TRUE(text.ends_with("not au-file\n")) << name;
   }
-  for (const char* name : {"none", ".", "a.res"})
-    EXPECT_EQ(printed_by([&] { EXPECT_EQ(analyse(name), 1); }), "not au-file\n") << name;
 }
 
 // Reads what the terminal shows until it ends with `text`.
 void expect_text(int terminal, const std::string& text) {
   std::string shown;
   char byte = 0;
-  while (!shown.ends_with(text) && read(terminal, &byte, 1) == 1)
+  pollfd waiting = {terminal, POLLIN, 0};
+  while (!shown.ends_with(text) && poll(&waiting, 1, 10'000) > 0 && read(terminal, &byte, 1) == 1)
     shown += byte;
   EXPECT_TRUE(shown.ends_with(text)) << shown;
 }
