@@ -11,6 +11,7 @@
 #include "app/signal/report.hpp"
 #include "app/signal/spectrum.hpp"
 #include "app/signal/work_buffer.hpp"
+#include "batch/plot.hpp"
 #include "batch/streams.hpp"
 
 namespace torve {
@@ -97,6 +98,24 @@ int run_filter(Words words, FilterMode mode) {
   return done ? status(out.deliver()) : exit_failed;
 }
 
+int run_plot(Words words) {
+  const auto pane = number_of<int>(words[1]);
+  const auto start = number_of<int>(word_or(words, 3, "0"));
+  const auto step = number_of<int>(word_or(words, 4, "1"));
+  const bool spectrum = words[0].ends_with(".spe");
+  const auto xsc = number_of<double>(word_or(words, 5, spectrum ? "0.4" : "0.02"));
+  const auto ysc = number_of<double>(word_or(words, 6, "1"));
+  if (!pane || *pane < 1 || *pane > 3 || !start || !step || !xsc || !ysc) return exit_usage;
+  return status(plot_to_file({.input = words[0],
+                              .pane = *pane - 1,
+                              .start = *start,
+                              .step = *step,
+                              .xsc = *xsc,
+                              .ysc = *ysc,
+                              .samples = word_or(words, 7, "all")},
+                             words[2]));
+}
+
 int run_band_pass(Words words) {
   return run_filter(words, filter_band_pass);
 }
@@ -125,6 +144,9 @@ constexpr std::array commands = {
     Command{"out-of-band", "IN.res OUT.spe REST.res LOW HIGH [SAMPLES]",
             "write the spectrum, and the signal rebuilt from all but LOW to HIGH Hz", 5, 6,
             run_out_of_band},
+    Command{"plot", "IN PANE OUT [START [STEP [XSC [YSC [SAMPLES]]]]]",
+            "draw a .res or .spe file as pane 1, 2 or 3 does, into OUT.eps or OUT.gif", 3, 8,
+            run_plot},
 };
 
 }  // namespace

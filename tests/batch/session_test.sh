@@ -59,9 +59,19 @@ awk '/Samples read/ { exit !($3 == 17642) }' stat || fail "$(<stat)"
 "$batch" to-au - - <scaled.res 2>said | cmp - back.au || fail "other bytes through a pipe"
 said 'make_au_file'
 
+# Pictures: 17641 points 0.02 pixels apart are as many segments but one; a pane is 171 rows high.
+expect 0 "$batch" plot cut.res 2 cut.eps
+[[ $(grep -c 'rlineto stroke' cut.eps) -gt 17640 ]] || fail "segments are missing"
+grep -qF '(cut.res) show' cut.eps || fail "no title"
+expect 0 "$batch" plot cut.spe 3 cut.gif 0 1 0.4 1 all
+[[ $(od -An -tu2 -j6 -N4 cut.gif | tr -s ' ') == ' 957 171' ]] || fail "size of the picture"
+expect 2 "$batch" plot none.res 1 none.eps
+[[ ! -e none.eps ]] || fail "an output without an input"
+
 expect 0 "$batch" --version
 expect 0 "$batch" --help
-for wrong in '' 'nothing' 'cut made.au' 'cut made.au x.res 0 much' 'report a b'; do
+for wrong in '' 'nothing' 'cut made.au' 'cut made.au x.res 0 much' 'report a b' \
+  'plot cut.res 4 x.gif'; do
   # shellcheck disable=SC2086
   expect 1 "$batch" $wrong
 done
