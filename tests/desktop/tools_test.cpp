@@ -27,8 +27,10 @@ TEST_F(Menus, an_icon_opens_one_menu_however_it_is_pressed) {
   open(plot_tool);
   const Picture opened = screenshot();
   ASSERT_NE(opened, canvas);
+  edit(plot_tool, 1, 23, "7");
+  const Picture edited = screenshot();
   open(plot_tool);
-  EXPECT_EQ(screenshot(), opened) << "pressed again";
+  EXPECT_EQ(screenshot(), edited) << "pressed again";
   close(plot_tool);
   EXPECT_EQ(screenshot(), canvas) << "closed";
 
