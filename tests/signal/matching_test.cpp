@@ -53,14 +53,13 @@ TEST(Matching, DigitsOfTheLiteralSearch) {
   const TemporaryDirectory directory;
   const auto one = sine_in_noise(11'500, 8000, 1);
   // All scales between the two levels are equally good, but for rounding.
-  std::vector<float> alternating(10'500);
-  for (std::size_t i = 0; i < alternating.size(); ++i)
-    alternating[i] = i % 2 == 0 ? 1.05F : 0.95F;
+  std::vector<float> levels(10'000, 0.95F);
+  std::fill(levels.begin() + 5'000, levels.end(), 1.05F);
   const std::pair<std::vector<float>, std::vector<float>> pairs[] = {
       {one, shifted(recorded(10'050, 2), 77)},
       {recorded(10'000, 2), recorded(10'000, 2)},
       {std::vector<float>(10'500, 5), std::vector<float>(10'000, -5)},
-      {alternating, std::vector<float>(10'000, 3)},
+      {levels, std::vector<float>(10'000, 3)},
   };
   for (const auto& [a, b] : pairs) {
     literal::write("a", a);
