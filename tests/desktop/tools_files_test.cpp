@@ -98,8 +98,8 @@ TEST_F(Files, signals_and_spectra_are_read_into_the_chosen_pane) {
 }
 
 TEST_F(Files, a_signal_becomes_an_au_file_and_a_piece_of_it_a_signal_again) {
-  // Skip the header, list one sample, leave.
-  use_input("yq");
+  // Skip the header, list one sample, leave; again, but the input ends behind the sample.
+  use_input("yqy");
   start();
   open(write_tool);
   edit(write_tool, 2, 24, "bell.au");
@@ -121,12 +121,12 @@ TEST_F(Files, a_signal_becomes_an_au_file_and_a_piece_of_it_a_signal_again) {
 
   close(write_tool);
   open(read_tool);
-  for (int times = 0; times < 2; ++times) {
+  for (int times = 0; times < 3; ++times) {
     edit(read_tool, 1, 16, "bell.au");
     run_by_double_press(read_tool, 1);
   }
-  EXPECT_EQ(lines_with(output(), "AU-file header: dns."), 2);
-  EXPECT_EQ(lines_with(output(), " f1="), 1) << "the second time there is no more input";
+  EXPECT_EQ(lines_with(output(), "AU-file header: dns."), 3);
+  EXPECT_EQ(lines_with(output(), " f1="), 2) << "the third time there is no input";
   EXPECT_TRUE(running());
 }
 
