@@ -38,10 +38,11 @@ TEST(Correlation, SmallExamples) {
 
 TEST(Correlation, DigitsOfTheLiteralSums) {
   const TemporaryDirectory directory;
-  for (const std::size_t n : {1, 31, 32, 33, 64, 1000, 3001}) {
+  for (const std::size_t n : {1U, 31U, 32U, 33U, 64U, 1000U, 3001U}) {
     literal::write("a", integers(sine_in_noise(n, 20'000, static_cast<unsigned>(n)), 1));
     literal::write("b", sine_in_noise(n + n / 3, 3, 9));
-    for (const auto& [one, two] : {std::pair("a", "b"), std::pair("b", "a")}) {
+    for (const std::string one : {"a", "b"}) {
+      const std::string two = one == "a" ? "b" : "a";
       std::string lines = printed_by([&] { correlation(one, two, "1"); });
       EXPECT_EQ("in correlation\n" +
                     printed_by([&] { literal::correlation(one, two, "expected"); }) + "done\n",
