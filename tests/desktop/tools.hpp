@@ -28,6 +28,9 @@ constexpr Area pane_area(int i) {
 
 class Workbench : public Desktop {
  protected:
+  /// Whatever a session does, nothing is to be said on standard error.
+  void TearDown() override { EXPECT_EQ(errors(), ""); }
+
   void open(const Tool& tool);
   /// Runs a line: a press on its text, dragged to the right.
   void run(const Tool& tool, int line);
