@@ -12,7 +12,8 @@ class PoolTest : public ::testing::Test {
   }
   ~PoolTest() override {
     set_pool_allocator(std::malloc);
-    for (const PoolSlot& slot : b_reg) b_free(slot.free == 0 ? slot.pointer : nullptr);
+    for (const PoolSlot& slot : b_reg)
+      b_free(slot.free == 0 ? slot.pointer : nullptr);
     release_pool();
   }
 };
