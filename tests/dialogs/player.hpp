@@ -1,11 +1,16 @@
-// A user played from a list of events, and a font whose text can be read off the screen.
+// A user played from a list of events, the menus that he meets, and a font whose text can be read
+// off the screen.
 #pragma once
 
+#include <algorithm>
+#include <cstdio>
 #include <deque>
 
 #include "base/errors.hpp"
 #include "dialogs/install.hpp"
+#include "dialogs/menu_structure.hpp"
 #include "dialogs/messages.hpp"
+#include "dialogs/popup_menu.hpp"
 #include "pool/pool.hpp"
 #include "support/screen.hpp"
 #include "text/fonts.hpp"
@@ -26,16 +31,36 @@ inline std::uint32_t user_time = 0;
 /// presses and releases there, which ends whatever the program was serving.
 inline constexpr int bare_x = 795, bare_y = 5;
 
-inline InputEvent mouse(Type type, int x, int y, int button = 1, std::uint32_t wait = 20) {
-  return {.type = type, .button = button, .x = x, .y = y, .time = user_time += wait};
-}
-
-inline InputEvent key_event(char character, unsigned long name = 0) {
-  InputEvent event = {.type = Type::key, .time = user_time += 20, .keysym = name};
-  event.characters[0] = character;
-  event.character_count = character != 0 ? 1 : 0;
-  return event;
-}
+/// What the user does.
+struct Hands {
+  static void add(InputEvent event, std::uint32_t wait = 20) {
+    event.time = user_time += wait;
+    user_events.push_back(event);
+  }
+  static void press(int x, int y, int button = 1, std::uint32_t wait = 20) {
+    add({.type = Type::press, .button = button, .x = x, .y = y}, wait);
+  }
+  static void move(int x, int y) { add({.type = Type::motion, .button = 1, .x = x, .y = y}); }
+  static void release(int x, int y, int button = 1) {
+    add({.type = Type::release, .button = button, .x = x, .y = y}, 0);
+  }
+  static void click(int x, int y, int button = 1, std::uint32_t wait = 20) {
+    press(x, y, button, wait), release(x, y, button);
+  }
+  static void drag(int x1, int y1, int x2, int y2, int button = 1) {
+    press(x1, y1, button), move((x1 + x2) / 2, (y1 + y2) / 2), move(x2, y2);
+    release(x2, y2, button);
+  }
+  /// '<' and '>' are the arrow keys.
+  static void type(const std::string& keys) {
+    for (const char character : keys) {
+      InputEvent event = {.type = Type::key, .keysym = character == '<' ? 0xFF51UL : 0xFF53UL};
+      event.character_count = character == '<' || character == '>' ? 0 : 1;
+      if (event.character_count != 0) event.characters[0] = character;
+      add(event);
+    }
+  }
+};
 
 // The user waits for the program: nothing that he does later is dropped.
 inline const DisplayBackend user = {
@@ -43,9 +68,8 @@ inline const DisplayBackend user = {
         [](InputEvent& event) {
           if (at_wait) at_wait();
           if (user_events.empty()) {
-            user_events = {mouse(Type::release, bare_x, bare_y, 3),
-                           mouse(Type::release, bare_x, bare_y), mouse(Type::press, bare_x, bare_y),
-                           mouse(Type::release, bare_x, bare_y)};
+            Hands::release(bare_x, bare_y, 3), Hands::release(bare_x, bare_y);
+            Hands::click(bare_x, bare_y);
           }
           event = user_events.front();
           user_events.pop_front();
@@ -55,36 +79,33 @@ inline const DisplayBackend user = {
     .push = [](const Rect&) {},
 };
 
-inline void press(int x, int y, int button = 1, std::uint32_t wait = 20) {
-  user_events.push_back(mouse(Type::press, x, y, button, wait));
-}
-inline void move(int x, int y) {
-  user_events.push_back(mouse(Type::motion, x, y));
-}
-inline void release(int x, int y, int button = 1) {
-  user_events.push_back(mouse(Type::release, x, y, button, 0));
-}
-inline void click(int x, int y, int button = 1, std::uint32_t wait = 20) {
-  press(x, y, button, wait);
-  release(x, y, button);
-}
-inline void drag(int x1, int y1, int x2, int y2, int button = 1) {
-  press(x1, y1, button);
-  move((x1 + x2) / 2, (y1 + y2) / 2);
-  move(x2, y2);
-  release(x2, y2, button);
-}
-/// '<' and '>' are the arrow keys.
-inline void type(const std::string& keys) {
-  for (const char character : keys) {
-    const bool left = character == '<';
-    const bool arrow = left || character == '>';
-    user_events.push_back(arrow ? key_event(0, left ? 0xFF51 : 0xFF53) : key_event(character));
-  }
-}
+/// The menus of all tests: one with fields of every kind, more lines than it shows and longer ones
+/// than it is wide; and one without fields.
+struct SampleMenu {
+  int width, visible_lines, line_count, item_count;
+};
+inline constexpr SampleMenu field_menu = {320, 3, 9, 6}, pen_menu = {136, 3, 3, 0};
+
+inline constexpr int line_size = 80;
+inline constexpr const char* sample_lines[] = {"Autocorrelation of            to Plot   ",
+                                               "work load distribution ",
+                                               "delay=       ,parameter=     ",
+                                               "max message size (or 0) ",
+                                               "user impatience mean    s ",
+                                               "user impatience dev     s ",
+                                               "arrival rate        calls/s ",
+                                               "arrival distribution ",
+                                               "system time-out    s "};
+inline constexpr MenuItem sample_items[] = {
+    {"bhld1.res", 19 * 8, 0, 30, 10, 2},
+    {"1", 38 * 8, 0, 30, 2},
+    {"\1uniform\2normal\3constant", 23 * 8, 11, 30, 10, 1, ItemFlags::selection},
+    {"5", 6 * 8, 22, 6, 6, 2, ItemFlags::use_maxlen},
+    {"1", 24 * 8, 22, 5, 5, 0, ItemFlags::use_maxlen},
+    {"100", 13 * 8, 66, 6, 6, 1, ItemFlags::use_maxlen}};
 
 /// A screen, a font whose glyphs show their own codes in the first row, and the dialogs.
-class DialogTest : public ScreenTest {
+class DialogTest : public ScreenTest, protected Hands {
  protected:
   DialogTest() {
     std::string font = {10, 127};
@@ -98,7 +119,6 @@ class DialogTest : public ScreenTest {
     at_wait = nullptr;
     user_time = 1000;
     set_display_backend(&user);
-    actions_run = 0;
     EXPECT_EQ(initPool(0, 0, 0, 0), 0);
     EXPECT_TRUE(allocate_staging());
     init_win(0, 0);
@@ -118,20 +138,37 @@ class DialogTest : public ScreenTest {
     release_staging();
   }
 
+  static void make_sample_menu(int id, const SampleMenu& menu, int x, int y) {
+    MenuItem* items = nullptr;
+    char** lines = nullptr;
+    int* flags = nullptr;
+    const auto [width, visible, line_count, item_count] = menu;
+    ASSERT_EQ(create_menustructure(&items, &lines, &flags, item_count, line_count, line_size), 0);
+    for (int i = 0; i < line_count; ++i)
+      std::snprintf(lines[i], line_size, "%s", sample_lines[i]);
+    std::copy_n(sample_items, item_count, items);
+    make_popup_menu(id, x, y, width, 24 + visible * 11, 16, 1, 3, 9, 0, items, lines, flags,
+                    item_count, line_count, visible, line_size);
+  }
+  static void put(int id) { ASSERT_EQ(put_wd_objects(id, id), 0); }
+  static void open_menu(int id, const SampleMenu& menu, int x, int y) {
+    make_sample_menu(id, menu, x, y);
+    put(id);
+  }
+
   /// The main loop until the user has nothing left to do.
   void play() {
     while (!user_events.empty()) {
       const int wanted = do_operations();
-      if (wanted == engine_run_action) ++actions_run;
-      if (wanted == engine_run_action) spend_press();
+      if (wanted == engine_run_action) ++actions_run, spend_press();
     }
     // Whatever is served is put down by the press on the bare canvas.
     while (popwindow != 0 || cur_button != 0)
       (void)do_operations();
   }
 
-  /// The characters of black ink in the cells from (x, y) on.
-  static std::string text_at(int x, int y, int cells) {
+  /// The characters in the cells from (x, y) on.
+  static std::string text_at(int x, int y, int cells, std::uint32_t ink = 0) {
     std::string text;
     for (int cell = 0; cell < cells; ++cell) {
       int code = 0;
@@ -142,7 +179,6 @@ class DialogTest : public ScreenTest {
     return text;
   }
 
-  static inline std::uint32_t ink = 0;
   int actions_run = 0;
   TemporaryDirectory directory_;
 };

@@ -5,7 +5,6 @@
 #include "dialogs/file_window.hpp"
 #include "dialogs/label.hpp"
 #include "dialogs/player.hpp"
-#include "dialogs/sample_menus.hpp"
 #include "wm/stacking.hpp"
 
 namespace torve {
@@ -16,21 +15,16 @@ class RandomUsers : public DialogTest {
   int below(int n) { return static_cast<int>(random_() % static_cast<unsigned>(n)); }
 
   void open_something() {
-    const int id = 2 + below(6);
+    const int id = 2 + below(6), x = below(800), y = below(600), kind = below(4);
     if (wd(id).kind != kind_free) return;
-    const SampleMenu* menus[] = {&analysis_menu, &queue_menu, &pen_menu};
-    SampleMenu menu = *menus[below(3)];
-    menu.x = below(800), menu.y = below(600);
-    const int kind = below(5);
-    if (kind < 3) {
-      make_sample_menu(id, menu);
-    } else if (kind == 3) {
-      make_file_window(id, menu.x, menu.y, 120 + below(200), 60 + below(90), 15, 1, 0, 0,
-                       "text.txt", -1, -1);
+    if (kind < 2) {
+      make_sample_menu(id, kind == 0 ? field_menu : pen_menu, x, y);
+    } else if (kind == 2) {
+      make_file_window(id, x, y, 120 + below(200), 60 + below(90), 15, 1, 0, 0, "text.txt", -1, -1);
     } else {
-      make_label(id, menu.x, menu.y, "a label");
+      make_label(id, x, y, "a label");
     }
-    ASSERT_EQ(put_wd_objects(id, id), 0);
+    put(id);
   }
 
   // Somewhere on an object: often its boxes, bars and edges.
@@ -46,30 +40,17 @@ class RandomUsers : public DialogTest {
   void act() {
     const auto [x, y] = place();
     const int button = below(4) == 0 ? 3 : 1;
-    switch (below(8)) {
-      case 0:
-        drag(x, y, below(800), below(600), button);
-        break;
-      case 1:
-        drag(x, y, x + below(7) - 3, y, button);
-        break;
-      case 2:
-        click(x, y, button), click(x, y, button);
-        break;
-      case 3:
-        press(x, y, button), type(below(2) == 0 ? "\b\bab\r" : "xyz"), release(x, y, button);
-        break;
-      case 4:
-        press(x, y, button), user_events.push_back({.type = Type::expose});
-        user_events.push_back({.type = Type::resize, .width = 800, .height = 600});
-        release(x, y, button);
-        break;
-      case 5:
-        press(x, y, button);  // the release gets lost
-        break;
-      default:
-        click(x, y, button);
+    const int what = below(8);
+    if (what == 0) return drag(x, y, below(800), below(600), button);
+    if (what == 1) return drag(x, y, x + below(7) - 3, y, button);
+    if (what == 2) click(x, y, button);
+    press(x, y, button);
+    if (what == 3) type(below(2) == 0 ? "\b\bab\r" : "xyz");
+    if (what == 4) {
+      user_events.push_back({.type = Type::expose});
+      user_events.push_back({.type = Type::resize, .width = 800, .height = 600});
     }
+    if (what != 5) release(x, y, button);  // or it gets lost
   }
 
   std::mt19937 random_;
