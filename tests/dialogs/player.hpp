@@ -3,7 +3,7 @@
 #pragma once
 
 #include <algorithm>
-#include <cstdio>
+#include <cstring>
 #include <deque>
 
 #include "base/errors.hpp"
@@ -22,6 +22,7 @@
 namespace torve {
 
 using Type = InputEvent::Type;
+using Pixels = std::vector<std::uint32_t>;
 
 inline std::deque<InputEvent> user_events;
 inline std::function<void()> at_wait;  // runs before each wait of the program
@@ -54,9 +55,9 @@ struct Hands {
   /// '<' and '>' are the arrow keys.
   static void type(const std::string& keys) {
     for (const char character : keys) {
-      InputEvent event = {.type = Type::key, .keysym = character == '<' ? 0xFF51UL : 0xFF53UL};
-      event.character_count = character == '<' || character == '>' ? 0 : 1;
-      if (event.character_count != 0) event.characters[0] = character;
+      const bool left = character == '<', arrow = left || character == '>';
+      InputEvent event = {.type = Type::key, .keysym = left ? 0xFF51UL : 0xFF53UL};
+      if (!arrow) event.characters[event.character_count++] = character;
       add(event);
     }
   }
@@ -145,15 +146,14 @@ class DialogTest : public ScreenTest, protected Hands {
     const auto [width, visible, line_count, item_count] = menu;
     ASSERT_EQ(create_menustructure(&items, &lines, &flags, item_count, line_count, line_size), 0);
     for (int i = 0; i < line_count; ++i)
-      std::snprintf(lines[i], line_size, "%s", sample_lines[i]);
+      std::strcpy(lines[i], sample_lines[i]);
     std::copy_n(sample_items, item_count, items);
     make_popup_menu(id, x, y, width, 24 + visible * 11, 16, 1, 3, 9, 0, items, lines, flags,
                     item_count, line_count, visible, line_size);
   }
   static void put(int id) { ASSERT_EQ(put_wd_objects(id, id), 0); }
   static void open_menu(int id, const SampleMenu& menu, int x, int y) {
-    make_sample_menu(id, menu, x, y);
-    put(id);
+    make_sample_menu(id, menu, x, y), put(id);
   }
 
   /// The main loop until the user has nothing left to do.

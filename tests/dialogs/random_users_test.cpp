@@ -17,13 +17,10 @@ class RandomUsers : public DialogTest {
   void open_something() {
     const int id = 2 + below(6), x = below(800), y = below(600), kind = below(4);
     if (wd(id).kind != kind_free) return;
-    if (kind < 2) {
-      make_sample_menu(id, kind == 0 ? field_menu : pen_menu, x, y);
-    } else if (kind == 2) {
-      make_file_window(id, x, y, 120 + below(200), 60 + below(90), 15, 1, 0, 0, "text.txt", -1, -1);
-    } else {
-      make_label(id, x, y, "a label");
-    }
+    if (kind == 0) make_sample_menu(id, field_menu, x, y);
+    if (kind == 1) make_sample_menu(id, pen_menu, x, y);
+    if (kind == 2) make_file_window(id, x, y, 200, 99, 15, 1, 0, 0, "text.txt", -1, -1);
+    if (kind == 3) make_label(id, x, y, "a label");
     put(id);
   }
 
@@ -39,17 +36,14 @@ class RandomUsers : public DialogTest {
 
   void act() {
     const auto [x, y] = place();
-    const int button = below(4) == 0 ? 3 : 1;
-    const int what = below(8);
+    const int button = below(4) == 0 ? 3 : 1, what = below(8);
     if (what == 0) return drag(x, y, below(800), below(600), button);
     if (what == 1) return drag(x, y, x + below(7) - 3, y, button);
     if (what == 2) click(x, y, button);
     press(x, y, button);
     if (what == 3) type(below(2) == 0 ? "\b\bab\r" : "xyz");
-    if (what == 4) {
-      user_events.push_back({.type = Type::expose});
-      user_events.push_back({.type = Type::resize, .width = 800, .height = 600});
-    }
+    if (what == 4) add({.type = Type::expose});
+    if (what == 4) add({.type = Type::resize, .width = 800, .height = 600});
     if (what != 5) release(x, y, button);  // or it gets lost
   }
 
@@ -60,7 +54,7 @@ TEST_F(RandomUsers, LeaveNothingBehindAndEveryPictureIsTheFreshOne) {
   write_file("text.txt", "one\ntwo\nthree is longer than the others, by far\nfour\n\nsix\nseven\n");
   write_file("messages.txt", "Cannot find file\n\nCannot write file\n");
   ASSERT_EQ(init_engine(1), 0);
-  const std::vector<std::uint32_t> bare = all_pixels();
+  const Pixels bare = all_pixels();
   for (unsigned seed = 1; seed <= 12; ++seed) {
     SCOPED_TRACE(seed);
     random_.seed(seed);
@@ -72,7 +66,7 @@ TEST_F(RandomUsers, LeaveNothingBehindAndEveryPictureIsTheFreshOne) {
       for (int i = below(5); i >= 0; --i)
         act();
       play();
-      const std::vector<std::uint32_t> pixels = all_pixels();
+      const Pixels pixels = all_pixels();
       for (int id = 1; id <= 7; ++id) {
         if (is_eligible(wd(id)) && over_is_zero(id - 1) != 0) refresh_one_wd_object(id);
       }
