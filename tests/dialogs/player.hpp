@@ -88,15 +88,10 @@ struct SampleMenu {
 inline constexpr SampleMenu field_menu = {320, 3, 9, 6}, pen_menu = {136, 3, 3, 0};
 
 inline constexpr int line_size = 80;
-inline constexpr const char* sample_lines[] = {"Autocorrelation of            to Plot   ",
-                                               "work load distribution ",
-                                               "delay=       ,parameter=     ",
-                                               "max message size (or 0) ",
-                                               "user impatience mean    s ",
-                                               "user impatience dev     s ",
-                                               "arrival rate        calls/s ",
-                                               "arrival distribution ",
-                                               "system time-out    s "};
+// The last stands for all lines behind it.
+inline constexpr const char* sample_lines[] = {
+    "Autocorrelation of            to Plot   ", "work load distribution ",
+    "delay=       ,parameter=     ", "arrival rate        calls/s "};
 inline constexpr MenuItem sample_items[] = {
     {"bhld1.res", 19 * 8, 0, 30, 10, 2},
     {"1", 38 * 8, 0, 30, 2},
@@ -116,9 +111,7 @@ class DialogTest : public ScreenTest, protected Hands {
     reset_text_state();
     defaultfont = 7;
     EXPECT_EQ(init_font(7), 0);
-    user_events.clear();
-    at_wait = nullptr;
-    user_time = 1000;
+    user_events.clear(), at_wait = nullptr, user_time = 1000;
     set_display_backend(&user);
     EXPECT_EQ(initPool(0, 0, 0, 0), 0);
     EXPECT_TRUE(allocate_staging());
@@ -146,7 +139,7 @@ class DialogTest : public ScreenTest, protected Hands {
     const auto [width, visible, line_count, item_count] = menu;
     ASSERT_EQ(create_menustructure(&items, &lines, &flags, item_count, line_count, line_size), 0);
     for (int i = 0; i < line_count; ++i)
-      std::strcpy(lines[i], sample_lines[i]);
+      std::strcpy(lines[i], sample_lines[std::min(i, 3)]);
     std::copy_n(sample_items, item_count, items);
     make_popup_menu(id, x, y, width, 24 + visible * 11, 16, 1, 3, 9, 0, items, lines, flags,
                     item_count, line_count, visible, line_size);
@@ -170,11 +163,11 @@ class DialogTest : public ScreenTest, protected Hands {
   /// The characters in the cells from (x, y) on.
   static std::string text_at(int x, int y, int cells, std::uint32_t ink = 0) {
     std::string text;
-    for (int cell = 0; cell < cells; ++cell) {
-      int code = 0;
-      for (int bit = 0; bit < 8; ++bit)
-        code = code * 2 + (getpixel2c(x + cell * 8 + bit, y) == ink ? 1 : 0);
+    for (int code = 0, i = 0; i < cells * 8; ++i) {
+      code = code * 2 + (getpixel2c(x + i, y) == ink ? 1 : 0);
+      if (i % 8 < 7) continue;
       text += static_cast<char>(code == 0 ? ' ' : code);
+      code = 0;
     }
     return text;
   }

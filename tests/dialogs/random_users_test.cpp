@@ -17,8 +17,7 @@ class RandomUsers : public DialogTest {
   void open_something() {
     const int id = 2 + below(6), x = below(800), y = below(600), kind = below(4);
     if (wd(id).kind != kind_free) return;
-    if (kind == 0) make_sample_menu(id, field_menu, x, y);
-    if (kind == 1) make_sample_menu(id, pen_menu, x, y);
+    if (kind < 2) make_sample_menu(id, kind == 0 ? field_menu : pen_menu, x, y);
     if (kind == 2) make_file_window(id, x, y, 200, 99, 15, 1, 0, 0, "text.txt", -1, -1);
     if (kind == 3) make_label(id, x, y, "a label");
     put(id);
@@ -42,7 +41,6 @@ class RandomUsers : public DialogTest {
     if (what == 2) click(x, y, button);
     press(x, y, button);
     if (what == 3) type(below(2) == 0 ? "\b\bab\r" : "xyz");
-    if (what == 4) add({.type = Type::expose});
     if (what == 4) add({.type = Type::resize, .width = 800, .height = 600});
     if (what != 5) release(x, y, button);  // or it gets lost
   }
