@@ -2,14 +2,10 @@
 
 #include "text/field_editing.hpp"
 
-#include <cstring>
-
 #include "dialogs/player.hpp"
 
 namespace torve {
 namespace {
-
-constexpr int no_mark = -99;
 
 class FieldEditing : public DialogTest {
  protected:
@@ -26,12 +22,9 @@ class FieldEditing : public DialogTest {
     std::snprintf(line, sizeof line, "%s", "From       to     .                    ");
   }
 
-  // The column of the mark from the field's first, in cells.
+  // The cell of the mark from the field's first; -2: there is none.
   [[nodiscard]] int find_mark() const {
-    for (int x = 0; x < 800; ++x) {
-      if (getpixel2c(x, 58) == colour_pixel(14)) return (x - field_x) / 8;
-    }
-    return no_mark;
+    return static_cast<int>(text_at(field_x - 8, 58, 30, colour_pixel(14)).find('\xFF')) - 1;
   }
 
   int edit(int field, int limit, const std::string& keys, int coloff = 0) {
@@ -43,7 +36,7 @@ class FieldEditing : public DialogTest {
   MenuItem items[2];
   char line[40];
   char* lines[1] = {line};
-  int field_x = 0, cursor = no_mark;  // as the last wait showed it
+  int field_x = 0, cursor = -2;  // as the last wait showed it
 };
 
 TEST_F(FieldEditing, KeysChangeTextCursorWidthAndLine) {
@@ -74,8 +67,7 @@ TEST_F(FieldEditing, KeysChangeTextCursorWidthAndLine) {
     EXPECT_STREQ(items[0].text, test.text);
     EXPECT_EQ(items[0].width, test.width);
     EXPECT_EQ(items[1].x, (9 + test.width) * 8) << "the next field moves along";
-    EXPECT_EQ(std::strlen(line), 39U);
-    EXPECT_EQ(find_mark(), no_mark) << "gone";
+    EXPECT_EQ(find_mark(), -2) << "gone";
     EXPECT_EQ(cursor, test.cursor);
     EXPECT_EQ(text_at(100, 50, 25).substr(0, std::strlen(test.row)), test.row);
   }
@@ -101,9 +93,6 @@ TEST_F(FieldEditing, APressEndsItAndIsKept) {
   EXPECT_STREQ(items[0].text, "qabc");
   readmouse(&buttons, &X, &Y);
   EXPECT_EQ(buttons * 1000 + X, 1300);
-  press(300, 300);
-  edit(0, 30, "");
-  EXPECT_FALSE(last_edit_had_a_key());
   term = 1;
   EXPECT_EQ(edit(0, 30, ""), 0) << "terminal mode";
 }
@@ -116,7 +105,6 @@ TEST_F(FieldEditing, NothingIsDrawnBesideTheTextArea) {
   edit(0, 30, "\b\b1234567890\r", 7);
   EXPECT_EQ(text_at(100, 50, 12), "34567890c to");
   edit(1, 30, "1234567890\r");
-  EXPECT_EQ(text_at(100, 50, 6), "From 1");
   clearwin(100, 50, 420, 72, 3);
   EXPECT_EQ(all_pixels(), before);
 }

@@ -85,7 +85,7 @@ inline const DisplayBackend user = {
 struct SampleMenu {
   int width, visible_lines, line_count, item_count;
 };
-inline constexpr SampleMenu field_menu = {320, 3, 9, 6}, pen_menu = {136, 3, 3, 0};
+inline constexpr SampleMenu field_menu = {320, 3, 9, 5}, pen_menu = {136, 3, 3, 0};
 
 inline constexpr int line_size = 80;
 // The last stands for all lines behind it.
@@ -96,8 +96,7 @@ inline constexpr MenuItem sample_items[] = {
     {"bhld1.res", 19 * 8, 0, 30, 10, 2},
     {"1", 38 * 8, 0, 30, 2},
     {"\1uniform\2normal\3constant", 23 * 8, 11, 30, 10, 1, ItemFlags::selection},
-    {"5", 6 * 8, 22, 6, 6, 2, ItemFlags::use_maxlen},
-    {"1", 24 * 8, 22, 5, 5, 0, ItemFlags::use_maxlen},
+    {"5", 6 * 8, 22, 6, 6, 1, ItemFlags::use_maxlen},
     {"100", 13 * 8, 66, 6, 6, 1, ItemFlags::use_maxlen}};
 
 /// A screen, a font whose glyphs show their own codes in the first row, and the dialogs.
@@ -163,11 +162,11 @@ class DialogTest : public ScreenTest, protected Hands {
   /// The characters in the cells from (x, y) on.
   static std::string text_at(int x, int y, int cells, std::uint32_t ink = 0) {
     std::string text;
-    for (int code = 0, i = 0; i < cells * 8; ++i) {
-      code = code * 2 + (getpixel2c(x + i, y) == ink ? 1 : 0);
-      if (i % 8 < 7) continue;
+    for (int cell = 0; cell < cells; ++cell) {
+      int code = 0;
+      for (int bit = 0; bit < 8; ++bit)
+        code = code * 2 + (getpixel2c(x + cell * 8 + bit, y) == ink ? 1 : 0);
       text += static_cast<char>(code == 0 ? ' ' : code);
-      code = 0;
     }
     return text;
   }
