@@ -47,7 +47,6 @@ TEST_F(Menus, PressesSelectEditAndRun) {
       {[] { click(label, 249); }, 0, -1},
       {[] { drag(label, row0, label + 40, row0 + 1); }, 1, 0},
       {[] { drag(field, row0, field + 40, row0); }, 0, 0},
-      {[] { drag(label, row0, label + 1, row1); }, 0, 1},
       {[] { press(label, row1), move(label, row0), move(field, row0), release(1, 1); }, 0, 0},
       {[] { press(label, row0), move(label, row1), move(160, row0), release(1, 1); }, 0, 0},
       {[] { press(field, row0), type("x\r"), move(label, row1), release(1, 1); }, 0, 0, "x"},
