@@ -18,10 +18,29 @@ namespace {
 constexpr std::size_t slots_of_a_box = 2800;
 constexpr std::size_t slots_of_a_figure = 1000;
 
+int last_serial = 0;
+
+template <typename Wanted>
+Vobj* first_figure(Wanted wanted) {
+  for (Vobj* figure = firstvobj; figure != nullptr; figure = figure->next) {
+    if (wanted(*figure)) return figure;
+  }
+  return nullptr;
+}
+
 }  // namespace
+
+Vobj* figure_of(int serial) {
+  return first_figure([serial](const Vobj& figure) { return figure.serial == serial; });
+}
+
+Vobj* owner_of(const Vobj* label) {
+  return first_figure([label](const Vobj& figure) { return figure.label == label; });
+}
 
 Vobj* create_vector_obj(FigureKind kind) try {
   auto figure = std::make_unique<Vobj>();
+  figure->serial = ++last_serial;
   figure->kind = kind;
   figure->saved.assign(kind == FigureKind::vbox ? slots_of_a_box : slots_of_a_figure, empty_slot);
   Vobj* made = figure.release();
@@ -46,6 +65,8 @@ void unlink_vobj(Vobj* figure) {
 }
 
 int remove_vobj(Vobj* figure) {
+  if (Vobj* owner = owner_of(figure)) owner->label = nullptr;
+  if (cvobj == figure) cvobj = nullptr;
   unlink_vobj(figure);
   const std::unique_ptr<Vobj> released(figure);
   return 0;

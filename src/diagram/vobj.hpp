@@ -30,6 +30,7 @@ inline constexpr int phase_on_canvas = 1;  // erase it before it changes
 inline constexpr int phase_draw = 2;       // draw it after the change
 
 struct Vobj {
+  int serial = 0;        // names the figure for as long as the program runs; counts from 1
   Vobj* next = nullptr;  // towards the top
   Vobj* prev = nullptr;
   std::vector<std::uint32_t> saved;  // the pixels it covers, a slot each
@@ -54,6 +55,12 @@ extern Vobj* lastvobj;
 extern Vobj* cvobj;
 extern int vobjmode;  // what a press on the canvas does, 0 nothing
 
+/// The figure with this serial number, null when there is none.
+[[nodiscard]] Vobj* figure_of(int serial);
+
+/// The figure that carries this label, null when none does.
+[[nodiscard]] Vobj* owner_of(const Vobj* label);
+
 /// A new figure at the end of the list, not placed. Null after no_memory().
 Vobj* create_vector_obj(FigureKind kind);
 
@@ -61,7 +68,8 @@ Vobj* create_vector_obj(FigureKind kind);
 void link_last_vobj(Vobj* figure);
 void unlink_vobj(Vobj* figure);
 
-/// Takes a figure out of the list and releases it; it is not erased. Returns 0.
+/// Takes a figure out of the list and releases it; it is not erased. It is no longer current, nor
+/// anybody's label. Returns 0.
 int remove_vobj(Vobj* figure);
 
 }  // namespace torve
