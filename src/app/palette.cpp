@@ -41,15 +41,14 @@ constexpr ToolMenu menu = {
     .x_cells = palette_column,
     .y_lines = 0,
     .y_pixels = 0,
-    .width_cells = palette_width,
-    .lines = texts,
-    .fields = {},
-    .line_size = palette_width - 3,
-    .action = palette_actions,
+    .table = {.lines = texts,
+              .action = palette_actions,
+              .width_cells = palette_width,
+              .line_size = palette_width - 3},
 };
 
 int palette_actions(int, int* line_flags, MenuItem*, char**) {
-  const int line = chosen_line(line_flags, menu);
+  const int line = chosen_line(line_flags, menu.table);
   return line >= 0 ? palette[line].tool() : 0;
 }
 

@@ -21,14 +21,14 @@ constexpr const char* lines[] = {
 };
 enum Line { autocorrelation_line, correlation_line, comparison_line };
 
-constexpr ToolField fields[] = {
-    {.line = autocorrelation_line, .column = 19, .width = 8, .default_pane = 1},
+constexpr MenuField fields[] = {
+    {.line = autocorrelation_line, .column = 19, .width = 8, .text_now = pane_file<1>},
     {.line = autocorrelation_line, .column = 41, .width = 2, .text = "1"},
-    {.line = correlation_line, .column = 15, .width = 8, .default_pane = 1},
-    {.line = correlation_line, .column = 29, .width = 8, .default_pane = 2},
+    {.line = correlation_line, .column = 15, .width = 8, .text_now = pane_file<1>},
+    {.line = correlation_line, .column = 29, .width = 8, .text_now = pane_file<2>},
     {.line = correlation_line, .column = 47, .width = 2, .text = "3"},
-    {.line = comparison_line, .column = 15, .width = 8, .default_pane = 1},
-    {.line = comparison_line, .column = 29, .width = 8, .default_pane = 2},
+    {.line = comparison_line, .column = 15, .width = 8, .text_now = pane_file<1>},
+    {.line = comparison_line, .column = 29, .width = 8, .text_now = pane_file<2>},
     {.line = comparison_line, .column = 47, .width = 2, .text = "3"},
     {.line = comparison_line, .column = 57, .width = 6, .text = "all"},
 };
@@ -40,10 +40,7 @@ constexpr int comparison_fields = 5;
 constexpr ToolMenu menu = {
     .id = analysis_menu_id,
     .x_cells = 32,
-    .width_cells = 67,
-    .lines = lines,
-    .fields = fields,
-    .action = analysis_menu_actions,
+    .table = {.lines = lines, .fields = fields, .action = analysis_menu_actions, .width_cells = 67},
 };
 
 // How the comparison into each pane begins. Into the third it looks for the second recorder's
@@ -116,7 +113,7 @@ int analysis_ope(int, int, int) {
 }
 
 int analysis_menu_actions(int, int* line_flags, MenuItem* items, char**) {
-  switch (chosen_line(line_flags, menu)) {
+  switch (chosen_line(line_flags, menu.table)) {
     case autocorrelation_line:
       autocorrelate_into_pane(items + autocorrelation_fields);
       break;

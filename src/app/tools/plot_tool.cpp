@@ -20,7 +20,7 @@ constexpr const char* lines[] = {
 };
 constexpr int match_line = 3;
 
-constexpr ToolField fields[] = {
+constexpr MenuField fields[] = {
     {.line = 0, .column = 12, .width = 5, .text = "0"},
     {.line = 0, .column = 23, .width = 5, .text = "44"},
     {.line = 0, .column = 33, .width = 5, .text = "1.0"},
@@ -44,10 +44,7 @@ constexpr int match_output_field = 13;
 constexpr ToolMenu menu = {
     .id = plot_menu_id,
     .x_cells = 50,
-    .width_cells = 49,
-    .lines = lines,
-    .fields = fields,
-    .action = audio_menu_actions,
+    .table = {.lines = lines, .fields = fields, .action = audio_menu_actions, .width_cells = 49},
 };
 
 MenuItem& pane_field(MenuItem* items, int pane, PaneField field) {
@@ -94,7 +91,7 @@ void find_match(MenuItem* items) {
   view.ysc = 1;
   show_signal(1, view);
   show_signal(2, view);
-  refresh_tool(plot_menu_id);
+  refresh_menu(plot_menu_id);
 }
 
 }  // namespace
@@ -110,7 +107,7 @@ int audio_ope(int, int, int) {
 }
 
 int audio_menu_actions(int, int* line_flags, MenuItem* items, char**) {
-  const int line = chosen_line(line_flags, menu);
+  const int line = chosen_line(line_flags, menu.table);
   if (line == match_line) {
     find_match(items);
   } else if (line >= 0) {

@@ -15,7 +15,7 @@ constexpr const char* lines[] = {
     "Save Plot3 in eps, name=    ",
 };
 
-constexpr ToolField fields[] = {
+constexpr MenuField fields[] = {
     {.line = 0, .column = 24, .width = field_length, .text = "plot1.eps"},
     {.line = 1, .column = 24, .width = field_length, .text = "plot2.eps"},
     {.line = 2, .column = 24, .width = field_length, .text = "plot3.eps"},
@@ -24,10 +24,7 @@ constexpr ToolField fields[] = {
 constexpr ToolMenu menu = {
     .id = print_menu_id,
     .x_cells = 50,
-    .width_cells = 40,
-    .lines = lines,
-    .fields = fields,
-    .action = printeps_menu_actions,
+    .table = {.lines = lines, .fields = fields, .action = printeps_menu_actions, .width_cells = 40},
 };
 
 }  // namespace
@@ -38,7 +35,7 @@ int printeps_ope(int, int, int) {
 
 // Every line writes to the file named in the first field.
 int printeps_menu_actions(int, int* line_flags, MenuItem* items, char**) {
-  const int pane = chosen_line(line_flags, menu);
+  const int pane = chosen_line(line_flags, menu.table);
   if (pane < 0) return 0;
   FilePtr template_file = open_eps(items[0].text, "psexampl.dat");
   if (!template_file) return 0;

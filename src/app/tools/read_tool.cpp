@@ -22,7 +22,7 @@ constexpr const char* lines[] = {
 };
 enum Line { get_line, analyze_line, gif_line };
 
-constexpr ToolField fields[] = {
+constexpr MenuField fields[] = {
     {.line = get_line, .column = 18, .width = 10, .text = "mid.res"},
     {.line = get_line, .column = 33, .width = 10, .text = "mid.res"},
     {.line = get_line, .column = 54, .width = 2, .text = "1"},
@@ -35,10 +35,7 @@ enum Field { file_field, to_field, pane_field, analyze_field, gif_field, gif_pan
 constexpr ToolMenu menu = {
     .id = read_menu_id,
     .x_cells = 30,
-    .width_cells = 62,
-    .lines = lines,
-    .fields = fields,
-    .action = read_au_menu_actions,
+    .table = {.lines = lines, .fields = fields, .action = read_au_menu_actions, .width_cells = 62},
 };
 
 constexpr const char* bins_of_a_file = "20000";
@@ -60,7 +57,7 @@ void get_file(MenuItem* items) {
   } else if (has_ending(name, ".au")) {
     if (cut_part(name, name, 0, whole_recording) == 0) draw_signal(*pane, {.xsc = overview_xsc});
   } else if (has_ending(name, ".res")) {
-    refresh_tool(read_menu_id);
+    refresh_menu(read_menu_id);
     draw_signal(*pane, {.xsc = overview_xsc});
   }
 }
@@ -81,7 +78,7 @@ int read_au_ope(int, int, int) {
 }
 
 int read_au_menu_actions(int, int* line_flags, MenuItem* items, char**) {
-  switch (chosen_line(line_flags, menu)) {
+  switch (chosen_line(line_flags, menu.table)) {
     case get_line:
       get_file(items);
       break;

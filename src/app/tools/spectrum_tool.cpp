@@ -20,11 +20,11 @@ constexpr const char* lines[] = {
 };
 enum Line { out_of_band_line, spectrum_line, band_pass_line };
 
-constexpr ToolField fields[] = {
+constexpr MenuField fields[] = {
     {.line = out_of_band_line, .column = 15, .width = 12, .text = "rest.res"},
     {.line = out_of_band_line, .column = 31, .width = 5, .text = "2200"},
     {.line = out_of_band_line, .column = 45, .width = 5, .text = "5000"},
-    {.line = spectrum_line, .column = 17, .width = 10, .default_pane = 3},
+    {.line = spectrum_line, .column = 17, .width = 10, .text_now = pane_file<3>},
     {.line = spectrum_line, .column = 37, .width = 2, .text = "3"},
     {.line = spectrum_line, .column = 47, .width = 6, .text = "all"},
     {.line = band_pass_line, .column = 12, .width = 9, .text = "mid.res"},
@@ -46,10 +46,10 @@ enum Field {
 constexpr ToolMenu menu = {
     .id = spectrum_menu_id,
     .x_cells = 40,
-    .width_cells = 57,
-    .lines = lines,
-    .fields = fields,
-    .action = analysis2_menu_actions,
+    .table = {.lines = lines,
+              .fields = fields,
+              .action = analysis2_menu_actions,
+              .width_cells = 57},
 };
 
 void filter(const MenuItem* items, int low, int high, FilterMode mode) {
@@ -73,7 +73,7 @@ int analysis2_ope(int, int, int) {
 }
 
 int analysis2_menu_actions(int, int* line_flags, MenuItem* items, char**) {
-  switch (chosen_line(line_flags, menu)) {
+  switch (chosen_line(line_flags, menu.table)) {
     case out_of_band_line:
       filter(items, string_to_int(items[rest_low_field].text),
              string_to_int(items[rest_high_field].text), filter_out_of_band);

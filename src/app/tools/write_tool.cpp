@@ -15,7 +15,7 @@ constexpr const char* lines[] = {
 };
 enum Line { convert_line, cut_line };
 
-constexpr ToolField fields[] = {
+constexpr MenuField fields[] = {
     {.line = 2, .column = 4, .width = 10, .text = "checknew.res"},
     {.line = 2, .column = 24, .width = 10, .text = "checkts.au"},
     {.line = 1, .column = 25, .width = 5, .text = "1.9"},
@@ -28,11 +28,11 @@ constexpr ToolMenu menu = {
     .x_cells = 50,
     .y_lines = 4,
     .y_pixels = 485,
-    .width_cells = 48,
-    .lines = lines,
-    .fields = fields,
-    .spare_fields = 1,
-    .action = write_au_menu_actions,
+    .table = {.lines = lines,
+              .fields = fields,
+              .action = write_au_menu_actions,
+              .width_cells = 48,
+              .spare_fields = 1},
 };
 
 void cut(MenuItem* items) {
@@ -50,7 +50,7 @@ int write_au_ope(int, int, int) {
 }
 
 int write_au_menu_actions(int, int* line_flags, MenuItem* items, char**) {
-  const int line = chosen_line(line_flags, menu);
+  const int line = chosen_line(line_flags, menu.table);
   if (line == convert_line) make_au_file(items[res_field].text, items[au_field].text);
   if (line == cut_line) cut(items);
   if (line == convert_line || line == cut_line) std::printf("done\n");
