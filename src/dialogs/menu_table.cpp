@@ -89,6 +89,7 @@ int make_menu(const MenuTable& table, int id, int x, int y) {
                   frame_colour, selected_colour, field_colour, text_colour, made.items, made.lines,
                   made.flags, field_count, line_count, visible, table.line_size);
   wd(id).flags = wd(id).flags | table.flags;
+  keep_on_canvas(wd(id), true);
   return 0;
 }
 

@@ -37,8 +37,9 @@ struct MenuTable {
   WdFlags flags = WdFlags::none;  // beside those that every menu has
 };
 
-/// Makes object `id` a menu whose upper left corner is (x, y), pixels; nothing is drawn. Returns 0;
-/// 1 for an id outside 1 .. 128; -1 after "failed to allocate menu" has been written on the canvas.
+/// Makes object `id` a menu whose upper left corner is (x, y), pixels, or as near as the canvas
+/// allows; nothing is drawn. Returns 0; 1 for an id outside 1 .. 128; -1 after "failed to allocate
+/// menu" has been written on the canvas.
 int make_menu(const MenuTable& table, int id, int x, int y);
 
 /// Repaints a menu, above all others, if it lies on the canvas.
