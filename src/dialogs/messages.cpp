@@ -45,7 +45,7 @@ constexpr Message background_editor = {.first_line = 12, .columns = 40};
 constexpr Message animation_editor = {.first_line = 14, .columns = 40};
 constexpr Message palette_changed = {.first_line = 16, .columns = 60};
 constexpr Message nothing_cut = {.first_line = 18};
-constexpr Message bad_parameter = {.first_line = 20};
+constexpr Message bad_parameter = {.first_line = 20, .columns = 33};
 
 // The palette's message lies elsewhere and is taller.
 constexpr int palette_x = 120, palette_y = 400, palette_rows = 5;
