@@ -1,0 +1,64 @@
+// The words that menus show in place of codes.
+//
+// A vocabulary is a table of words and their codes; its order is the order in which a field goes
+// through them. A field may hold more behind a word, after a blank: the word is the longest one of
+// the table that is followed by a blank or the end. Blanks before it do not count.
+//
+// All functions return 0, or 1 when there is no such word or code; what they were to write stays as
+// it was then. Fields have room for a menu's (field_room bytes).
+#pragma once
+
+#include <cstdint>
+#include <span>
+
+namespace torve {
+
+struct VocabularyEntry {
+  const char* word;
+  int code;
+};
+using Vocabulary = std::span<const VocabularyEntry>;
+
+inline constexpr VocabularyEntry ps_modes[] = {
+    {"FIFO", 1}, {"PS-RR", 3},       {"PS-FB", 2},   {"CSMA/CD", 4},
+    {"UNIX", 5}, {"LOSS-SYSTEM", 6}, {"Channel", 7},
+};
+inline constexpr VocabularyEntry exit_filters[] = {
+    {"none", 0}, {"ACG 1", 1}, {"ACG 2", 2}, {"ACG 3", 3}};
+inline constexpr VocabularyEntry distributions[] = {
+    {"deterministic", 1}, {"exponential", 2},   {"user-model", 3}, {"erlang", 4}, {"televoting", 5},
+    {"abr-greedy", 6},    {"trace1-driven", 7}, {"user1", 8},      {"user2", 9},
+};
+inline constexpr VocabularyEntry selection_rules[] = {
+    {"FirstFree", 1}, {"LeastOccupied", 2}, {"ClassDependent", 3},
+    {"Dedicated", 4}, {"Priority", 5},
+};
+inline constexpr VocabularyEntry measures[] = {
+    {"end-to-end delay", 4}, {"interarrival distr", 5}, {"dynamic test", 1},
+    {"throughput", 3},       {"efficiency", 2},
+};
+inline constexpr VocabularyEntry yes_no[] = {{"yes", 0}, {"no", 1}};
+
+/// Writes a code's word into a field.
+int cnvtbl_i_to_s(Vocabulary table, int code, char* field);
+int cnvtbl_l_to_s(Vocabulary table, std::int32_t code, char* field);
+
+/// Finds the code of a field's word. The first two show the word with unknown_parameter() when it
+/// is none and wait for a key.
+int cnvtbl_s_to_i(Vocabulary table, const char* field, int* code);
+int cnvtbl_s_to_l(Vocabulary table, const char* field, std::int32_t* code);
+int cnvtbl_s_to_i_noerror(Vocabulary table, const char* field, int* code);
+int cnvtbl_s_to_l_noerror(Vocabulary table, const char* field, std::int32_t* code);
+
+/// Writes the word of entry `n`, from 0, into a field, and its code.
+int cnvtbl_set(Vocabulary table, int n, char* field, int* code);
+int cnvtbl_setl(Vocabulary table, int n, char* field, std::int32_t* code);
+
+/// Puts the next word in place of a field's, the first one after the last. What stands behind the
+/// word stays, as far as there is room, but for blanks at its end.
+int circulate(Vocabulary table, char* field);
+
+/// What a field holds behind its word; the whole field when there is no word of the table.
+[[nodiscard]] const char* text_behind_word(Vocabulary table, const char* field);
+
+}  // namespace torve
