@@ -1,0 +1,105 @@
+// Nodeb and nodec: attributes that a site names itself.
+
+#include <array>
+#include <cstddef>
+#include <cstdio>
+#include <iterator>
+#include <string>
+
+#include "base/errors.hpp"
+#include "base/files.hpp"
+#include "diagram/properties/property_menu.hpp"
+#include "diagram/properties/property_menus.hpp"
+#include "dialogs/text_lines.hpp"
+
+namespace torve {
+
+namespace {
+
+constexpr const char* names_file = "nodeattrs.dat";
+constexpr int longest_name_line = 100;  // characters of a line of the file that count
+constexpr int longest_name = 18;        // a blank and a field come behind it on a line of 49
+
+constexpr int attribute_count = 10;
+using Labels = std::array<std::string, attribute_count + 1>;
+
+constexpr PropertyField fields[] = {
+    {.place = {.line = 0}},
+    {.place = {.line = 1}, .integer = integer_of<&Vobj::servers>},
+    {.place = {.line = 2}, .integer = integer_of<&Vobj::ps_mode>},
+    {.place = {.line = 3}, .integer = integer_of<&Vobj::selection_rule>},
+    {.place = {.line = 4}, .integer = integer_of<&Vobj::exit_filter>},
+    {.place = {.line = 5}, .real = value_of<1>},
+    {.place = {.line = 6}, .real = value_of<2>},
+    {.place = {.line = 7}, .real = value_of<3>},
+    {.place = {.line = 8}, .real = value_of<4>},
+    {.place = {.line = 9}, .integer = int_of<1>},
+    {.place = {.line = 10}, .integer = int_of<2>},
+};
+static_assert(std::size(fields) == attribute_count + 1);
+
+Labels default_labels() {
+  Labels labels = {"Name "};
+  for (std::size_t i = 1; i < labels.size(); ++i)
+    labels.at(i) = "Attr" + std::to_string(i) + " ";
+  return labels;
+}
+
+// The next line without its end; false behind the last one.
+bool read_line(std::FILE* file, std::string* line) {
+  line->clear();
+  int character = std::fgetc(file);
+  if (character == EOF) return false;
+  for (; character != EOF && character != '\n'; character = std::fgetc(file)) {
+    if (line->size() < longest_name_line) line->push_back(static_cast<char>(character));
+  }
+  return true;
+}
+
+std::string name_in(std::string line) {
+  replace_strange_characters(line.data());
+  line.resize(line.find('\0') != std::string::npos ? line.find('\0') : line.size());
+  const std::size_t first = line.find_first_not_of(" \t\r");
+  if (first == std::string::npos) return {};
+  line = line.substr(first, longest_name);
+  return line.substr(0, line.find_last_not_of(" \t\r") + 1);
+}
+
+Labels labels_of_site() {
+  Labels labels = default_labels();
+  const FilePtr file = open_data_file(names_file, DataKind::include, "r");
+  if (file == nullptr) {
+    cannot_find_file(names_file);
+    return labels;
+  }
+  std::string line;
+  for (std::size_t i = 1; i < labels.size() && read_line(file.get(), &line); ++i)
+    labels.at(i) = name_in(line) + " ";
+  return labels;
+}
+
+constexpr PropertyMenu nodeb_menu = {
+    .lines = {},  // written when the menu is made
+    .fields = fields,
+    .action = nodeb_menu_actions,
+    .label = name_above_head,
+};
+
+}  // namespace
+
+int fill_nodebmenu(Vobj* figure, int id, int x, int y) {
+  if (figure == nullptr) return 1;
+  const Labels labels = labels_of_site();
+  std::array<const char*, attribute_count + 1> lines;
+  for (std::size_t i = 0; i < lines.size(); ++i)
+    lines.at(i) = labels.at(i).c_str();
+  PropertyMenu menu = nodeb_menu;
+  menu.lines = lines;
+  return fill(menu, figure, id, x, y);
+}
+
+int nodeb_menu_actions(int index, int* line_flags, MenuItem* items, char**) {
+  return run_property_menu(nodeb_menu, index, line_flags, items);
+}
+
+}  // namespace torve

@@ -1,0 +1,47 @@
+// One field of a property menu: what it shows of a figure, and where it stores what was typed.
+#pragma once
+
+#include <string>
+
+#include "diagram/properties/vocabulary.hpp"
+#include "diagram/vobj.hpp"
+#include "dialogs/menu_table.hpp"
+
+namespace torve {
+
+/// Where a figure keeps a field's value.
+using IntegerOf = int& (*)(Vobj& figure);
+using RealOf = double& (*)(Vobj& figure);
+
+template <int Vobj::*member>
+int& integer_of(Vobj& figure) {
+  return figure.*member;
+}
+template <int n>
+int& int_of(Vobj& figure) {
+  return figure.integer[n - 1];
+}
+template <int n>
+double& value_of(Vobj& figure) {
+  return figure.value[n - 1];
+}
+
+/// A field shows an integer, a real, or, when neither is given, the name.
+struct PropertyField {
+  MenuField place;
+  IntegerOf integer = nullptr;
+  RealOf real = nullptr;  // shown as "%g"
+  Vocabulary words = {};  // the integer is the code of one of these
+  int first_entry = 0;    // of the words: for a code that is none
+  int code_bits = 0;      // 0: the integer is the code; otherwise its low bits are, and what
+                          // is above them stands behind the word, after a blank
+};
+
+/// The text that a field shows of a figure. A code that has no word becomes the one of the first
+/// entry, in the figure, too.
+[[nodiscard]] std::string property_text(const PropertyField& field, Vobj& figure);
+
+/// Stores a text. A word that is none is reported, and the figure keeps what it had.
+void store_property(const PropertyField& field, Vobj& figure, const char* text);
+
+}  // namespace torve

@@ -1,0 +1,40 @@
+// What all property menus have in common: a table and two things that a press may ask for.
+//
+// A double press on a line whose field shows a word goes on to the next word. Anything else that
+// runs the menu stores its fields in the figure, writes the figure's label anew and closes the
+// menu. A menu finds its figure by itself, so that several may be open, whatever figure is current.
+#pragma once
+
+#include <span>
+#include <string>
+
+#include "diagram/properties/property_fields.hpp"
+
+namespace torve {
+
+/// What stands beside a figure, upper left corner, pixels.
+struct FigureLabel {
+  int x = 0, y = 0;
+  std::string text;
+};
+
+/// A node's name above its head.
+[[nodiscard]] FigureLabel name_above_head(const Vobj& node);
+
+struct PropertyMenu {
+  std::span<const char* const> lines;
+  std::span<const PropertyField> fields;
+  WdAction action = nullptr;
+  FigureLabel (*label)(const Vobj& figure) = nullptr;  // null: applying leaves the label alone
+  int width_cells = 30;
+  WdFlags flags = WdFlags::none;  // beside those of all property menus
+};
+
+/// Makes object `id` the menu of a figure, at (x, y), pixels, or as near as the canvas allows.
+/// `visible_lines` 0: all. Results as for make_menu; 1 for no figure, too.
+int fill(const PropertyMenu& menu, Vobj* figure, int id, int x, int y, int visible_lines = 0);
+
+/// The menu of object index + 1 was run. Returns 0.
+int run_property_menu(const PropertyMenu& menu, int index, int* line_flags, MenuItem* items);
+
+}  // namespace torve
