@@ -46,9 +46,9 @@ Marks objects_to_lift(const Rect& rect) {
     for (int id = 1; id <= wd_object_count; ++id) {
       bool& mark = marked[static_cast<std::size_t>(id)];
       const WdObject& object = wd(id);
-      if (mark || !(is_eligible(object) || is_lifted(object)) || object.background == nullptr) {
-        continue;
-      }
+      // What is not painted has been lifted by a scope around this one.
+      const bool liftable = object.painted && (is_eligible(object) || is_lifted(object));
+      if (mark || !liftable || object.background == nullptr) continue;
       mark = meet(object, rect) || covers_a_marked_one(id, marked);
       grown = grown || mark;
     }

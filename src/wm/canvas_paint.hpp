@@ -14,7 +14,7 @@ enum class PaintOn { base, figures };
 /// While one lives, the window objects that meet its rectangle (and those above them) are off the
 /// canvas, and so are the figures if the base is painted: what is painted goes beneath them. At its
 /// end the figures are laid and the objects put back as they looked, bottom up. The books are
-/// untouched.
+/// untouched. Scopes of figures may be nested.
 class CanvasPaint {
  public:
   explicit CanvasPaint(const Rect& rect, PaintOn layer = PaintOn::base);
