@@ -6,6 +6,7 @@
 
 #include "display/screen_state.hpp"
 #include "draw/lines.hpp"
+#include "eps/eps_stream.hpp"
 #include "text/fonts.hpp"
 #include "text/text_output.hpp"
 
@@ -77,6 +78,25 @@ void write_label_to_eps(const Vobj& figure, const FigurePlace& place) {
   ykoord = y;
 }
 
+// The line through a circle's points and back to the first.
+void write_circle_to_eps(const std::vector<PixelPosition>& points) {
+  PixelPosition from = points.back();
+  for (const PixelPosition& to : points) {
+    write_eps_segment(from.x, from.y, to.x, to.y, Y1_max - Y1_min);
+    from = to;
+  }
+}
+
+void write_points_to_eps(const Vobj& figure, const FigurePlace& place,
+                         const std::vector<PixelPosition>& points) {
+  if (points.empty()) return;
+  if (figure.kind == FigureKind::label) {
+    write_label_to_eps(figure, place);
+  } else {
+    write_circle_to_eps(points);
+  }
+}
+
 void draw(VectorMode mode, Vobj& figure, const FigurePlace& place) {
   const std::vector<FigureSegment> parts = figure_segments(figure.kind, place);
   for (auto part = parts.rbegin(); part != parts.rend(); ++part) {
@@ -84,8 +104,7 @@ void draw(VectorMode mode, Vobj& figure, const FigurePlace& place) {
                 slots_of(figure, part->first_slot, part->slot_limit));
   }
   const std::vector<PixelPosition> points = points_of(figure, place);
-  if (mode == VectorMode::eps && figure.kind == FigureKind::label)
-    write_label_to_eps(figure, place);
+  if (mode == VectorMode::eps) write_points_to_eps(figure, place, points);
   const std::span<std::uint32_t> slots = point_slots(figure, points.size());
   for (std::size_t i = 0; i < slots.size(); ++i) {
     draw_kept_pixel(mode, points[i].x, points[i].y, figure.colour, slots[i]);

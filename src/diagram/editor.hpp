@@ -22,7 +22,8 @@ inline constexpr int last_diagram_column = 679;
 /// Lets plots go beneath the figures. To be called once.
 void install_diagram();
 
-/// A press, or the motion of a held button, on the free canvas: button, pixels.
+/// A press, or the motion of a held button, on the free canvas: button, pixels. A press that opens
+/// a menu is spent.
 void vect_ed(int button, int x, int y);
 
 /// Arms a tool; nothing happens when it is armed already. Return 0.
@@ -35,16 +36,9 @@ int vbox_ope();
 int vline_ope();
 int arrow_ope();
 
-/// Presses pick figures from now on; no press does anything. Return 0.
+/// Presses pick figures from now on; no press does anything. A figure that was not placed, or that
+/// nobody can see, goes. Return 0.
 int pointer_ope();
 int exit_ope();
-
-/// Sets a figure's second (first) point. Upright kinds keep both points in one column, telephones
-/// and labels their size. Return 0.
-int set_x2_y2(Vobj* figure, int x, int y);
-int set_x1_y1(Vobj* figure, int x, int y);
-
-/// Whether the second point may not lie above the first.
-[[nodiscard]] bool y1_ge_y2(const Vobj& figure);
 
 }  // namespace torve

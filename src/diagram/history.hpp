@@ -9,8 +9,8 @@ namespace torve {
 /// Keeps the diagram as it is, in case a change follows.
 void prepare_change();
 
-/// The change has come: undo goes back to what was prepared last (once; more changes may follow it),
-/// and the diagram is not saved any more.
+/// The change has come: undo goes back to what was prepared last (once; more changes may follow
+/// it), and the diagram is not saved any more.
 void note_change();
 
 /// Goes back to before the last change; nothing when there is none. Figures that were not changed

@@ -6,9 +6,8 @@
 #include <string>
 
 #include "diagram/drawing.hpp"
-#include "diagram/editor.hpp"
-#include "diagram/history.hpp"
 #include "display/screen_state.hpp"
+#include "text/fonts.hpp"
 #include "wm/canvas_paint.hpp"
 #include "wm/wd_object.hpp"
 
@@ -17,9 +16,6 @@ namespace torve {
 namespace {
 
 constexpr int label_height = 10;  // pixels
-constexpr int placed_mode = 7;    // vobjmode after label_ope
-constexpr int free_label_x = 100;
-constexpr int free_label_y = 200;
 
 bool is_blank(const char* text) {
   return text[std::strspn(text, " \t")] == 0;
@@ -63,24 +59,6 @@ void put_vlabel(VectorMode mode, int x, int y, const char* text) {
   if (label == nullptr) return;
   cvobj->label = label;
   show(mode, label);
-}
-
-int textx(const GlyphBlock&, const AdvanceTable&, const char* text, int x, int y) {
-  const CanvasPaint beneath_windows({xxmin, yymin, xxmax, yymax}, PaintOn::figures);
-  Vobj* label = add_label(x, y, text, 0);
-  if (label == nullptr) return 0;
-  show(VectorMode::clipped, label);
-  return label->x2 - label->x1;
-}
-
-int label_ope(const char* text) {
-  if (vobjmode == placed_mode) return 0;
-  exit_ope();
-  prepare_change();
-  note_change();
-  textx(chlist2, chdist2, text, free_label_x, free_label_y);
-  vobjmode = placed_mode;
-  return 0;
 }
 
 void set_label_text(Vobj* label, const char* text) {

@@ -6,7 +6,6 @@
 
 #include "diagram/vobj.hpp"
 #include "draw/draw_vector.hpp"
-#include "text/fonts.hpp"
 
 namespace torve {
 
@@ -14,13 +13,6 @@ namespace torve {
 /// old one. The text (at most 20 characters of it) may lie in that menu. A blank text makes no
 /// label.
 void put_vlabel(VectorMode mode, int x, int y, const char* text);
-
-/// Makes a label that belongs to nobody, draws it and returns its width, pixels. The font is the
-/// second one, whatever is passed.
-int textx(const GlyphBlock& glyphs, const AdvanceTable& advances, const char* text, int x, int y);
-
-/// A black label at (100, 200); nothing when one was just made so. Returns 0.
-int label_ope(const char* text);
 
 /// Sets a label's text and its second point, which follow from each other.
 void set_label_text(Vobj* label, const char* text);

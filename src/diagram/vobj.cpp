@@ -30,6 +30,10 @@ Vobj* first_figure(Wanted wanted) {
 
 }  // namespace
 
+int new_serial() {
+  return ++last_serial;
+}
+
 Vobj* figure_of(int serial) {
   return first_figure([serial](const Vobj& figure) { return figure.serial == serial; });
 }
@@ -40,7 +44,7 @@ Vobj* owner_of(const Vobj* label) {
 
 Vobj* create_vector_obj(FigureKind kind) try {
   auto figure = std::make_unique<Vobj>();
-  figure->serial = ++last_serial;
+  figure->serial = new_serial();
   figure->kind = kind;
   figure->saved.assign(kind == FigureKind::vbox ? slots_of_a_box : slots_of_a_figure, empty_slot);
   Vobj* made = figure.release();

@@ -55,6 +55,9 @@ extern Vobj* lastvobj;
 extern Vobj* cvobj;
 extern int vobjmode;  // what a press on the canvas does, 0 nothing
 
+/// A serial number that no figure has had.
+[[nodiscard]] int new_serial();
+
 /// The figure with this serial number, null when there is none.
 [[nodiscard]] Vobj* figure_of(int serial);
 

@@ -40,6 +40,7 @@ bool copy_head(std::FILE* from) {
 
 FilePtr open_template(const std::string& name) {
   FilePtr file = open_regular_file(name, "rb");
+  if (!file) file = open_installed_file(name, DataKind::include, "rb");
   return file ? std::move(file) : open_installed_file(default_template, DataKind::include, "rb");
 }
 

@@ -16,8 +16,8 @@ namespace torve {
 // State: set between open_eps and close_eps, null otherwise.
 extern FilePtr outstream;
 
-/// Opens the template (in the working directory, else "psexampl.dat" of the data directory),
-/// creates the output and copies the head. Returns the template, positioned behind its head, or
+/// Opens the template (in the working directory, else in the data directory, else "psexampl.dat"
+/// there), creates the output and copies the head. Returns the template, positioned behind its head, or
 /// null when the template or the output cannot be opened or written; no output is left then. All
 /// of a template without an end of set-up is head.
 [[nodiscard]] FilePtr open_eps(const std::string& output, const std::string& template_name);

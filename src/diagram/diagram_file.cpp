@@ -1,0 +1,114 @@
+#include "diagram/diagram_file.hpp"
+
+#include <array>
+#include <cstdio>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "base/errors.hpp"
+#include "base/files.hpp"
+#include "base/output_file.hpp"
+#include "diagram/diagram_text.hpp"
+#include "diagram/drawing.hpp"
+#include "diagram/editor.hpp"
+#include "diagram/history.hpp"
+#include "diagram/kept_diagram.hpp"
+#include "display/screen_state.hpp"
+#include "eps/eps_stream.hpp"
+#include "wm/canvas_paint.hpp"
+
+namespace torve {
+
+namespace {
+
+constexpr const char* rescue_name = "figure.vob.bak";
+constexpr const char* eps_template = "psdiagram.dat";
+constexpr std::size_t largest_file = std::size_t{8} << 20;  // bytes
+
+bool write_diagram(const char* name) {
+  OutputFile file(name);
+  if (!file) return false;
+  file.write(diagram_to_text(keep_diagram()));
+  return file.finish();
+}
+
+// What a file holds; nothing when it cannot be read to its end.
+std::optional<std::string> contents(std::FILE* file) {
+  std::string text;
+  std::array<char, 1 << 14> piece;
+  for (;;) {
+    const std::size_t size = std::fread(piece.data(), 1, piece.size(), file);
+    text.append(piece.data(), size);
+    if (text.size() > largest_file || std::ferror(file) != 0) return std::nullopt;
+    if (size < piece.size()) return text;
+  }
+}
+
+int refuse(const char* name, int line) {
+  std::printf("%s line %d not read\n", name, line);
+  file_error(line);
+  return 1;
+}
+
+// Every figure into the EPS file, which draws it on the canvas, too.
+void print_figures() {
+  const CanvasPaint beneath_windows({xxmin, yymin, xxmax, yymax}, PaintOn::figures);
+  const int top = std::exchange(Y1_min, 0);
+  const int bottom = std::exchange(Y1_max, yymax);
+  lift_figures();
+  for (Vobj* figure = firstvobj; figure != nullptr; figure = figure->next) {
+    if (figure->phase != 0) draw_vobj(VectorMode::eps, figure, figure_draw);
+  }
+  Y1_min = top;
+  Y1_max = bottom;
+}
+
+}  // namespace
+
+int save_diagram(const char* name) {
+  if (!write_diagram(name)) {
+    cannot_create_file(name);
+    return 1;
+  }
+  diagram_was_saved();
+  return 0;
+}
+
+int read_diagram(const char* name) {
+  const FilePtr file = open_regular_file(name, "rb");
+  if (!file) {
+    cannot_find_file(name);
+    return 1;
+  }
+  const std::optional<std::string> text = contents(file.get());
+  if (!text) return refuse(name, 0);
+  int bad_line = 0;
+  const std::optional<KeptDiagram> diagram = diagram_from_text(*text, &bad_line);
+  if (!diagram) return refuse(name, bad_line);
+  pointer_ope();
+  prepare_change();
+  restore_diagram(*diagram);
+  note_change();
+  diagram_was_saved();
+  return 0;
+}
+
+int print_diagram(const char* name) {
+  FilePtr template_file = open_eps(name, eps_template);
+  if (!template_file) {
+    cannot_create_file(name);
+    return 1;
+  }
+  print_figures();
+  if (close_eps(std::move(template_file)) == 0) return 0;
+  cannot_create_file(name);
+  return 1;
+}
+
+void rescue_diagram() {
+  if (!diagram_is_unsaved() || keep_diagram().empty()) return;
+  if (write_diagram(rescue_name)) std::printf("diagram saved in %s\n", rescue_name);
+}
+
+}  // namespace torve

@@ -1,0 +1,22 @@
+// The diagram in files. Names are relative to the working directory.
+#pragma once
+
+namespace torve {
+
+/// Writes the diagram as text (diagram_text.hpp), in place of an older file once it is complete.
+/// Returns 0, or 1 after the message that it cannot be written.
+int save_diagram(const char* name);
+
+/// Makes the diagram the one in a file; undo brings the old one back. Returns 0, or 1 when there is
+/// no such file or a line cannot be read: the message says so, and the diagram stays.
+int read_diagram(const char* name);
+
+/// Writes the diagram area as an EPS file, in the place of the template "psdiagram.dat". Returns 0,
+/// or 1 after the message that it cannot be written.
+int print_diagram(const char* name);
+
+/// Writes a diagram with changes that are not saved to "figure.vob.bak" and says so on standard
+/// output.
+void rescue_diagram();
+
+}  // namespace torve

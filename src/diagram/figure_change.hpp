@@ -1,0 +1,32 @@
+// Changing figures that stand on the canvas.
+#pragma once
+
+#include "diagram/figure_points.hpp"
+#include "diagram/vobj.hpp"
+#include "wm/canvas_paint.hpp"
+
+namespace torve {
+
+/// While one lives, a figure is the current one, the topmost, and off the canvas with its label:
+/// its points and colours may be changed. At its end both are drawn, the label having followed the
+/// figure, and the change is noted for undo.
+class FigureChange {
+ public:
+  explicit FigureChange(Vobj* figure);
+  ~FigureChange();
+  FigureChange(const FigureChange&) = delete;
+  FigureChange& operator=(const FigureChange&) = delete;
+
+ private:
+  CanvasPaint beneath_windows_;
+  Vobj* figure_;
+  FigureAnchor anchor_;  // before the change
+};
+
+/// Makes a figure the current one and brings it to the top, below its label only.
+void raise_figure(Vobj* figure);
+
+/// Takes a figure off the canvas and out of the diagram, with its label and property menu.
+void cut_figure(Vobj* figure);
+
+}  // namespace torve

@@ -1,0 +1,23 @@
+// The menu of a picked figure: Cut, Copy, Color.
+#pragma once
+
+#include "diagram/vobj.hpp"
+#include "text/menu_items.hpp"
+
+namespace torve {
+
+/// Shows the menu for a figure with its upper left corner at (x, y), pixels, moved inside the
+/// canvas; nothing while object 3 or another menu at its own object id is in use. A menu that is
+/// open for another figure is closed.
+void open_figure_menu(Vobj* figure, int x, int y);
+
+/// Closes it, if it is open.
+void close_figure_menu();
+
+/// The current figure goes, with its label; nothing while it is not placed.
+void cut_current_figure();
+
+/// What its lines do. Returns 0.
+int msc_menu_actions(int index, int* line_flags, MenuItem* items, char** lines);
+
+}  // namespace torve

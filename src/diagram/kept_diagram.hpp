@@ -1,0 +1,26 @@
+// A diagram as values: what undo goes back to and what files hold.
+#pragma once
+
+#include <vector>
+
+#include "diagram/vobj.hpp"
+
+namespace torve {
+
+/// A figure without what belongs to the canvas and the window objects: of `record` the links, the
+/// saved pixels, the menu id and the label count for nothing.
+struct KeptFigure {
+  Vobj record;
+  int label = 0;  // serial number of its label, 0 for none
+};
+using KeptDiagram = std::vector<KeptFigure>;  // first to last
+
+/// The figures that are placed and show.
+[[nodiscard]] KeptDiagram keep_diagram();
+
+/// Makes the diagram what was kept: figures are told apart by their serial numbers. Those that are
+/// not placed yet stay, at the top. The canvas follows; property menus of figures that go are
+/// closed.
+void restore_diagram(const KeptDiagram& kept);
+
+}  // namespace torve

@@ -1,0 +1,55 @@
+#include "diagram/picking.hpp"
+
+#include <algorithm>
+
+#include "diagram/figure_points.hpp"
+
+namespace torve {
+
+namespace {
+
+constexpr int grab_reach = 2;            // columns beside a point that no longer hit it
+constexpr int properties_reach = 5;      // the same for the property menu
+constexpr int least_tolerance = 2;       // rows
+constexpr double tolerance_share = 0.1;  // of a figure's height
+constexpr int first_button = 1;
+
+int tolerance_of(const Vobj& figure) {
+  const int share = static_cast<int>((figure.y2 - figure.y1) * tolerance_share);
+  return std::max(share, least_tolerance);
+}
+
+bool beside(int column, int x, int reach) {
+  return column - reach < x && x < column + reach;
+}
+
+}  // namespace
+
+FigurePart part_at(const Vobj& figure, int button, int x, int y) {
+  const FigureAnchor centre = centre_of(figure);
+  const int t = tolerance_of(figure);
+  if (beside(centre.x, x, grab_reach) && centre.y - t < y && y < centre.y + t) {
+    return FigurePart::middle;
+  }
+  const bool in_head = figure.y1 <= y && y < figure.y1 + t;
+  if (button != first_button) {
+    const bool hit = in_head && beside(figure.x1, x, properties_reach);
+    return hit ? FigurePart::properties : FigurePart::none;
+  }
+  if (beside(figure.x2, x, grab_reach) && figure.y2 - t < y && y <= figure.y2) {
+    return FigurePart::end;
+  }
+  if (in_head && beside(figure.x1, x, grab_reach)) return FigurePart::head;
+  return FigurePart::none;
+}
+
+PickedFigure picked_at(int button, int x, int y) {
+  for (Vobj* figure = firstvobj; figure != nullptr; figure = figure->next) {
+    if (figure->phase == 0) continue;
+    const FigurePart part = part_at(*figure, button, x, y);
+    if (part != FigurePart::none) return {figure, part};
+  }
+  return {};
+}
+
+}  // namespace torve

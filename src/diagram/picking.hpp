@@ -1,0 +1,27 @@
+// Which part of a figure lies under the pointer.
+#pragma once
+
+#include "diagram/vobj.hpp"
+
+namespace torve {
+
+enum class FigurePart {
+  none,
+  middle,     // grabs the figure as a whole; second button: its Cut, Copy, Color menu
+  end,        // first button only: grabs the second point
+  head,       // first button only: grabs the first point
+  properties  // second button only: opens the property menu
+};
+
+/// The part of a placed figure at (x, y), pixels, for a button. All lie within two columns of their
+/// point (five for properties) and within a tenth of the figure's height, two rows at least.
+[[nodiscard]] FigurePart part_at(const Vobj& figure, int button, int x, int y);
+
+/// The first placed figure in the list with such a part, and which; null when there is none.
+struct PickedFigure {
+  Vobj* figure = nullptr;
+  FigurePart part = FigurePart::none;
+};
+[[nodiscard]] PickedFigure picked_at(int button, int x, int y);
+
+}  // namespace torve
