@@ -2,6 +2,7 @@
 
 #include "app/palette.hpp"
 #include "diagram/editor.hpp"
+#include "diagram/figure_menu.hpp"
 #include "display/input.hpp"
 #include "display/screen_image.hpp"
 #include "display/screen_state.hpp"
@@ -13,7 +14,8 @@ namespace torve {
 namespace {
 
 constexpr int pause_after_handler = 100;      // rounds of delay
-constexpr unsigned long escape_key = 0xFF1B;  // its X name
+constexpr unsigned long escape_key = 0xFF1B;  // X names of keys
+constexpr unsigned long delete_key = 0xFFFF;
 
 // A press that is for no window object: when it begins it may be an icon's, and whatever it is then
 // goes to the diagram, held motion too. Whether the program is to end.
@@ -32,9 +34,11 @@ bool press_on_canvas(const JumpEntry* table) {
   return false;
 }
 
-// Escape leaves whatever diagram tool is armed.
+// Escape leaves whatever diagram tool is armed, Delete cuts the figure in hand.
 void heed_key() {
-  if (last_event.type == InputEvent::Type::key && keysym == escape_key) exit_ope();
+  if (last_event.type != InputEvent::Type::key) return;
+  if (keysym == escape_key) exit_ope();
+  if (keysym == delete_key) cut_current_figure();
 }
 
 // Runs the action of the object that has just been put down; whether the program is to end.
@@ -63,15 +67,21 @@ int edi1_operations(int id) {
   return edi2_operations(id);
 }
 
+bool main_loop_round(const JumpEntry* table) {
+  const int wanted = do_operations();
+  if (wanted == engine_run_action && run_action()) return true;
+  if (wanted == engine_canvas_press && press_on_canvas(table)) return true;
+  heed_key();
+  show_armed_tool();
+  kbhit();
+  return false;
+}
+
 int do_edi1_engine(int first, const JumpEntry* table) {
   if (init_engine(first) != 0) return 1;
-  for (;;) {
-    const int wanted = do_operations();
-    if (wanted == engine_run_action && run_action()) return 1;
-    if (wanted == engine_canvas_press && press_on_canvas(table)) return 1;
-    heed_key();
-    kbhit();
+  while (!main_loop_round(table)) {
   }
+  return 1;
 }
 
 }  // namespace torve

@@ -10,6 +10,9 @@ namespace torve {
 int edi1_operations(int id);
 int edi2_operations(int id);
 
+/// One round: waits for an event and handles it. Whether the program is to end.
+[[nodiscard]] bool main_loop_round(const JumpEntry* table);
+
 /// Runs until an icon handler or an action callback ends the program; returns 1. The window objects
 /// up to id `first` are put on the canvas before.
 int do_edi1_engine(int first, const JumpEntry* table);

@@ -3,8 +3,11 @@
 #include <array>
 #include <iterator>
 
+#include "app/diagram_files.hpp"
 #include "app/tools/tool_menu.hpp"
 #include "diagram/editor.hpp"
+#include "diagram/history.hpp"
+#include "dialogs/menu_structure.hpp"
 #include "wm/stacking.hpp"
 
 namespace torve {
@@ -17,15 +20,25 @@ constexpr int palette_width = 15;   // cells: up to the canvas' edge
 
 struct PaletteLine {
   const char* text;
-  int (*tool)();
+  int (*run)();
+  bool is_tool = true;  // stays selected while it is in use
 };
 
 constexpr PaletteLine palette[] = {
-    {"Pointer", pointer_ope}, {"Node", node_ope},   {"Node b", nodeb_ope},
-    {"Node c", nodec_ope},    {"Queue", queue_ope}, {"Telephone", tele_ope},
-    {"Box", vbox_ope},        {"Line", vline_ope},  {"Arrow", arrow_ope},
-    {"Leave tool", exit_ope},
+    {"Pointer", pointer_ope},
+    {"Node", node_ope},
+    {"Node b", nodeb_ope},
+    {"Node c", nodec_ope},
+    {"Queue", queue_ope},
+    {"Telephone", tele_ope},
+    {"Box", vbox_ope},
+    {"Line", vline_ope},
+    {"Arrow", arrow_ope},
+    {"Undo", undo_ope, false},
+    {"Files", open_diagram_files, false},
+    {"Leave tool", exit_ope, false},
 };
+constexpr int no_line = -1;
 
 constexpr auto texts = [] {
   std::array<const char*, std::size(palette)> lines = {};
@@ -33,6 +46,9 @@ constexpr auto texts = [] {
     lines[i] = palette[i].text;
   return lines;
 }();
+
+int tool_line = no_line;  // of the tool that was armed last
+int shown_line = no_line;
 
 int palette_actions(int, int* line_flags, MenuItem*, char**);
 
@@ -49,17 +65,34 @@ constexpr ToolMenu menu = {
 
 int palette_actions(int, int* line_flags, MenuItem*, char**) {
   const int line = chosen_line(line_flags, menu.table);
-  return line >= 0 ? palette[line].tool() : 0;
+  if (line < 0) return 0;
+  if (palette[line].is_tool) tool_line = line;
+  shown_line = line;
+  return palette[line].run();
 }
 
 }  // namespace
 
 void open_palette() {
-  if (open_tool(menu) == 1) bring_id_to_top(palette_id, 1);
+  if (open_tool(menu) == 1) {
+    bring_id_to_top(palette_id, 1);
+  } else {
+    shown_line = no_line;
+  }
 }
 
 void palette_press(int button, int x) {
   if (button == 2 && x <= last_diagram_column && vobjmode != mode_pointer) open_palette();
+}
+
+void show_armed_tool() {
+  if (vobjmode == mode_idle) tool_line = no_line;
+  if (tool_line == shown_line) return;
+  shown_line = tool_line;
+  if (wd(palette_id).kind != kind_popup_menu) return;
+  for (int line = 0; line < wd(palette_id).line_count; ++line)
+    wd(palette_id).line_flags[line] = line == tool_line ? line_selected : 0;
+  refresh_menu(palette_id);
 }
 
 }  // namespace torve

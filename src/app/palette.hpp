@@ -10,4 +10,8 @@ void open_palette();
 /// pick figures or it lies outside the diagram area.
 void palette_press(int button, int x);
 
+/// Keeps the line of the tool in use selected, and none when no tool is. The main loop calls it
+/// after each event.
+void show_armed_tool();
+
 }  // namespace torve

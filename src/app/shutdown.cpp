@@ -4,6 +4,7 @@
 #include <cstdlib>
 
 #include "app/signal/work_buffer.hpp"
+#include "diagram/diagram_file.hpp"
 #include "diagram/drawing.hpp"
 #include "display/graph.hpp"
 #include "pool/pool.hpp"
@@ -29,6 +30,7 @@ int release_everything() {
 }
 
 int texit_ope(int, int, int) {
+  rescue_diagram();
   release_everything();
   std::fflush(stdout);
   std::exit(exit_tool_status);
