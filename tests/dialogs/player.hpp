@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <deque>
 
 #include "base/errors.hpp"
 #include "dialogs/install.hpp"
@@ -12,6 +11,7 @@
 #include "dialogs/messages.hpp"
 #include "dialogs/popup_menu.hpp"
 #include "pool/pool.hpp"
+#include "support/hands.hpp"
 #include "support/screen.hpp"
 #include "text/fonts.hpp"
 #include "text/text_output.hpp"
@@ -20,65 +20,6 @@
 #include "wm/wd_object.hpp"
 
 namespace torve {
-
-using Type = InputEvent::Type;
-using Pixels = std::vector<std::uint32_t>;
-
-inline std::deque<InputEvent> user_events;
-inline std::function<void()> at_wait;  // runs before each wait of the program
-inline std::uint32_t user_time = 0;
-
-/// A place where the tests never put an object. When the list is at its end the user lets go,
-/// presses and releases there, which ends whatever the program was serving.
-inline constexpr int bare_x = 795, bare_y = 5;
-
-/// What the user does.
-struct Hands {
-  static void add(InputEvent event, std::uint32_t wait = 20) {
-    event.time = user_time += wait;
-    user_events.push_back(event);
-  }
-  static void press(int x, int y, int button = 1, std::uint32_t wait = 20) {
-    add({.type = Type::press, .button = button, .x = x, .y = y}, wait);
-  }
-  static void move(int x, int y) { add({.type = Type::motion, .button = 1, .x = x, .y = y}); }
-  static void release(int x, int y, int button = 1) {
-    add({.type = Type::release, .button = button, .x = x, .y = y}, 0);
-  }
-  static void click(int x, int y, int button = 1, std::uint32_t wait = 20) {
-    press(x, y, button, wait), release(x, y, button);
-  }
-  static void drag(int x1, int y1, int x2, int y2, int button = 1) {
-    press(x1, y1, button), move((x1 + x2) / 2, (y1 + y2) / 2), move(x2, y2);
-    release(x2, y2, button);
-  }
-  /// '<' and '>' are the arrow keys.
-  static void type(const std::string& keys) {
-    for (const char character : keys) {
-      const bool left = character == '<', arrow = left || character == '>';
-      InputEvent event = {.type = Type::key, .keysym = left ? 0xFF51UL : 0xFF53UL};
-      if (!arrow) event.characters[event.character_count++] = character;
-      add(event);
-    }
-  }
-};
-
-// The user waits for the program: nothing that he does later is dropped.
-inline const DisplayBackend user = {
-    .wait_event =
-        [](InputEvent& event) {
-          if (at_wait) at_wait();
-          if (user_events.empty()) {
-            Hands::release(bare_x, bare_y, 3), Hands::release(bare_x, bare_y);
-            Hands::click(bare_x, bare_y);
-          }
-          event = user_events.front();
-          user_events.pop_front();
-        },
-    .event_pending = [] { return false; },
-    .drop_events = [](Type) { return false; },
-    .push = [](const Rect&) {},
-};
 
 /// The menus of all tests: one with fields of every kind, more lines than it shows and longer ones
 /// than it is wide; and one without fields.
