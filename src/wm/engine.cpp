@@ -1,5 +1,6 @@
 #include "wm/engine.hpp"
 
+#include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
 
@@ -34,9 +35,12 @@ bool move_has_picture = false;  // fgbuffer holds the picture of the object bein
 
 EngineHooks hooks;
 
-template <typename... Arguments>
-void trace(const char* format, Arguments... arguments) {
-  if (debug311 != 0) std::printf(format, arguments...);
+[[gnu::format(printf, 1, 2)]] void trace(const char* format, ...) {
+  if (debug311 == 0) return;
+  std::va_list arguments;
+  va_start(arguments, format);
+  std::vprintf(format, arguments);
+  va_end(arguments);
 }
 
 void toggle_off_screen(int id) {
