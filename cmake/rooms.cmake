@@ -20,6 +20,23 @@ target_compile_options(torve_settings INTERFACE
 if(TORVE_WARNINGS_ARE_ERRORS)
   target_compile_options(torve_settings INTERFACE -Werror)
 endif()
+# What people install is hardened as the distribution hardens its own programs. The sanitizers have
+# checks of their own, with which these do not go together. Position independence is asked for as
+# -fPIE: -fPIC, which CMake would take for libraries, keeps the compiler from inlining.
+if(CMAKE_BUILD_TYPE STREQUAL "Release" AND NOT TORVE_SANITIZE AND NOT TORVE_FUZZ)
+  include(CheckCXXCompilerFlag)
+  target_compile_options(torve_settings INTERFACE
+    -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2 -fstack-protector-strong
+    -Wformat -Werror=format-security -fPIE)
+  target_link_options(torve_settings INTERFACE -pie LINKER:-z,relro,-z,now)
+  foreach(flag -fstack-clash-protection -fcf-protection)  # not every processor has them
+    string(MAKE_C_IDENTIFIER "TORVE_HAS${flag}" known)
+    check_cxx_compiler_flag(${flag} ${known})
+    if(${known})
+      target_compile_options(torve_settings INTERFACE ${flag})
+    endif()
+  endforeach()
+endif()
 if(TORVE_SANITIZE)
   set(TORVE_SANITIZERS -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_compile_options(torve_settings INTERFACE ${TORVE_SANITIZERS})
