@@ -168,7 +168,9 @@ void edit(int x, int y) {
 }  // namespace
 
 void install_diagram() {
-  set_figure_hooks({.lift = lift_figures, .lay = lay_figures});
+  set_figure_hooks({.lift = lift_figures, .lay = lay_figures, .refresh = [](const Rect& rect) {
+                      refresh_cvobj(rect.x1, rect.y1, rect.x2, rect.y2);
+                    }});
 }
 
 void vect_ed(int button, int x, int y) {

@@ -105,4 +105,9 @@ void set_figure_hooks(const FigureHooks& hooks) {
   figures = hooks;
 }
 
+void refresh_figures(const Rect& rect) {
+  const Rect part = intersection(rect, {xxmin, yymin, xxmax, yymax});
+  if (figures.refresh != nullptr && !part.empty()) figures.refresh(part);
+}
+
 }  // namespace torve

@@ -31,11 +31,16 @@ class CanvasPaint {
   PaintOn layer_;
 };
 
-/// How figures are taken off the canvas and laid on it again.
+/// How figures are taken off the canvas and laid on it again, and how they are drawn inside a
+/// rectangle over what is there, which does not become what they cover.
 struct FigureHooks {
   void (*lift)() = nullptr;
   void (*lay)() = nullptr;
+  void (*refresh)(const Rect& rect) = nullptr;
 };
 void set_figure_hooks(const FigureHooks& hooks);
+
+/// Draws the figures over what is on the canvas, where the rectangle meets the area open to them.
+void refresh_figures(const Rect& rect);
 
 }  // namespace torve
