@@ -167,13 +167,17 @@ int refresh_cvobj(int xmin, int ymin, int xmax, int ymax) {
   return 0;
 }
 
-void lift_figures() {
+void lift_figures(const Rect& rect) {
+  const KeptClip clip;
+  KeptClip::set(intersection(rect, clip.kept()));
   for (Vobj* figure = lastvobj; figure != nullptr; figure = figure->prev) {
     if (is_on_canvas(*figure)) draw_vobj(VectorMode::clipped, figure, figure_erase);
   }
 }
 
-void lay_figures() {
+void lay_figures(const Rect& rect) {
+  const KeptClip clip;
+  KeptClip::set(intersection(rect, clip.kept()));
   for (Vobj* figure = firstvobj; figure != nullptr; figure = figure->next) {
     if (is_on_canvas(*figure)) draw_vobj(VectorMode::clipped, figure, figure_draw);
   }

@@ -3,6 +3,7 @@
 
 #include "diagram/figures.hpp"
 #include "diagram/vobj.hpp"
+#include "display/screen_image.hpp"
 #include "draw/draw_vector.hpp"
 
 namespace torve {
@@ -27,9 +28,10 @@ int pick_up_cvobj();
 /// exclusive, pixels). Returns 0.
 int refresh_cvobj(int xmin, int ymin, int xmax, int ymax);
 
-/// All figures off the canvas, last to first, and on it again, first to last.
-void lift_figures();
-void lay_figures();
+/// All figures off the canvas, last to first, and on it again, first to last: what of them lies in
+/// a rectangle, pixels.
+void lift_figures(const Rect& rect = whole_screen);
+void lay_figures(const Rect& rect = whole_screen);
 
 /// Erases and removes every figure; the diagram is empty then.
 void free_vector_objects(VectorMode mode);

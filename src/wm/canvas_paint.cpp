@@ -78,7 +78,7 @@ PlaneLayout layout_of(const WdObject& object) {
 
 }  // namespace
 
-CanvasPaint::CanvasPaint(const Rect& rect, PaintOn layer) : layer_(layer) {
+CanvasPaint::CanvasPaint(const Rect& rect, PaintOn layer) : rect_(rect), layer_(layer) {
   Marks marked = objects_to_lift(rect);
   for (int id = topmost(marked); id != 0; id = topmost(marked)) {
     marked[static_cast<std::size_t>(id)] = false;
@@ -89,11 +89,11 @@ CanvasPaint::CanvasPaint(const Rect& rect, PaintOn layer) : layer_(layer) {
     movingPicture(0, 0, 2, id);
     lifted_.push_back({id, std::move(picture)});
   }
-  if (layer_ == PaintOn::base && figures.lift != nullptr) figures.lift();
+  if (layer_ == PaintOn::base && figures.lift != nullptr) figures.lift(rect_);
 }
 
 CanvasPaint::~CanvasPaint() {
-  if (layer_ == PaintOn::base && figures.lay != nullptr) figures.lay();
+  if (layer_ == PaintOn::base && figures.lay != nullptr) figures.lay(rect_);
   for (auto lifted = lifted_.rbegin(); lifted != lifted_.rend(); ++lifted) {
     WdObject& object = wd(lifted->id);
     make_background(object, false);

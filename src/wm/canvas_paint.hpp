@@ -27,15 +27,16 @@ class CanvasPaint {
     int id;
     std::vector<std::uint8_t> picture;
   };
+  Rect rect_;
   std::vector<Lifted> lifted_;  // topmost first
   PaintOn layer_;
 };
 
-/// How figures are taken off the canvas and laid on it again, and how they are drawn inside a
-/// rectangle over what is there, which does not become what they cover.
+/// How the parts of figures inside a rectangle are taken off the canvas and laid on it again, and
+/// how they are drawn over what is there, which does not become what they cover.
 struct FigureHooks {
-  void (*lift)() = nullptr;
-  void (*lay)() = nullptr;
+  void (*lift)(const Rect& rect) = nullptr;
+  void (*lay)(const Rect& rect) = nullptr;
   void (*refresh)(const Rect& rect) = nullptr;
 };
 void set_figure_hooks(const FigureHooks& hooks);

@@ -4,14 +4,12 @@
 #include <random>
 #include <set>
 
-#include "diagram/drawing.hpp"
+#include "diagram/figure_painter.hpp"
 #include "support/screen.hpp"
 #include "text/fonts.hpp"
 
 namespace torve {
 namespace {
-
-using Pixels = std::vector<std::uint32_t>;
 
 class FiguresTest : public ScreenTest {
  protected:
@@ -77,42 +75,6 @@ class FiguresTest : public ScreenTest {
     return figure;
   }
 
-  static void set(Pixels& pixels, int x, int y, std::uint32_t value) {
-    if (Rect{0, 0, 680, 599}.contains(x, y)) pixels[static_cast<std::size_t>(y * 800 + x)] = value;
-  }
-
-  // The figure's pixels, step by step.
-  static void paint(Pixels& pixels, const Vobj& figure) {
-    const FigurePlace place = place_of(figure);
-    for (const FigureSegment& part : figure_segments(figure.kind, place)) {
-      const VectorSegment& s = part.segment;
-      const int n = std::max(std::abs(s.x2 - s.x1), std::abs(s.y2 - s.y1));
-      for (int i = 0; i <= n && i < 3000; ++i) {
-        if ((i == 0 && s.without_first) || (i == n && s.without_last)) continue;
-        const std::size_t slot = static_cast<std::size_t>(i - (s.without_first ? 1 : 0));
-        if (slot >= part.slot_limit || part.first_slot + slot >= figure.saved.size()) continue;
-        set(pixels, s.x1 + (s.x2 - s.x1) * i / std::max(n, 1),
-            s.y1 + (s.y2 - s.y1) * i / std::max(n, 1), figure.colour);
-      }
-    }
-    if (figure.kind == FigureKind::vcircle) {
-      for (const auto& [x, y] : circle_points(place))
-        set(pixels, x, y, figure.colour);
-    }
-    if (figure.kind == FigureKind::label) {
-      for (const auto& [x, y] : label_points(figure.text, place))
-        set(pixels, x, y, figure.colour);
-    }
-  }
-
-  Pixels expected() const {
-    Pixels pixels = base_;
-    for (const Vobj* figure = firstvobj; figure != nullptr; figure = figure->next) {
-      if ((figure->phase & phase_on_canvas) != 0) paint(pixels, *figure);
-    }
-    return pixels;
-  }
-
   // One thing a user does; `count` is how many figures there are.
   void step(int& count) {
     if (count == 0 || any(0, 3) == 0) {
@@ -158,7 +120,7 @@ TEST_F(FiguresTest, RandomDiagramsLeaveNoTrace) {
     int count = 0;
     for (int i = 0; i < 40; ++i) {
       step(count);
-      ASSERT_EQ(all_pixels(), expected()) << "seed " << seed << " step " << i;
+      ASSERT_EQ(all_pixels(), with_figures(base_)) << "seed " << seed << " step " << i;
       if (i % 20 != 19) continue;
       lift_figures();
       ASSERT_EQ(all_pixels(), base_) << "seed " << seed << " step " << i << ", lifted";

@@ -19,7 +19,7 @@ inline std::function<void()> at_wait;  // runs before each wait of the program
 inline std::uint32_t user_time = 0;
 
 /// A place where the tests never put an object. When the list is at its end the user lets go,
-/// presses and releases there, which ends whatever the program was serving.
+/// presses and releases there and presses a key, which ends whatever the program was waiting for.
 inline int bare_x = 795, bare_y = 5;
 
 /// What the user does.
@@ -60,7 +60,7 @@ inline const DisplayBackend user = {
           if (at_wait) at_wait();
           if (user_events.empty()) {
             Hands::release(bare_x, bare_y, 3), Hands::release(bare_x, bare_y);
-            Hands::click(bare_x, bare_y);
+            Hands::click(bare_x, bare_y), Hands::type(" ");
           }
           event = user_events.front();
           user_events.pop_front();

@@ -1,0 +1,230 @@
+// Random users of the whole diagram editor: palette, figures, their menus, files, undo, plots that
+// are painted beneath. After every gesture the canvas is base, figures, menus, in that order.
+
+#include <random>
+
+#include "app/main_loop.hpp"
+#include "app/palette.hpp"
+#include "diagram/diagram_file.hpp"
+#include "diagram/diagram_text.hpp"
+#include "diagram/editor.hpp"
+#include "diagram/figure_painter.hpp"
+#include "diagram/history.hpp"
+#include "diagram/labels.hpp"
+#include "dialogs/install.hpp"
+#include "dialogs/messages.hpp"
+#include "pool/pool.hpp"
+#include "support/hands.hpp"
+#include "support/screen.hpp"
+#include "text/fonts.hpp"
+#include "text/text_output.hpp"
+#include "wm/background.hpp"
+#include "wm/canvas_paint.hpp"
+#include "wm/engine.hpp"
+#include "wm/stacking.hpp"
+
+namespace torve {
+namespace {
+
+constexpr int palette_id = 2, files_id = 4, figure_menu_id = 14, last_id = 40;
+constexpr int palette_lines = 12, undo_line = 9;
+
+class DiagramUsers : public ScreenTest, protected Hands {
+ protected:
+  DiagramUsers() {
+    reset_text_state();
+    defaultfont = 7;
+    EXPECT_EQ(init_font(7) + init_font2(6), 0);
+    user_events.clear(), at_wait = nullptr, user_time = 1000;
+    bare_x = 795, bare_y = 590;
+    set_display_backend(&user);
+    EXPECT_EQ(initPool(0, 0, 0, 0), 0);
+    EXPECT_TRUE(allocate_staging());
+    init_win(0, 0);
+    reset_messages();
+    install_dialogs();
+    install_diagram();
+    xxmin = yymin = 0, xxmax = 680, yymax = 599;
+    EXPECT_EQ(init_engine(1), 0);
+  }
+  ~DiagramUsers() override {
+    close_everything();
+    free_wd_objects();
+    bare_x = 795, bare_y = 5;
+    set_figure_hooks({});
+    set_error_reporters(console_reporters);
+    set_display_backend(nullptr);
+    free_font(), free_font2();
+    release_pool();
+    release_staging();
+  }
+
+  static void close_everything() {
+    exit_ope();
+    reset_history();
+    free_wd_objects_gt1_u();
+    free_vector_objects(VectorMode::clipped);
+  }
+
+  int below(int n) { return static_cast<int>(random_() % static_cast<unsigned>(n)); }
+  bool one_in(int n) { return below(n) == 0; }
+
+  static void double_click(int x, int y) { click(x, y, 1, 600), click(x, y, 1, 100); }
+  static int line_row(const WdObject& menu, int line) { return menu.y + 16 + 11 * line + 5; }
+  static void run_line(int id, int line) {
+    if (is_eligible(wd(id))) double_click(wd(id).x + 30, line_row(wd(id), line));
+  }
+
+  void any_drag() {
+    const int x = below(690), y = below(560);
+    drag(x, y, one_in(3) ? x + below(30) - 15 : below(690), one_in(3) ? y : below(600));
+  }
+
+  // A part of a figure, or the place where it may have been.
+  void grab_something() {
+    const Vobj* figure = firstvobj;
+    for (int i = below(12); i > 0 && figure != nullptr && figure->next != nullptr; --i)
+      figure = figure->next;
+    if (figure == nullptr) return;
+    const int xs[] = {figure->x1, figure->x2, (figure->x1 + figure->x2) / 2};
+    const int ys[] = {figure->y1, figure->y2, (figure->y1 + figure->y2) / 2};
+    const int part = below(3), button = one_in(2) ? 3 : 1;
+    if (button == 3) return click(xs[part], ys[part], 3, 600);
+    drag(xs[part], ys[part], below(680), below(599));
+  }
+
+  void use_a_menu() {
+    std::vector<int> ids;
+    for (int id = files_id; id <= last_id; ++id) {
+      if (is_eligible(wd(id))) ids.push_back(id);
+    }
+    if (ids.empty()) return;
+    const int id = ids[static_cast<std::size_t>(below(static_cast<int>(ids.size())))];
+    const WdObject& menu = wd(id);
+    const int line = below(std::max(1, menu.visible_lines));
+    switch (below(6)) {
+      case 0:
+        return click(menu.x + 4, menu.y + 4, one_in(8) ? 3 : 1, 600);  // runs, moves
+      case 1:
+        return click(menu.x + menu.width - 4, menu.y + 4, one_in(2) ? 3 : 1, 600);  // closes
+      case 2:
+        return drag(menu.x + 60, menu.y + 4, below(680), below(560));
+      case 3:
+        click(menu.x + 14 + 8 * (6 + below(16)), line_row(menu, line), 1, 600);
+        return type(one_in(2) ? "7\r" : "\b\b\bnet %s\r");
+      default:
+        return run_line(id, line);
+    }
+  }
+
+  void act() {
+    switch (below(9)) {
+      case 0:
+      case 1:
+        if (is_eligible(wd(palette_id))) return run_line(palette_id, below(palette_lines));
+        return click(below(680), 585, 3, 600);
+      case 2:
+      case 3:
+        return any_drag();
+      case 4:
+      case 5:
+        return grab_something();
+      case 6:
+        return one_in(5) ? add({.type = Type::key, .keysym = one_in(2) ? 0xFF1BUL : 0xFFFFUL})
+                         : use_a_menu();
+      case 7:
+        return paint_base();
+      default:
+        return use_a_menu();
+    }
+  }
+
+  void paint_base() {
+    const int x = below(780), y = below(580), w = below(300), h = below(200);
+    const auto pixel = static_cast<std::uint32_t>(below(0xFFFFFF));
+    const CanvasPaint scope({x, y, x + w, y + h});
+    clear_win1(x, y, x + w, y + h, pixel);
+    for (int row = y; row < std::min(y + h, 600); ++row) {
+      for (int column = x; column < std::min(x + w, 800); ++column)
+        base_[static_cast<std::size_t>(row * 800 + column)] = pixel;
+    }
+  }
+
+  void play() {
+    while (!user_events.empty())
+      ASSERT_FALSE(main_loop_round(no_icons_));
+    while (popwindow != 0 || cur_button != 0)
+      ASSERT_FALSE(main_loop_round(no_icons_));
+  }
+
+  void check() {
+    const Pixels shown = all_pixels();
+    {
+      const CanvasPaint windows_off(whole_screen, PaintOn::figures);
+      ASSERT_TRUE(all_pixels() == with_figures(base_)) << "beneath the windows";
+    }
+    for (int id = 1; id <= last_id; ++id) {
+      if (is_eligible(wd(id)) && over_is_zero(id - 1) != 0) refresh_one_wd_object(id);
+    }
+    ASSERT_TRUE(all_pixels() == shown) << "the windows";
+    for (const Vobj* figure = firstvobj; figure != nullptr; figure = figure->next) {
+      ASSERT_TRUE(figure->label == nullptr || owner_of(figure->label) == figure);
+    }
+  }
+
+  // What a gesture has changed, undo takes back.
+  void undo_one_change() {
+    diagram_was_saved();
+    const std::string before = diagram_to_text(keep_diagram());
+    one_in(2) ? any_drag() : grab_something();
+    play();
+    if (!diagram_is_unsaved()) return;
+    run_line(palette_id, undo_line);
+    if (!is_eligible(wd(palette_id))) undo_ope();
+    play();
+    if (one_in(2)) undo_ope();  // there is only one step
+    EXPECT_EQ(diagram_to_text(keep_diagram()), before);
+  }
+
+  void save_remove_and_read() {
+    exit_ope();
+    const std::string text = diagram_to_text(keep_diagram());
+    const Pixels pixels = with_figures(base_);
+    ASSERT_EQ(save_diagram("a.vob"), 0);
+    free_vector_objects(VectorMode::clipped);
+    ASSERT_TRUE(all_pixels() == base_);
+    ASSERT_EQ(read_diagram("a.vob"), 0);
+    EXPECT_EQ(diagram_to_text(keep_diagram()), text);
+    ASSERT_TRUE(all_pixels() == pixels);
+  }
+
+  std::mt19937 random_;
+  Pixels base_;
+  const JumpEntry no_icons_[1] = {};
+  TemporaryDirectory directory_;
+};
+
+TEST_F(DiagramUsers, SeeBaseFiguresAndMenusInThatOrder) {
+  const char* asked = std::getenv("TORVE_SEEDS");
+  const unsigned seeds = asked != nullptr ? static_cast<unsigned>(std::atoi(asked)) : 8;
+  for (unsigned seed = 1; seed <= seeds && !HasFatalFailure(); ++seed) {
+    random_.seed(seed);
+    base_ = all_pixels();
+    for (int round = 0; round < 80 && !HasFailure(); ++round) {
+      SCOPED_TRACE("seed " + std::to_string(seed) + " round " + std::to_string(round));
+      one_in(6) ? undo_one_change() : act();
+      play();
+      check();
+    }
+    SCOPED_TRACE("seed " + std::to_string(seed));
+    hide_errormsg();
+    free_wd_objects_gt1_u();
+    save_remove_and_read();
+    close_everything();
+    ASSERT_TRUE(all_pixels() == base_);
+    ASSERT_LE(b_counter, 1);
+  }
+}
+
+}  // namespace
+}  // namespace torve
