@@ -37,7 +37,7 @@ FilePtr open_regular_file(const std::string& name, const char* mode) {
 
 std::string data_directory(DataKind kind) {
   static const std::filesystem::path root =
-      (executable_directory() / "../share/torve").lexically_normal();
+      (executable_directory() / TORVE_DATA_FROM_BIN).lexically_normal();
   return (root / directory_names.at(static_cast<std::size_t>(kind)) / "").string();
 }
 
