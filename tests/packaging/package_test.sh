@@ -1,0 +1,83 @@
+#!/usr/bin/env bash
+# package_test.sh BUILD CPACK: builds the Debian package from the build tree, unpacks it and has the
+# distribution's own tools judge what is in it.
+set -euo pipefail
+build=$1 cpack=$2
+
+failures=0
+wrong() {
+  printf 'FAILED: %s\n' "$*" >&2
+  failures=$((failures + 1))
+}
+
+for tool in appstreamcli desktop-file-validate dpkg-shlibdeps gio hardening-check lintian man \
+  update-mime-database xmllint; do
+  command -v "$tool" >/dev/null || wrong "$tool is missing: install what packages.txt lists under [test]"
+done
+((failures == 0)) || exit 1
+
+directory=$(mktemp -d)
+trap 'rm -rf "$directory"' EXIT
+cd "$directory"
+
+(cd "$build" && "$cpack" -B "$directory/package") >cpack.log 2>&1 || { cat cpack.log; exit 1; }
+package=$(echo package/*.deb)
+dpkg-deb -x "$package" root
+usr=$directory/root/usr
+
+# Not for the archive of the distribution, so there is no bug that asks for it.
+lintian --allow-root --fail-on error,warning --suppress-tags initial-upload-closes-no-bugs \
+  "$package" || wrong "lintian"
+desktop-file-validate "$usr/share/applications/torve.desktop" || wrong "menu entry"
+appstreamcli validate --no-net --strict "$usr/share/metainfo/org.torve.torve.metainfo.xml" || wrong "metadata"
+xmllint --noout "$usr/share/icons/hicolor/scalable/apps/torve.svg" || wrong "drawing of the icon"
+icon=$(od -An -tu1 -j16 -N8 "$usr/share/icons/hicolor/48x48/apps/torve.png" | tr -s ' ')
+[[ $icon == ' 0 0 0 48 0 0 0 48' ]] || wrong "the icon's width and height are the bytes $icon"
+
+for page in "$usr"/share/man/man1/*.gz; do
+  (cd "$usr/share/man" && MANWIDTH=80 man --warnings -E UTF-8 -l -Tutf8 -Z "$page" >/dev/null) 2>said ||
+    wrong "$page cannot be formatted"
+  [[ ! -s said ]] || wrong "$page: $(<said)"
+done
+for program in "$usr"/bin/*; do
+  [[ -e $usr/share/man/man1/${program##*/}.1.gz ]] || wrong "${program##*/} has no manual page"
+done
+
+# Debian's start-up objects carry no marks of control-flow integrity, so no program of Debian's
+# compiler can have the note that is asked for here.
+hardening-check --nocfprotection "$usr/bin/torve" "$usr/bin/torve-batch" || wrong "not hardened"
+
+# is_type TYPE NAME: what the file NAME is taken for, beside the types that everybody has.
+mkdir -p data/mime/packages
+cp /usr/share/mime/packages/freedesktop.org.xml "$usr"/share/mime/packages/*.xml data/mime/packages/
+update-mime-database data/mime 2>said || wrong "file types: $(<said)"
+is_type() {
+  local type
+  type=$(XDG_DATA_HOME=$PWD/data XDG_DATA_DIRS=$PWD/data gio info -a standard::content-type "$2" |
+    sed -n 's/^ *standard::content-type: //p')
+  [[ $type == "$1" ]] || wrong "$2 is taken for $type"
+}
+"$usr/bin/torve-batch" spectrum "$usr/share/torve/signals/bhld1.res" bell.spe 10000 >/dev/null
+printf 'torve-diagram 1\n' | tee network.vob >network
+printf '\0\0\001\272' >film.vob
+printf '[gd_resource ' >game.res
+is_type text/x-torve-signal "$usr/share/torve/signals/bhld1.res"
+is_type text/x-torve-spectrum bell.spe
+is_type text/x-torve-diagram network.vob
+is_type text/x-torve-diagram network
+is_type video/mpeg film.vob
+is_type application/x-godot-resource game.res
+
+# Where it is put does not matter, nor that nothing there can be written to. The fonts of a picture
+# show that the data are found: without them there is none.
+mv root moved
+chmod -R a-w moved
+mkdir work
+cd work
+../moved/usr/bin/torve-batch plot ../moved/usr/share/torve/signals/bhld1.res 1 bell.gif >/dev/null ||
+  wrong "torve-batch finds no data after a move"
+[[ -s bell.gif ]] || wrong "no picture"
+cd ..
+chmod -R u+w moved
+
+((failures == 0))
