@@ -134,6 +134,11 @@ FigurePlace place_of(const Vobj& figure) {
   return {figure.x1, figure.y1, figure.x2, figure.y2};
 }
 
+bool is_seen(const Vobj& figure) {
+  if (figure.phase == 0) return false;
+  return figure.label != nullptr || shows(figure.kind, place_of(figure));
+}
+
 void draw_vobj(VectorMode mode, Vobj* figure, const FigurePlace& new_place,
                const FigurePlace& old_place, int flags) {
   if ((flags & figure_erase) != 0) erase(mode, *figure, old_place);

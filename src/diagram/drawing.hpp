@@ -21,6 +21,9 @@ void draw_vobj(VectorMode mode, Vobj* figure, int flags);
 
 [[nodiscard]] FigurePlace place_of(const Vobj& figure);
 
+/// Whether anything of a figure is to be seen: it is placed and shows, or its label does.
+[[nodiscard]] bool is_seen(const Vobj& figure);
+
 /// Brings cvobj to the top of the drawing order. Returns 0, or 1 when it is there already.
 int pick_up_cvobj();
 

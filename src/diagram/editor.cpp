@@ -33,11 +33,7 @@ int kind_number(const Vobj& figure) {
 void leave_tool() {
   for (Vobj* figure = firstvobj; figure != nullptr;) {
     Vobj* next = figure->next;
-    const bool unseen = figure->phase == 0 || !shows(figure->kind, place_of(*figure));
-    if (unseen) {
-      if (next != nullptr && next == figure->label) next = next->next;
-      cut_figure(figure);
-    }
+    if (!is_seen(*figure)) cut_figure(figure);
     figure = next;
   }
   cvobj = nullptr;

@@ -58,7 +58,7 @@ void link_label(const KeptFigure& kept) {
 KeptDiagram keep_diagram() {
   KeptDiagram kept;
   for (const Vobj* figure = firstvobj; figure != nullptr; figure = figure->next) {
-    if (figure->phase == 0 || !shows(figure->kind, place_of(*figure))) continue;
+    if (!is_seen(*figure)) continue;
     KeptFigure& copy = kept.emplace_back(KeptFigure{*figure});
     copy.record.saved.clear();
     copy.label = figure->label != nullptr ? figure->label->serial : 0;

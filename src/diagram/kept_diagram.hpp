@@ -15,7 +15,7 @@ struct KeptFigure {
 };
 using KeptDiagram = std::vector<KeptFigure>;  // first to last
 
-/// The figures that are placed and show.
+/// The figures of which something is to be seen.
 [[nodiscard]] KeptDiagram keep_diagram();
 
 /// Makes the diagram what was kept: figures are told apart by their serial numbers. Those that are
