@@ -1,5 +1,5 @@
 # shellcheck shell=bash
-# What ./run and ./test share: packages, building, a private X server. Sourced, not run.
+# What ./run and ./test share: packages, building, a display for a browser. Sourced, not run.
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 
@@ -59,17 +59,23 @@ build() {
   (cd "$root" && cmake --preset "$preset" && cmake --build --preset "$preset" ${1:+--target "$@"}) >&2
 }
 
-# start_private_display: starts an X server nobody sees and sets DISPLAY. The server ends with this
-# process, also when the script has been replaced by the program or was killed.
-start_private_display() {
-  local folder number
-  folder=$(mktemp -d)
-  mkfifo "$folder/number"
-  setpriv --pdeathsig TERM -- Xvfb -displayfd 3 -screen 0 1024x768x24 -noreset -nolisten tcp \
-    3>"$folder/number" >"$folder/log" 2>&1 &
-  # Without a server the pipe ends and the number stays empty.
-  read -r number <"$folder/number" || number=
-  [[ -n $number ]] || fail "The private X server did not start: $(cat "$folder/log")"
-  rm -r "$folder"
-  export DISPLAY=":$number"
+# port_is_taken PORT: whether somebody on this machine answers there
+port_is_taken() {
+  (exec 3<>"/dev/tcp/127.0.0.1/$1") 2>/dev/null
+}
+
+# check_port PORT: fails when the browser cannot be given this one
+check_port() {
+  if [[ ! $1 =~ ^[1-9][0-9]{0,4}$ ]] || (($1 > 65535)); then fail "TORVE_PORT is no port number: $1"; fi
+  ! port_is_taken "$1" || fail "Port $1 is taken. Name another one: TORVE_PORT=$(($1 + 1)) ./run"
+}
+
+# open_browser_display PORT: starts a display that is seen in a browser, and sets DISPLAY and
+# XAUTHORITY. It ends with this process, also when the script has been replaced by the program or was
+# killed.
+open_browser_display() {
+  exec {answers}< <(exec setpriv --pdeathsig TERM -- "$root/scripts/browser_display" "$1")
+  read -r -u "$answers" DISPLAY && read -r -u "$answers" XAUTHORITY || exit 1
+  exec {answers}<&-
+  export DISPLAY XAUTHORITY
 }
