@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <stdexcept>
 
+#include "desktop/diagram.hpp"
 #include "desktop/tools.hpp"
 
 namespace torve::desktop {
@@ -13,14 +14,14 @@ namespace fs = std::filesystem;
 
 constexpr Area icon_bar = {0, 550, 318, 50};
 
-class Guide : public Workbench {
+class Guide : public DiagramEditor {
  protected:
   Guide() {
     const char* folder = std::getenv("TORVE_PICTURES");
     if (folder == nullptr) throw std::runtime_error("TORVE_PICTURES does not name a folder");
     pictures_ = folder;
-    start();
   }
+  void SetUp() override { start(); }
 
   void photograph(const std::string& name) { write_ppm(screenshot(), pictures_ / (name + ".ppm")); }
   void photograph(const std::string& name, const Area& area) {
@@ -103,6 +104,31 @@ TEST_F(Guide, spectrum) {
   edit(read_tool, 0, 54, "2");
   run(read_tool, 0);
   photograph("spectrum");
+}
+
+/// In a folder without signals, so that the sheet is white.
+class EmptySheet : public Guide {
+ protected:
+  void SetUp() override {
+    for (const char* name : {"bhld1.res", "bhld2.res", "compar3.res"})
+      fs::remove(folder() / name);
+    start();
+  }
+};
+
+TEST_F(EmptySheet, network) {
+  open_palette({400, 500});
+  draw_network();
+  photograph("network");
+  const Tool cpu = open_properties(cpu_head);
+  photograph("node-menu", Area{cpu.x - 40, cpu.y - 40, cpu.width + 80, 180});
+  close(cpu);
+  choose(PaletteLine::files);
+  photograph("diagram-files", Area{diagram_files.x, 0, 600, 160});
+  choose(PaletteLine::leave);
+  choose(FilesLine::print);
+  fs::copy_file(folder() / "figure.eps", pictures() / "network-eps.eps",
+                fs::copy_options::overwrite_existing);
 }
 
 }  // namespace

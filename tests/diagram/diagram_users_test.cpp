@@ -11,6 +11,7 @@
 #include "diagram/diagram_text.hpp"
 #include "diagram/editor.hpp"
 #include "diagram/figure_painter.hpp"
+#include "diagram/figure_points.hpp"
 #include "diagram/history.hpp"
 #include "diagram/labels.hpp"
 #include "dialogs/install.hpp"
@@ -261,6 +262,37 @@ TEST_F(DiagramUsers, SeeBaseFiguresAndMenusInThatOrder) {
     close_everything();
     ASSERT_TRUE(all_pixels() == base_);
     ASSERT_LE(b_counter, 1);
+  }
+}
+
+TEST_F(DiagramUsers, TakeLabelsAlong) {
+  struct {
+    int (*tool)();
+    int head_dx, head_dy;  // how far the label goes when the head is moved by (10, 20)
+  } const cases[] = {{node_ope, 10, 20}, {vbox_ope, 0, 20}, {vline_ope, 5, 10}, {arrow_ope, 10, 20}};
+  for (const auto& [tool, head_dx, head_dy] : cases) {
+    tool(), vect_ed(1, 300, 250), vect_ed(1, 200, 400);
+    Vobj* figure = cvobj;
+    put_vlabel(VectorMode::clipped, 290, 230, "old");
+    put_vlabel(VectorMode::clipped, 290, 230, "cpu");
+    EXPECT_EQ(keep_diagram().size(), 2U) << "one label in place of the other";
+    auto moved = [&, x = figure->label->x1, y = figure->label->y1]() mutable {
+      const std::pair way(figure->label->x1 - x, figure->label->y1 - y);
+      x += way.first, y += way.second;
+      return way;
+    };
+    vobjmode = -static_cast<int>(figure->kind), vect_ed(1, figure->x1 + 10, figure->y1 + 20);
+    EXPECT_EQ(moved(), std::pair(head_dx, head_dy));
+    const auto [cx, cy] = centre_of(*figure);
+    vobjmode = mode_moving, vect_ed(1, cx - 50, cy + 30);
+    EXPECT_EQ(moved(), std::pair(-50, 30));
+    cvobj = figure->label, vobjmode = mode_moving, vect_ed(1, 500, 500);
+    static_cast<void>(moved());
+    cvobj = figure, vect_ed(1, cx, cy);
+    EXPECT_EQ(moved(), std::pair(50, -30)) << "what was moved by hand keeps its distance";
+    put_vlabel(VectorMode::clipped, 290, 230, "  ");
+    EXPECT_EQ(figure->label, nullptr);
+    close_everything();
   }
 }
 
