@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <string>
 
-#include "base/errors.hpp"
 #include "base/number_text.hpp"
 #include "diagram/drawing.hpp"
 #include "diagram/editor.hpp"
@@ -12,6 +11,7 @@
 #include "diagram/figure_points.hpp"
 #include "diagram/history.hpp"
 #include "diagram/labels.hpp"
+#include "diagram/properties/vocabulary.hpp"
 #include "dialogs/menu_table.hpp"
 #include "display/colours.hpp"
 #include "display/input.hpp"
@@ -88,7 +88,7 @@ void set_colour(Vobj* figure, const std::string& text) {
   if (text == offered_colour) return;
   const int index = read_int(text).value_or(-1);
   if (index < 0 || index >= colour_count) {
-    unknown_parameter(text.c_str());
+    report_unknown(text);
     return;
   }
   prepare_change();

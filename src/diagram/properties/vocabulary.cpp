@@ -43,15 +43,15 @@ void write_field(char* field, const std::string& text) {
   std::snprintf(field, field_length + 1, "%s", text.c_str());
 }
 
+}  // namespace
+
 // An older message has been read by now; this one goes, so that a second one can be seen.
 void report_unknown(std::string_view word) {
   hide_errormsg();
   if (unknown_parameter(std::string(word).c_str()) != 0) return;
-  getch();
+  getch_or_press();
   hide_errormsg();
 }
-
-}  // namespace
 
 int cnvtbl_i_to_s(Vocabulary table, int code, char* field) {
   const auto entry = std::find_if(table.begin(), table.end(),

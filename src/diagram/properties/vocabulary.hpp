@@ -10,6 +10,7 @@
 
 #include <cstdint>
 #include <span>
+#include <string_view>
 
 namespace torve {
 
@@ -43,8 +44,10 @@ inline constexpr VocabularyEntry yes_no[] = {{"yes", 0}, {"no", 1}};
 int cnvtbl_i_to_s(Vocabulary table, int code, char* field);
 int cnvtbl_l_to_s(Vocabulary table, std::int32_t code, char* field);
 
-/// Finds the code of a field's word. The first two show the word with unknown_parameter() when it
-/// is none and wait for a key.
+/// Shows a word with unknown_parameter() until a key or a mouse button is pressed.
+void report_unknown(std::string_view word);
+
+/// Finds the code of a field's word. The first two report_unknown() it when it is none.
 int cnvtbl_s_to_i(Vocabulary table, const char* field, int* code);
 int cnvtbl_s_to_l(Vocabulary table, const char* field, std::int32_t* code);
 int cnvtbl_s_to_i_noerror(Vocabulary table, const char* field, int* code);
