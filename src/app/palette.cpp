@@ -40,12 +40,13 @@ constexpr PaletteLine palette[] = {
 };
 constexpr int no_line = -1;
 
-constexpr auto texts = [] {
+constexpr std::array<const char*, std::size(palette)> texts_of_palette() {
   std::array<const char*, std::size(palette)> lines = {};
   for (std::size_t i = 0; i < lines.size(); ++i)
     lines[i] = palette[i].text;
   return lines;
-}();
+}
+constexpr auto texts = texts_of_palette();
 
 int tool_line = no_line;  // of the tool that was armed last
 int shown_line = no_line;

@@ -214,7 +214,7 @@ std::vector<PixelPosition> label_points(const char* text, const FigurePlace& pla
   constexpr int glyph_width = 8;
   std::vector<PixelPosition> points;
   int x = place.x1;
-  for (int i = 0; text[i] != 0 && i < label_text_length; ++i) {
+  for (int i = 0; i < label_text_length && text[i] != 0; ++i) {
     const std::uint8_t* rows = glyph_rows2(text[i]);
     for (int row = 0; row < ysizeb; ++row) {
       for (int column = 0; column < glyph_width; ++column) {

@@ -59,9 +59,8 @@ KeptDiagram keep_diagram() {
   KeptDiagram kept;
   for (const Vobj* figure = firstvobj; figure != nullptr; figure = figure->next) {
     if (!is_seen(*figure)) continue;
-    KeptFigure& copy = kept.emplace_back(KeptFigure{*figure});
-    copy.record.saved.clear();
-    copy.label = figure->label != nullptr ? figure->label->serial : 0;
+    kept.push_back({*figure, figure->label != nullptr ? figure->label->serial : 0});
+    kept.back().record.saved.clear();
   }
   return kept;
 }

@@ -43,7 +43,7 @@ int fields_left(const MenuItem* items, int field) {
 }
 
 bool is_blank(const char* line, int column) {
-  return column >= length(line) || line[column] == ' ';
+  return line == nullptr || column >= length(line) || line[column] == ' ';
 }
 
 // The columns that a field's text may take: its width, and behind it the blanks of the line up to

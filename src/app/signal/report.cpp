@@ -135,7 +135,8 @@ bool Report::list_header() {
 bool Report::list_block(bool shown, const KeyInput& keys) {
   HalfWord bytes;
   // The length counts from the end of the summary even where the encoding has none.
-  for (std::int64_t rest = std::int64_t{header_length_} - au_fixed_part; rest > 0; rest -= 2) {
+  std::int64_t rest = header_length_;
+  for (rest -= au_fixed_part; rest > 0; rest -= 2) {
     if (!read(bytes)) return false;
     if (shown) {
       number_.decode(bytes);
