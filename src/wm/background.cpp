@@ -33,8 +33,20 @@ std::size_t background_bytes(const WdObject& object) {
          static_cast<std::size_t>(object.background_line_bytes);
 }
 
+int id_of(const WdObject& object) {
+  return static_cast<int>(&object - wd_object) + 1;
+}
+
+// Where the object's kind keeps the pixels under it; null when the record holds them, as it does
+// for every icon.
+std::vector<std::uint8_t>* kept_by_kind(const WdObject& object) {
+  const WdKind* kind = is_icon(object) ? nullptr : kind_of(object);
+  if (kind == nullptr || kind->covered == nullptr) return nullptr;
+  return &kind->covered(id_of(object));
+}
+
 std::span<std::uint8_t> background_of(const WdObject& object) {
-  return {object.background, background_bytes(object)};
+  return {covered_pixels(object), background_bytes(object)};
 }
 
 void fill_in_sizes(WdObject& object) {
@@ -45,12 +57,24 @@ void fill_in_sizes(WdObject& object) {
   if (object.background_rows < 0) object.background_rows = object.height;
 }
 
-bool obtain_background(WdObject& object) {
+bool obtain_block(WdObject& object) {
   if (object.background == nullptr) {
     object.background =
         static_cast<std::uint8_t*>(balloc(static_cast<int>(background_bytes(object))));
   }
   return object.background != nullptr;
+}
+
+bool resize_kept(std::vector<std::uint8_t>& kept, std::size_t bytes) try {
+  if (kept.size() != bytes) kept = std::vector<std::uint8_t>(bytes);
+  return true;
+} catch (const std::bad_alloc&) {
+  return false;
+}
+
+bool obtain_background(WdObject& object) {
+  std::vector<std::uint8_t>* kept = kept_by_kind(object);
+  return kept == nullptr ? obtain_block(object) : resize_kept(*kept, background_bytes(object));
 }
 
 void save_canvas(WdObject& object) {
@@ -124,15 +148,23 @@ int remove_background(int id) {
     return 1;
   }
   WdObject& object = wd(id);
-  if (object.background == nullptr) return 0;
+  if (covered_pixels(object) == nullptr) return 0;
   if (object.painted) restore_canvas(object);
   if (!has(object.flags, WdFlags::off_screen)) release_background(object);
   return 0;
 }
 
+std::uint8_t* covered_pixels(const WdObject& object) {
+  std::vector<std::uint8_t>* kept = kept_by_kind(object);
+  if (kept == nullptr) return object.background;
+  return kept->empty() ? nullptr : kept->data();
+}
+
 void release_background(WdObject& object) {
   b_free(object.background);
   object.background = nullptr;
+  const WdKind* kind = kind_of(object);
+  if (kind != nullptr && kind->covered != nullptr) kind->covered(id_of(object)) = {};
 }
 
 int change_background(int id) {
@@ -140,8 +172,14 @@ int change_background(int id) {
   sized.background = nullptr;
   sized.background_row_bytes = sized.background_line_bytes = sized.background_rows = -1;
   fill_in_sizes(sized);
-  if (!obtain_background(sized)) return 1;
-  release_background(wd(id));
+  std::vector<std::uint8_t>* kept = kept_by_kind(wd(id));
+  if (kept == nullptr) {
+    if (!obtain_block(sized)) return 1;
+    release_background(wd(id));
+  } else {
+    if (!resize_kept(*kept, background_bytes(sized))) return 1;
+    b_free(wd(id).background);  // of the icon that the object has been
+  }
   wd(id) = sized;
   return 0;
 }
@@ -163,7 +201,7 @@ int fg_to_fgbuf(int id) try {
 
 void movingPicture(int x, int y, int mode, int id) {
   WdObject& object = wd(id);
-  if (object.background == nullptr) return;
+  if (covered_pixels(object) == nullptr) return;
   if (mode == 2) {
     if (object.painted) restore_canvas(object);
     return;

@@ -37,6 +37,10 @@ int make_background(WdObject& object, bool sizes_only);
 /// illegal_pointer(8) for an id below 1.
 int remove_background(int id);
 
+/// The pixels that a painted object covers: its background, or what its kind keeps instead of
+/// one. Null when none are held.
+[[nodiscard]] std::uint8_t* covered_pixels(const WdObject& object);
+
 /// Gives the buffer back to the pool, whatever the state.
 void release_background(WdObject& object);
 

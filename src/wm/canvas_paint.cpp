@@ -48,7 +48,7 @@ Marks objects_to_lift(const Rect& rect) {
       const WdObject& object = wd(id);
       // What is not painted has been lifted by a scope around this one.
       const bool liftable = object.painted && (is_eligible(object) || is_lifted(object));
-      if (mark || !liftable || object.background == nullptr) continue;
+      if (mark || !liftable || covered_pixels(object) == nullptr) continue;
       mark = meet(object, rect) || covers_a_marked_one(id, marked);
       grown = grown || mark;
     }
@@ -70,6 +70,11 @@ int topmost(const Marks& marked) {
     if (!covered) return id;
   }
   return 0;
+}
+
+bool shows_figures(int id) {
+  const WdKind* kind = is_icon(wd(id)) ? nullptr : kind_of(wd(id));
+  return kind != nullptr && kind->shows_figures != nullptr && kind->shows_figures(id);
 }
 
 PlaneLayout layout_of(const WdObject& object) {
@@ -97,6 +102,10 @@ CanvasPaint::~CanvasPaint() {
   for (auto lifted = lifted_.rbegin(); lifted != lifted_.rend(); ++lifted) {
     WdObject& object = wd(lifted->id);
     make_background(object, false);
+    if (shows_figures(lifted->id)) {
+      refresh_one_wd_object(lifted->id);
+      continue;
+    }
     draw_buf2c(object.x, object.y, object.width, object.height, layout_of(object), lifted->picture);
   }
 }

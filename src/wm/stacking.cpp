@@ -79,17 +79,18 @@ bool cannot_be_ordered(int id) {
   return false;
 }
 
-std::uint8_t* background_at(const WdObject& object, int x, int y, int plane, int* bit) {
-  *bit = x - object.x;
-  return object.background + (y - object.y) * object.background_line_bytes +
+// A plane row of the pixels under an object.
+std::uint8_t* row_of(const WdObject& object, std::uint8_t* covered, int y, int plane) {
+  return covered + (y - object.y) * object.background_line_bytes +
          plane * object.background_row_bytes;
 }
 
 // What lies under the target in `rect` becomes what lies under the owner there, and what the
 // canvas shows becomes what lies under the target.
-void copy_part_of_bg(WdObject& owner, WdObject& target, const Rect& rect) {
-  // An object without a background repaints its surroundings itself.
-  if (owner.background == nullptr || target.background == nullptr) return;
+void copy_part_of_bg(const WdObject& owner, const WdObject& target, const Rect& rect) {
+  std::uint8_t* under_owner = covered_pixels(owner);
+  std::uint8_t* under_target = covered_pixels(target);
+  if (under_owner == nullptr || under_target == nullptr) return;
   std::vector<std::uint8_t> shown(
       static_cast<std::size_t>(plane_row_bytes(rect.width()) * gplanes));
   const PlaneLayout row_layout = {gplanes, plane_row_bytes(rect.width()),
@@ -97,12 +98,10 @@ void copy_part_of_bg(WdObject& owner, WdObject& target, const Rect& rect) {
   for (int y = rect.y1; y < rect.y2; ++y) {
     save_buf2c(rect.x1, y, rect.width(), 1, row_layout, shown);
     for (int plane = 0; plane < gplanes; ++plane) {
-      int owner_bit = 0;
-      int target_bit = 0;
-      std::uint8_t* to = background_at(owner, rect.x1, y, plane, &owner_bit);
-      std::uint8_t* from = background_at(target, rect.x1, y, plane, &target_bit);
-      bitcpy(to, from, owner_bit, target_bit, rect.width());
-      bitcpy(from, shown.data() + plane * row_layout.plane_stride, target_bit, 0, rect.width());
+      std::uint8_t* from = row_of(target, under_target, y, plane);
+      const int from_bit = rect.x1 - target.x;
+      bitcpy(row_of(owner, under_owner, y, plane), from, rect.x1 - owner.x, from_bit, rect.width());
+      bitcpy(from, shown.data() + plane * row_layout.plane_stride, from_bit, 0, rect.width());
     }
   }
 }

@@ -57,7 +57,7 @@ int dispatch(int id, KindFunction WdKind::*which, KindFunction for_icon, int ref
   if (!is_wd_id(id)) return refused;
   const KeptDrawingState kept;
   if (is_icon(wd(id))) return for_icon(id);
-  const WdKind* kind = find_kind(wd(id).kind);
+  const WdKind* kind = kind_of(wd(id));
   return kind != nullptr && kind->*which != nullptr ? (kind->*which)(id) : refused;
 }
 
@@ -111,6 +111,10 @@ void register_wd_kind(std::uint32_t kind, const WdKind& functions) {
   if (slot != kinds.end()) *slot = {kind, functions};
 }
 
+const WdKind* kind_of(const WdObject& object) {
+  return find_kind(object.kind & ~kind_icon_bit);
+}
+
 void fill_jmptable_b(int slot, WdAction action) {
   if (slot >= 0 && slot <= default_action_slot) wd_actions[slot] = action;
 }
@@ -147,7 +151,7 @@ int serve_wd_objects(int index) {
 }
 
 const char* icon_text_of(int id) {
-  const WdKind* kind = find_kind(wd(id).kind & ~kind_icon_bit);
+  const WdKind* kind = kind_of(wd(id));
   return kind != nullptr && kind->icon_text != nullptr ? kind->icon_text(id) : nullptr;
 }
 
@@ -162,7 +166,7 @@ void free_one_wd_object(int id) {
   object.flags = object.flags | WdFlags::off_screen;
   remove_background(id);
   release_background(object);
-  const WdKind* kind = find_kind(object.kind & ~kind_icon_bit);
+  const WdKind* kind = kind_of(object);
   if (kind != nullptr && kind->free_memory != nullptr) kind->free_memory(id);
   object = {};
   forget_served_object(id);

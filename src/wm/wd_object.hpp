@@ -15,6 +15,7 @@
 
 #include <array>
 #include <cstdint>
+#include <vector>
 
 #include "base/enum_flags.hpp"
 #include "base/rect.hpp"
@@ -56,6 +57,9 @@ inline constexpr bool is_flag_enum<WdFlags> = true;
 /// A set of objects: bit k - 1 of the 128 stands for id k.
 using OverSet = std::array<std::uint32_t, 4>;
 
+/// Draws the inside of an input window, or acts on a press there (dialogs/input_window.hpp).
+using InputDraw = void (*)(int id, int mode);
+
 /// A record of the table. Positions and sizes are pixels.
 struct WdObject {
   std::uint32_t kind = kind_free;
@@ -79,8 +83,12 @@ struct WdObject {
   // Texts: ranges of the scroll bars; -1: to be worked out when first drawn.
   int column_range = -1, line_range = -1;
   std::intptr_t kind_word = 0;  // an input window's value, the figure of a property menu
-  OverSet over = {};            // the objects that lie above this one and overlap it
-  Rect normal_place;            // an icon's rectangle before it was shrunk
+  // Input windows.
+  InputDraw input_draw = nullptr;
+  bool inside_drawn = false;              // it has been served since it was put
+  int plain_width = 0, plain_height = 0;  // figures show in what the window has grown by beyond
+  OverSet over = {};                      // the objects that lie above this one and overlap it
+  Rect normal_place;                      // an icon's rectangle before it was shrunk
 };
 
 /// The callback of an object gets (id - 1, line flags, menu items, menu lines). A result of exactly
@@ -95,16 +103,26 @@ extern WdAction wd_actions[wd_object_count + 1];  // by id - 1; the last one ser
 /// repaints it in place; a positive result is a failure. serve handles the press that is going on
 /// and returns a command (engine.hpp). free_memory releases what the record owns beyond its
 /// background. icon_text names the object while it is an icon (at most 12 characters are shown).
+///
+/// A kind with `covered` keeps the pixels under its objects there, and the background in their
+/// records is null. An object that `shows_figures` now is repainted after something has been
+/// painted beneath it; all others are put back as they looked.
 struct WdKind {
   int (*put)(int id) = nullptr;
   int (*serve)(int id) = nullptr;
   int (*refresh)(int id) = nullptr;
   void (*free_memory)(int id) = nullptr;
   const char* (*icon_text)(int id) = nullptr;
+  std::vector<std::uint8_t>& (*covered)(int id) = nullptr;
+  bool (*shows_figures)(int id) = nullptr;
 };
 
 /// Makes a kind (1 .. 10, or any other value without the icon bit) known; at most 16 kinds.
 void register_wd_kind(std::uint32_t kind, const WdKind& functions);
+
+/// What the kind of an object does, also while the object is an icon; null for one that nobody
+/// registered.
+[[nodiscard]] const WdKind* kind_of(const WdObject& object);
 
 /// Stores an action callback; slots outside 0 .. 128 are refused.
 void fill_jmptable_b(int slot, WdAction action);

@@ -21,7 +21,9 @@ namespace {
 
 using Type = InputEvent::Type;
 
-constexpr std::uint32_t test_kind = 5;
+// The second one keeps the pixels under its objects itself; some of them are repainted, not put
+// back, after something has been painted beneath them.
+constexpr std::uint32_t test_kind = 5, keeping_kind = 6;
 constexpr int objects = 9;  // ids 1 .. 9; id 1 is the message window
 
 // A press drops the presses that wait, so gestures arrive one by one.
@@ -75,6 +77,11 @@ int put(int id) {
 int refresh(int id) {
   paint(id);
   return -2;
+}
+
+std::vector<std::uint8_t>& kept_pixels(int id) {
+  static std::vector<std::uint8_t> pixels[objects + 1];
+  return pixels[id];
 }
 
 // An error in the middle of a serve waits until the object is down.
@@ -151,6 +158,11 @@ class StackingTest : public ScreenTest {
     EXPECT_TRUE(allocate_staging());
     init_win(0, 15);
     register_wd_kind(test_kind, {.put = put, .serve = serve, .refresh = refresh});
+    register_wd_kind(keeping_kind, {.put = put,
+                                    .serve = serve,
+                                    .refresh = refresh,
+                                    .covered = kept_pixels,
+                                    .shows_figures = [](int id) { return id % 4 == 0; }});
     set_display_backend(&player);
     set_engine_hooks({.object_put_down = [] {
       if (error_waits) show_message();
@@ -190,7 +202,8 @@ class StackingTest : public ScreenTest {
     if (any(0, 1) == 0) flags = flags | WdFlags::snap;
     if (any(0, 1) == 0) flags = flags | WdFlags::outline_move;
     if (id == 7) flags = flags | WdFlags::permanent;
-    start_wd_object(id, test_kind, {x, y, x + any(20, 260), y + any(20, 190)}, flags);
+    const std::uint32_t kind = id % 2 == 0 ? keeping_kind : test_kind;
+    start_wd_object(id, kind, {x, y, x + any(20, 260), y + any(20, 190)}, flags);
     ++model.version[id];
     EXPECT_EQ(put_wd_objects(id, id), 0);
     model.put_on_top(id);
