@@ -1,6 +1,7 @@
 #include "dialogs/install.hpp"
 
 #include "dialogs/file_window.hpp"
+#include "dialogs/input_window.hpp"
 #include "dialogs/label.hpp"
 #include "dialogs/menu_structure.hpp"
 #include "dialogs/messages.hpp"
@@ -48,12 +49,23 @@ constexpr WdKind labels = {
     .icon_text = [](int id) -> const char* { return wd(id).name; },
 };
 
+constexpr WdKind input_windows = {
+    .put = redraw_input_window,
+    .serve = [](int id) { return input_window(id, mode_serve); },
+    .refresh = redraw_input_window,
+    .free_memory = end_input_window,
+    .icon_text = [](int id) -> const char* { return wd(id).name; },
+    .covered = covered_by_input_window,
+    .shows_figures = input_window_shows_figures,
+};
+
 }  // namespace
 
 void install_dialogs() {
   register_wd_kind(kind_popup_menu, popup_menus);
   register_wd_kind(kind_file_window, text_windows);
   register_wd_kind(kind_label, labels);
+  register_wd_kind(kind_input_window, input_windows);
   set_error_reporters(message_reporters());
   set_engine_hooks(
       {.create_message_window = create_message_window, .object_put_down = show_waiting_message});

@@ -97,7 +97,7 @@ class ServeLoop {
       case WindowPart::scroll_bar:
         grip_ = Grip::scroll_bar;
         on_vertical_bar_ = X - object.x < bar_width;
-        return serving_goes_on;
+        return window_.scroll_bar_press();
       case WindowPart::inside:
         break;
     }
@@ -179,6 +179,7 @@ class ServeLoop {
   }
 
   Edge step_edges(Edge step) {
+    window_.before_resizing();
     const Edge moved = update_backgrnd(window_.id(), step);
     window_.resized(moved);
     return moved;

@@ -1,4 +1,4 @@
-// The loop that serves a framed window: menus and text windows share it.
+// The loop that serves a framed window: menus, text windows and input windows share it.
 //
 // It runs while the window is lifted, from the press that lifted it until a press asks for
 // something that the engine does. Presses on the frame are handled here: scrolling, resizing (an
@@ -10,7 +10,7 @@
 
 namespace torve {
 
-/// What a window's text area answers to a press or motion: a command of the engine, or this.
+/// What a window answers to a press or motion: a command of the engine, or this.
 inline constexpr int serving_goes_on = 1000;
 
 /// A window as the loop sees it.
@@ -33,8 +33,12 @@ class ServedWindow {
   virtual void draw_scrolled() = 0;
   /// Whether the text moves while a scroll bar is still held, and not at its release only.
   [[nodiscard]] virtual bool scrolls_at_once() const = 0;
-  /// The edges that a resizing step has moved; lay_out and draw follow.
+  /// Around a resizing step, with the edges that it has moved. It takes the window's picture off
+  /// the canvas if it moves any; lay_out and draw follow.
+  virtual void before_resizing() {}
   virtual void resized(Edge) {}
+  /// A press on a scroll bar, which has scrolled already.
+  virtual int scroll_bar_press() { return serving_goes_on; }
   /// A press, motion or release of a press that began in the text area.
   virtual int text_area_event(PointerAction) { return serving_goes_on; }
 
