@@ -38,7 +38,7 @@ struct DisplayBackend {
 /// The table in force; null without a window.
 [[nodiscard]] const DisplayBackend* display_backend();
 
-/// `backend` (null for none) must stay alive until it is replaced.
-void set_display_backend(const DisplayBackend* backend);
+/// `replacement` (null for none) must stay alive until it is replaced.
+void set_display_backend(const DisplayBackend* replacement);
 
 }  // namespace torve

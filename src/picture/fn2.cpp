@@ -37,7 +37,7 @@ int little_endian_16(const std::uint8_t* bytes) {
 bool read_header(std::FILE* file, Fn2Header& header) {
   std::array<std::uint8_t, header_bytes> bytes;
   if (std::fread(bytes.data(), 1, bytes.size(), file) != bytes.size()) return false;
-  header.stride = little_endian_16(&bytes[0]);
+  header.stride = little_endian_16(bytes.data());
   header.planes = bytes[2] == 0 ? default_planes : bytes[2];
   header.height = little_endian_16(&bytes[4]);
   header.width = little_endian_16(&bytes[6]);

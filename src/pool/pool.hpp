@@ -41,7 +41,7 @@ void set_pool_reporters(const PoolReporters& reporters);
 
 /// The system allocator, std::malloc at start; tests put one in that fails.
 using PoolAllocator = void* (*)(std::size_t size);
-void set_pool_allocator(PoolAllocator allocate);
+void set_pool_allocator(PoolAllocator replacement);
 
 /// Fills the registry anew: num1 free blocks of size1 bytes, num2 of size2, the other slots empty
 /// and free; says "allocating num1 in initPool\n" or "... num2 ..." for each block. Blocks that

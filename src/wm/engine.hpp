@@ -38,7 +38,7 @@ struct EngineHooks {
   void (*create_message_window)() = nullptr;
   void (*object_put_down)() = nullptr;
 };
-void set_engine_hooks(const EngineHooks& hooks);
+void set_engine_hooks(const EngineHooks& replacement);
 
 /// Prepares for the first round and puts the objects 2 .. last on the canvas. Returns 0, or 1
 /// after "fail\n" when one of them cannot be put.

@@ -84,7 +84,7 @@ void build_binary16(float value, std::span<std::uint8_t, 2> out) {
     bits = static_cast<std::uint64_t>(magnitude * 0x1p24);
   } else {
     const Parts parts = split(magnitude, 15);
-    const auto mantissa = static_cast<std::uint64_t>(parts.fraction * 0x1p11 + 0.5);
+    const auto mantissa = static_cast<std::uint64_t>(std::floor(parts.fraction * 0x1p11 + 0.5));
     bits = (static_cast<std::uint64_t>(parts.biased - 1) << 10) + mantissa - (1 << 10);
   }
   out[0] = low_byte(bits);

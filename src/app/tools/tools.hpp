@@ -15,11 +15,11 @@ int write_au_ope(int buttons, int x, int y);   // AU conversions
 int analysis_ope(int buttons, int x, int y);   // correlations
 int analysis2_ope(int buttons, int x, int y);  // spectrum and filters
 
-int audio_menu_actions(int index, int* line_flags, MenuItem* fields, char** lines);
-int printeps_menu_actions(int index, int* line_flags, MenuItem* fields, char** lines);
-int read_au_menu_actions(int index, int* line_flags, MenuItem* fields, char** lines);
-int write_au_menu_actions(int index, int* line_flags, MenuItem* fields, char** lines);
-int analysis_menu_actions(int index, int* line_flags, MenuItem* fields, char** lines);
-int analysis2_menu_actions(int index, int* line_flags, MenuItem* fields, char** lines);
+int audio_menu_actions(int index, int* line_flags, MenuItem* items, char** lines);
+int printeps_menu_actions(int index, int* line_flags, MenuItem* items, char** lines);
+int read_au_menu_actions(int index, int* line_flags, MenuItem* items, char** lines);
+int write_au_menu_actions(int index, int* line_flags, MenuItem* items, char** lines);
+int analysis_menu_actions(int index, int* line_flags, MenuItem* items, char** lines);
+int analysis2_menu_actions(int index, int* line_flags, MenuItem* items, char** lines);
 
 }  // namespace torve
