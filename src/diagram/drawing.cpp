@@ -168,7 +168,13 @@ int pick_up_cvobj() {
 int refresh_cvobj(int xmin, int ymin, int xmax, int ymax) {
   const KeptClip clip;
   KeptClip::set({xmin, ymin, xmax, ymax});
-  lay_figures();
+  for (Vobj* figure = firstvobj; figure != nullptr; figure = figure->next) {
+    if (!is_on_canvas(*figure)) continue;
+    // What is drawn over here, a window's inside, is not what the figure covers on the canvas.
+    const std::vector<std::uint32_t> covered = figure->saved;
+    draw_vobj(VectorMode::clipped, figure, figure_draw);
+    figure->saved = covered;
+  }
   return 0;
 }
 

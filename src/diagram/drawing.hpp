@@ -28,7 +28,8 @@ void draw_vobj(VectorMode mode, Vobj* figure, int flags);
 int pick_up_cvobj();
 
 /// Draws every figure, first to last, inside a rectangle (corners minimum inclusive, maximum
-/// exclusive, pixels). Returns 0.
+/// exclusive, pixels), over something that lies above the canvas: what the figures cover there
+/// stays what it was. Returns 0.
 int refresh_cvobj(int xmin, int ymin, int xmax, int ymax);
 
 /// All figures off the canvas, last to first, and on it again, first to last: what of them lies in

@@ -14,6 +14,7 @@
 #include "diagram/figure_points.hpp"
 #include "diagram/history.hpp"
 #include "diagram/labels.hpp"
+#include "dialogs/input_window.hpp"
 #include "dialogs/install.hpp"
 #include "dialogs/messages.hpp"
 #include "pool/pool.hpp"
@@ -269,7 +270,8 @@ TEST_F(DiagramUsers, TakeLabelsAlong) {
   struct {
     int (*tool)();
     int head_dx, head_dy;  // how far the label goes when the head is moved by (10, 20)
-  } const cases[] = {{node_ope, 10, 20}, {vbox_ope, 0, 20}, {vline_ope, 5, 10}, {arrow_ope, 10, 20}};
+  } const cases[] = {
+      {node_ope, 10, 20}, {vbox_ope, 0, 20}, {vline_ope, 5, 10}, {arrow_ope, 10, 20}};
   for (const auto& [tool, head_dx, head_dy] : cases) {
     tool(), vect_ed(1, 300, 250), vect_ed(1, 200, 400);
     Vobj* figure = cvobj;
@@ -294,6 +296,18 @@ TEST_F(DiagramUsers, TakeLabelsAlong) {
     EXPECT_EQ(figure->label, nullptr);
     close_everything();
   }
+}
+
+TEST_F(DiagramUsers, SeeFiguresInAWidenedWindow) {
+  clearwin(0, 0, 680, 599, 7);
+  base_ = all_pixels();
+  vbox_ope(), vect_ed(1, 250, 210), vect_ed(1, 290, 240), exit_ope();
+  make_input_window(6, 103, 200, 160, 68, 15, 1, 0, 0, "w", 0, -1, -1, nullptr);
+  ASSERT_EQ(put_wd_objects(6, 6), 0);
+  drag(262, 245, 310, 245), play();
+  EXPECT_EQ(getpixel2c(290, 225), 0U);
+  close_everything();
+  EXPECT_TRUE(all_pixels() == base_);
 }
 
 }  // namespace
