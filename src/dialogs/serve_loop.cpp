@@ -27,7 +27,7 @@ class PointerLimits {
   PointerLimits(const PointerLimits&) = delete;
   PointerLimits& operator=(const PointerLimits&) = delete;
 
-  static void narrow() {
+  void narrow() {
     setmouselim(0, 0, X__max - margin_while_resizing, Y__max - margin_while_resizing);
   }
   void restore() { std::apply(setmouselim, kept_); }
