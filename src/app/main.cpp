@@ -1,12 +1,14 @@
 // The workbench: fonts, pool and display, then the editor, then the way back.
 
 #include <cstdio>
+#include <new>
 
 #include "app/editor.hpp"
 #include "app/pool_failure.hpp"
 #include "app/shutdown.hpp"
 #include "app/signal/work_buffer.hpp"
 #include "base/console.hpp"
+#include "base/memory_reserve.hpp"
 #include "diagram/editor.hpp"
 #include "dialogs/install.hpp"
 #include "display/colours.hpp"
@@ -22,6 +24,7 @@ using namespace torve;
 
 constexpr int menu_font = 7;
 constexpr int status_font_missing = 1;
+constexpr int status_no_memory = 1;
 
 // Six-bit palette registers of the sixteen basic colours.
 constexpr int palette[] = {0, 9, 26, 54, 36, 13, 10, 7, 56, 59, 58, 6, 37, 61, 62, 63};
@@ -48,10 +51,7 @@ void close_window() {
   texit_ope(0, 0, 0);
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
-  set_up_console();
+int run(int argc, char** argv) {
   defaultfont = menu_font;
   install_pool_reporters();
   install_dialogs();
@@ -66,4 +66,19 @@ int main(int argc, char** argv) {
   if (allocate_work_buffer()) editor();
   if (release_everything() != 0) return report_font_problem("problems in freeing font\n");
   return 0;
+}
+
+int say_no_memory() {
+  std::fputs("no memory\n", stdout);
+  return status_no_memory;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) try {
+  set_up_console();
+  return hold_memory_reserve() ? run(argc, argv) : say_no_memory();
+} catch (const std::bad_alloc&) {
+  release_everything();
+  return say_no_memory();
 }

@@ -1,6 +1,12 @@
 #include "app/main_loop.hpp"
 
+#include <cstdio>
+#include <new>
+
 #include "app/palette.hpp"
+#include "base/errors.hpp"
+#include "base/memory_reserve.hpp"
+#include "diagram/diagram_file.hpp"
 #include "diagram/editor.hpp"
 #include "diagram/figure_menu.hpp"
 #include "display/input.hpp"
@@ -53,6 +59,31 @@ bool run_action() {
   return false;
 }
 
+// After a round in which memory ran out: says so. Whether there is still too little to go on.
+bool out_of_memory() {
+  if (!memory_reserve_is_spent()) return false;
+  no_memory();
+  present();
+  return !hold_memory_reserve();
+}
+
+// Whether the program ends because there is no memory.
+bool run_rounds(const JumpEntry* table) try {
+  while (!main_loop_round(table)) {
+    if (out_of_memory()) return true;
+  }
+  return false;
+} catch (const std::bad_alloc&) {
+  return true;
+}
+
+void leave_without_memory() try {
+  std::printf("memory has run out\n");
+  rescue_diagram();
+} catch (const std::bad_alloc&) {
+  std::printf("the diagram could not be saved\n");
+}
+
 }  // namespace
 
 int edi2_operations(int id) {
@@ -79,8 +110,7 @@ bool main_loop_round(const JumpEntry* table) {
 
 int do_edi1_engine(int first, const JumpEntry* table) {
   if (init_engine(first) != 0) return 1;
-  while (!main_loop_round(table)) {
-  }
+  if (run_rounds(table)) leave_without_memory();
   return 1;
 }
 

@@ -1,0 +1,40 @@
+#include "base/memory_reserve.hpp"
+
+#include <cstddef>
+#include <memory>
+#include <new>
+
+namespace torve {
+
+namespace {
+
+// More than everything that one press takes in small pieces. Pages that nobody writes to are not
+// resident.
+constexpr std::size_t reserve_bytes = std::size_t{8} << 20;
+
+std::unique_ptr<std::byte[]> reserve;
+
+bool spent = false;
+
+// Called by operator new, which then tries again.
+void give_back() {
+  if (!reserve) throw std::bad_alloc();
+  reserve.reset();
+  spent = true;
+}
+
+}  // namespace
+
+bool hold_memory_reserve() {
+  std::set_new_handler(nullptr);
+  if (!reserve) reserve.reset(new (std::nothrow) std::byte[reserve_bytes]);
+  std::set_new_handler(give_back);
+  spent = spent && !reserve;
+  return reserve != nullptr;
+}
+
+bool memory_reserve_is_spent() {
+  return spent;
+}
+
+}  // namespace torve
