@@ -2,12 +2,24 @@
 
 #include <csignal>
 #include <cstdio>
+#include <fcntl.h>
+#include <unistd.h>
 
 namespace torve {
 
 namespace {
+
 ScreenService screen_service = nullptr;
+
+// A stream that the program was started without must not be one of its files: the next one opened,
+// perhaps the connection to the window, would take its place and get what is printed.
+void open_closed_streams() {
+  for (int stream = STDIN_FILENO; stream <= STDERR_FILENO; ++stream) {
+    if (fcntl(stream, F_GETFD) < 0) static_cast<void>(open("/dev/null", O_RDWR));
+  }
 }
+
+}  // namespace
 
 void set_screen_service(ScreenService service) {
   screen_service = service;
@@ -24,9 +36,11 @@ int read_console_char() {
 }
 
 void set_up_console() {
+  open_closed_streams();
   std::setvbuf(stdout, nullptr, _IOLBF, 1 << 16);
   std::signal(SIGPIPE, SIG_IGN);
   std::signal(SIGTTIN, SIG_IGN);
+  std::signal(SIGXFSZ, SIG_IGN);
 }
 
 }  // namespace torve

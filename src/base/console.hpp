@@ -19,9 +19,10 @@ void serve_screen();
 /// end of input.
 [[nodiscard]] int read_console_char();
 
-/// What every program of ours does first: standard output line by line (readers behind a pipe see
-/// each line at once), SIGPIPE and SIGTTIN ignored (a closed pipe is a write error, a background
-/// read an end of input; neither stops the program).
+/// What every program of ours does first: standard streams that are closed lead to /dev/null,
+/// standard output goes line by line (readers behind a pipe see each line at once), SIGPIPE,
+/// SIGTTIN and SIGXFSZ are ignored (a closed pipe or a file beyond the size allowed is a write
+/// error, a background read an end of input; none of them stops the program).
 void set_up_console();
 
 }  // namespace torve
