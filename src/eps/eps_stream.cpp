@@ -1,7 +1,11 @@
 #include "eps/eps_stream.hpp"
 
+#include <cstdlib>
 #include <cstring>
+#include <optional>
 #include <utility>
+
+#include "base/output_file.hpp"
 
 namespace torve {
 
@@ -12,6 +16,18 @@ namespace {
 constexpr const char* default_template = "psexampl.dat";
 constexpr const char* end_of_setup = "%%End_Setup";
 constexpr int line_limit = 100;  // bytes a line of the template is read with
+
+// The drawing collects in memory, so that an older file lasts until the new one is complete.
+std::optional<OutputFile> output_file;
+char* collected = nullptr;
+std::size_t collected_bytes = 0;
+
+void forget_output() {
+  outstream.reset();
+  std::free(collected);
+  collected = nullptr;
+  output_file.reset();
+}
 
 bool copy_line(std::FILE* from, char (&line)[line_limit]) {
   return std::fgets(line, line_limit, from) != nullptr && std::fputs(line, outstream.get()) >= 0;
@@ -49,26 +65,31 @@ FilePtr open_template(const std::string& name) {
 FilePtr open_eps(const std::string& output, const std::string& template_name) {
   FilePtr template_file = open_template(template_name);
   if (!template_file) return nullptr;
-  outstream = open_file(output, "wb+");
-  if (!outstream) return nullptr;
-  if (!copy_head(template_file.get())) {
-    outstream.reset();
-    std::remove(output.c_str());
+  forget_output();
+  output_file.emplace(output);
+  if (*output_file) outstream.reset(open_memstream(&collected, &collected_bytes));
+  if (!outstream || !copy_head(template_file.get())) {
+    forget_output();
     return nullptr;
   }
   return template_file;
 }
 
 int close_eps(FilePtr template_file) {
-  if (!outstream) return 1;
+  if (!outstream || !output_file) return 1;
   char line[line_limit];
   if (template_file) {
     while (copy_line(template_file.get(), line)) {
     }
   }
-  const bool written = std::ferror(outstream.get()) == 0;
-  const bool closed = std::fclose(outstream.release()) == 0;
-  return written && closed ? 0 : 1;
+  bool written = std::ferror(outstream.get()) == 0;
+  written = std::fclose(outstream.release()) == 0 && written;
+  if (written) {
+    output_file->write({collected, collected_bytes});
+    written = output_file->finish();
+  }
+  forget_output();
+  return written ? 0 : 1;
 }
 
 void write_eps_segment(int x1, int y1, int x2, int y2, int area_height) {

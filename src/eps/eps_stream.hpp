@@ -17,12 +17,13 @@ namespace torve {
 extern FilePtr outstream;
 
 /// Opens the template (in the working directory, else in the data directory, else "psexampl.dat"
-/// there), creates the output and copies the head. Returns the template, positioned behind its head, or
-/// null when the template or the output cannot be opened or written; no output is left then. All
-/// of a template without an end of set-up is head.
+/// there), creates the output and copies the head. Returns the template, positioned behind its
+/// head, or null when the template or the output cannot be opened; no output is left then. All of a
+/// template without an end of set-up is head.
 [[nodiscard]] FilePtr open_eps(const std::string& output, const std::string& template_name);
 
-/// Copies the tail and closes both files. Returns 0, or 1 when something could not be written.
+/// Copies the tail and puts the file in its place; an older file of the name lasts until then.
+/// Returns 0, or 1 after "could not write NAME: REASON\n".
 int close_eps(FilePtr template_file);
 
 /// One segment between two screen positions, pixels; `area_height` is that of the drawing area
