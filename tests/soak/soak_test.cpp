@@ -1,0 +1,351 @@
+// A random user of the whole workbench in a real window: every tool, every menu, the diagram, good
+// and bad files. TORVE_SOAK_EVENTS and TORVE_SOAK_SEED choose how long and which one.
+//
+// After every thousandth event the window must show what the model says: the base, which tools
+// alone may change and the icon bar never, then the figures, then the windows.
+
+#include <cstdlib>
+#include <cstring>
+#include <fstream>
+#include <malloc.h>
+#include <numeric>
+#include <random>
+
+#include "app/editor.hpp"
+#include "app/jump_table.hpp"
+#include "app/pool_failure.hpp"
+#include "app/shutdown.hpp"
+#include "app/signal/work_buffer.hpp"
+#include "app/tools/tool_menu.hpp"
+#include "app/tools/tools.hpp"
+#include "base/console.hpp"
+#include "desktop/x_server.hpp"
+#include "diagram/editor.hpp"
+#include "dialogs/install.hpp"
+#include "display/graph.hpp"
+#include "display/x11_state.hpp"
+#include "pool/pool.hpp"
+#include "support/canvas_model.hpp"
+#include "support/hands.hpp"
+#include "text/fonts.hpp"
+#include "wm/engine.hpp"
+
+// Last, for their macros.
+#include <X11/XKBlib.h>
+#include <X11/Xlib.h>
+#include <X11/Xutil.h>
+#include <X11/extensions/XTest.h>
+#include <X11/keysym.h>
+
+namespace torve {
+namespace {
+
+constexpr long most_growth = 2048;  // kilobytes, after the first thousand events
+constexpr int bar_row = 540;        // plots end above it
+constexpr std::size_t base_of_bar = std::size_t{bar_row} * screen_width;
+
+std::mt19937 dice;
+long events = 0, events_wanted = 4000, next_check = 1000;
+long first_kilobytes = 0, first_allocated = 0;
+bool leaving = false;
+Pixels base;
+const DisplayBackend* x11 = nullptr;
+
+int below(int n) {
+  return static_cast<int>(dice() % static_cast<unsigned>(n));
+}
+
+bool one_in(int n) {
+  return below(n) == 0;
+}
+
+const char* any(std::initializer_list<const char*> texts) {
+  return texts.begin()[below(static_cast<int>(texts.size()))];
+}
+
+[[noreturn]] void fail(const std::string& what) {
+  std::fprintf(stderr, "event %ld: %s\n", events, what.c_str());
+  std::abort();
+}
+
+// --- the model ----------------------------------------------------------------------------------
+
+// A tool finds the base as the last one left it, and leaves the icon bar alone.
+template <WdAction action>
+int watched(int index, int* line_flags, MenuItem* items, char** lines) {
+  if (base_now() != base) fail("the base has changed by itself");
+  const int result = action(index, line_flags, items, lines);
+  const Pixels before = std::exchange(base, base_now());
+  if (!std::equal(base.begin() + base_of_bar, base.end(), before.begin() + base_of_bar))
+    fail("a tool has painted on the icon bar");
+  return result;
+}
+
+void watch_tools() {
+  const std::pair<WdAction, WdAction> tools[] = {
+      {write_au_menu_actions, watched<write_au_menu_actions>},
+      {audio_menu_actions, watched<audio_menu_actions>},
+      {printeps_menu_actions, watched<printeps_menu_actions>},
+      {read_au_menu_actions, watched<read_au_menu_actions>},
+      {analysis_menu_actions, watched<analysis_menu_actions>},
+      {analysis2_menu_actions, watched<analysis2_menu_actions>}};
+  for (const auto& [plain, with_watch] : tools) {
+    for (int id = write_menu_id; id <= spectrum_menu_id; ++id) {
+      if (wd_actions[id - 1] == plain) wd_actions[id - 1] = with_watch;
+    }
+  }
+}
+
+void check_canvas() {
+  const std::string fault = canvas_fault(base);
+  if (!fault.empty()) fail(fault + " differ");
+  const Pixels shown = all_pixels();
+  present();
+  XImage* image = XGetImage(display, win, 0, 0, screen_width, screen_height, AllPlanes, ZPixmap);
+  for (int i = 0; i < screen_width * screen_height; ++i) {
+    const unsigned long pixel = XGetPixel(image, i % screen_width, i / screen_width);
+    if ((pixel & 0xFFFFFF) != shown[static_cast<std::size_t>(i)]) fail("the window differs");
+  }
+  XDestroyImage(image);
+}
+
+long resident_kilobytes() {
+  long size = 0, resident = 0;
+  std::ifstream("/proc/self/statm") >> size >> resident;
+  return resident * 4;
+}
+
+void check() {
+  check_canvas();
+  const long kilobytes = resident_kilobytes();
+  if (first_kilobytes == 0) first_kilobytes = kilobytes;
+  const struct mallinfo2 heap = mallinfo2();  // all 0 under a sanitizer
+  // The pool keeps the largest blocks that it has lent, 35 at most.
+  const long pool = std::accumulate(std::begin(b_reg), std::end(b_reg), 0L,
+                                    [](long sum, const PoolSlot& slot) { return sum + slot.size; });
+  const long allocated = static_cast<long>(heap.uordblks + heap.hblkhd) / 1024;
+  std::fprintf(stderr, "%ld events, %ld KB resident, %ld KB allocated, %ld KB of it by the pool\n",
+               events, kilobytes, allocated, pool / 1024);
+  if (first_allocated == 0) first_allocated = allocated - pool / 1024;
+  if (allocated - pool / 1024 > first_allocated + most_growth) fail("memory is not returned");
+}
+
+// --- the user -----------------------------------------------------------------------------------
+
+void somebody_changes_files() {
+  const auto signal = [](const char* name, int samples) {
+    std::ofstream file(name);
+    for (int i = 0; i < samples; ++i)
+      file << i << ' ' << below(2000) - 1000 << ".5\n";
+  };
+  signal("bhld1.res", 1500), signal("bhld2.res", 1200),
+      signal("compar3.res", one_in(9) ? 10500 : 300);
+  if (one_in(2))
+    std::ofstream(any({"bhld1.res", "mid.res", "figure.vob"})) << "torve\1\xFF no such\n";
+  if (one_in(2)) std::remove(any({"bhld2.res", "figure.vob", "compar3.res", "checknew.res"}));
+  std::ofstream("messages.txt") << (one_in(2) ? "short" : std::string(3000, 'w'));
+  if (one_in(2)) std::remove("messages.txt");
+}
+
+class User : public Hands {
+ public:
+  static void act() {
+    const int figures = count_figures();
+    if (figures > 25 || (figures > 0 && one_in(8))) return cut_a_figure();
+    switch (below(12)) {
+      case 0:
+        return click(23 + 45 * (1 + below(6)), 575);
+      case 1:
+        return click(below(680), below(600), 2 + below(2));
+      case 2:
+        return drag(below(690), below(560), below(690), below(600), 1 + below(3));
+      case 3:
+        return grab_something(one_in(2) ? 3 : 1);
+      case 4:
+        return one_in(5) ? somebody_changes_files() : press_a_key();
+      case 5:
+        return is_eligible(wd(2)) ? run_line(wd(2), below(12)) : click(below(680), 560, 3);
+      default:
+        return use_a_window();
+    }
+  }
+
+ private:
+  static int count_figures() {
+    int n = 0;
+    for (const Vobj* figure = firstvobj; figure != nullptr; figure = figure->next)
+      ++n;
+    return n;
+  }
+  static void press_a_key() {
+    constexpr unsigned long keys[] = {XK_Escape, XK_Delete, XK_Left, XK_F1, XK_Shift_L, XK_Home};
+    add({.type = Type::key, .keysym = keys[below(6)]});
+    type(any({"y", "n", "\r", "\b\b", "\x01", "%s%n"}));
+  }
+  static void grab_something(int button) {
+    const Vobj* figure = firstvobj;
+    for (int i = below(20); i > 0 && figure != nullptr && figure->next != nullptr; --i)
+      figure = figure->next;
+    if (figure == nullptr) return;
+    const int x[] = {figure->x1, figure->x2, (figure->x1 + figure->x2) / 2}, part = below(3);
+    const int y[] = {figure->y1, figure->y2, (figure->y1 + figure->y2) / 2};
+    if (button == 3) return click(x[part], y[part], 3);
+    drag(x[part], y[part], below(680), below(599));
+  }
+  static void cut_a_figure() {
+    if (!is_eligible(wd(2))) return click(below(680), 5 + below(590), 3);
+    run_line(wd(2), 0);
+    grab_something(1);
+    add({.type = Type::key, .keysym = XK_Delete});
+  }
+  static int row(const WdObject& menu, int line) { return menu.y + 16 + 11 * line + 5; }
+  static void run_line(const WdObject& menu, int line) {
+    click(menu.x + 30, row(menu, line)), click(menu.x + 30, row(menu, line));
+  }
+  static void edit_a_field(const WdObject& menu) {
+    const MenuItem& item = menu.menu_items[below(menu.item_count)];
+    click(menu.x + 16 + item.x + below(10), row(menu, item.y / 11), 1 + below(2) * 2);
+    std::string keys(static_cast<std::size_t>(below(3) * 6), '\b');
+    keys += any({"7", "-", "1e999", "inf", "nan", "%s%n%s", "all", "0", "3", "-99999999999", "x.au",
+                 "bhld1.res", "compar3.res", "spectr3.spe", "no.vob", "><\x02\x1b[",
+                 "wwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwwww", "uniform", "POISSON 2"});
+    type(keys + (one_in(8) ? "" : "\r"));
+  }
+  static void use_a_window() {
+    std::vector<int> ids;
+    for (int id = 1; id <= wd_object_count; ++id) {
+      if (is_eligible(wd(id))) ids.push_back(id);
+    }
+    if (ids.empty()) return;
+    const WdObject& window = wd(ids[static_cast<std::size_t>(below(static_cast<int>(ids.size())))]);
+    const int right = window.x + window.width, lower = window.y + window.height;
+    switch (below(12)) {
+      case 0:  // runs or moves
+        return drag(window.x + 4, window.y + 4, below(800), below(600), 1 + below(3));
+      case 1:
+        return click(right - 4, window.y + 4, one_in(2) ? 3 : 1);  // closes
+      case 2:
+        return drag(right - 1, window.y + 20 + below(30), below(800), below(600));
+      case 3:
+        return drag(window.x + 40 + below(99), lower - 1, below(800), below(600));
+      case 4:
+        return drag(window.x + 12 + below(60), window.y + 4, below(800), below(600));
+      case 5:
+        return drag(window.x + 4, window.y + 12 + below(30), below(800), below(600));
+      case 6:
+      case 7:
+      case 8:
+        if (window.item_count > 0) return edit_a_field(window);
+        [[fallthrough]];
+      default:
+        return run_line(window, below(std::max(1, window.visible_lines)));
+    }
+  }
+};
+
+// --- the display --------------------------------------------------------------------------------
+
+void inject_key(const InputEvent& event) {
+  const char character = event.characters[0];
+  KeySym symbol = event.character_count == 0 ? event.keysym : static_cast<KeySym>(character);
+  KeySym modifier = NoSymbol;
+  if (character == '\r') symbol = XK_Return;
+  if (character == '\b') symbol = XK_BackSpace;
+  if (symbol < ' ') symbol += 'a' - 1, modifier = XK_Control_L;
+  const KeyCode code = XKeysymToKeycode(display, symbol);
+  if (XkbKeycodeToKeysym(display, code, 0, 0) != symbol) modifier = XK_Shift_L;
+  for (const int down : {True, False}) {
+    if (modifier != NoSymbol && down == True)
+      XTestFakeKeyEvent(display, XKeysymToKeycode(display, modifier), True, CurrentTime);
+    XTestFakeKeyEvent(display, code, down, CurrentTime);
+    if (modifier != NoSymbol && down == False)
+      XTestFakeKeyEvent(display, XKeysymToKeycode(display, modifier), False, CurrentTime);
+  }
+}
+
+void inject(const InputEvent& event) {
+  if (event.type == Type::key) {
+    inject_key(event);
+  } else {
+    int x = 0, y = 0;
+    Window child = 0;
+    XTranslateCoordinates(display, win, DefaultRootWindow(display), event.x, event.y, &x, &y,
+                          &child);
+    XTestFakeMotionEvent(display, -1, x, y, CurrentTime);
+    if (event.type != Type::motion)
+      XTestFakeButtonEvent(display, static_cast<unsigned>(event.button), event.type == Type::press,
+                           CurrentTime);
+  }
+  XSync(display, False);
+}
+
+int leave(int, int, int) {
+  return leaving ? 1 : 0;
+}
+
+void wait_for_user(InputEvent& event) {
+  if (base.empty()) base = base_now();
+  c_table[0].handler = leave;
+  watch_tools();
+  while (!x11->event_pending()) {
+    const bool at_rest = user_events.empty() && popwindow == 0 && cur_button == 0;
+    if (at_rest && events >= next_check) check(), next_check += 1000;
+    if (at_rest && events >= events_wanted && !leaving) {
+      leaving = true;
+      exit_ope(), free_wd_objects_gt1_u(), hide_errormsg();
+    }
+    if (leaving) Hands::type(" "), Hands::click(20, 575);
+    if (user_events.empty()) User::act();
+    if (user_events.empty()) continue;
+    inject(user_events.front());
+    user_events.pop_front();
+  }
+  x11->wait_event(event);
+  ++events;
+}
+
+bool start() {
+  set_up_console();
+  defaultfont = 7;
+  install_pool_reporters(), install_dialogs(), install_diagram();
+  if (init_font(7) + init_font2(label_font) != 0 || initPool(0, 0, 0, 0) != 0) return false;
+  initgraph(0, nullptr);
+  x11 = display_backend();
+  set_screen_service(serve_expose_events);
+  set_start_state();
+  xcolor2 = xcolor;
+  set_xcolor2();
+  return allocate_work_buffer();
+}
+
+int soak() {
+  if (!start()) return 1;
+  DisplayBackend user_backend = *x11;
+  user_backend.wait_event = wait_for_user;
+  set_display_backend(&user_backend);
+  editor();
+  set_display_backend(x11);
+  const long grown = resident_kilobytes() - first_kilobytes;
+  const int failed = release_everything();
+  std::fprintf(stderr, "%ld events, %d blocks not returned, grown by %ld KB\n", events, b_counter,
+               grown);
+  return failed != 0 || events < events_wanted ? 1 : 0;
+}
+
+}  // namespace
+}  // namespace torve
+
+int main() {
+  using namespace torve;
+  if (const char* wanted = std::getenv("TORVE_SOAK_EVENTS")) events_wanted = std::atol(wanted);
+  const char* seed = std::getenv("TORVE_SOAK_SEED");
+  dice.seed(seed != nullptr ? static_cast<unsigned>(std::atol(seed)) : 1);
+  const desktop::XServer server;
+  setenv("DISPLAY", server.name().c_str(), 1);
+  const TemporaryDirectory directory;
+  if (std::freopen("/dev/null", "r", stdin) == nullptr ||
+      std::freopen("output", "w", stdout) == nullptr)
+    return 1;
+  somebody_changes_files();
+  return soak();
+}
