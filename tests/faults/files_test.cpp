@@ -1,0 +1,178 @@
+// What a full disk, a directory that nobody may write to and a signal do to files that hold good
+// data: nothing.
+
+#include <csignal>
+#include <filesystem>
+#include <functional>
+#include <iterator>
+#include <random>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <thread>
+
+#include "app/signal/au_file.hpp"
+#include "app/signal/band_filter.hpp"
+#include "app/signal/correlation.hpp"
+#include "app/signal/matching.hpp"
+#include "app/signal/spectrum.hpp"
+#include "app/signal/work_buffer.hpp"
+#include "base/console.hpp"
+#include "diagram/diagram_file.hpp"
+#include "diagram/diagram_text.hpp"
+#include "eps/eps_stream.hpp"
+#include "gif/gif_writer.hpp"
+#include "support/screen.hpp"
+
+namespace torve {
+namespace {
+
+std::string contents(const std::string& name) {
+  std::ifstream file(name, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+void write_signal(const std::string& name, int samples) {
+  std::string text;
+  for (int i = 0; i < samples; ++i)
+    text += std::to_string(i) + " " + std::to_string((i * 7919) % 2003 - 1000) + "\n";
+  write_file(name, text);
+}
+
+int print_something(const char* name) {
+  FilePtr form = open_eps(name, "psexampl.dat");
+  if (!form) return 1;
+  for (int i = 0; i < 2000; ++i)
+    write_eps_segment(i, 1, 2, i, 600);
+  return close_eps(std::move(form));
+}
+
+int match(const char* name) {
+  float mean = 0, scale = 1;
+  int offset = 0;
+  return my_correlation("a.res", "b.res", name, &mean, &offset, &scale, 1, 0, "all");
+}
+
+constexpr int many_figures = 300;
+
+int save_many_figures(const char* name) {
+  if (firstvobj == nullptr) {
+    for (int i = 0; i < many_figures; ++i) {
+      Vobj* figure = create_vector_obj(FigureKind::arrow);
+      figure->phase = phase_on_canvas | phase_draw;
+      figure->x1 = figure->y1 = 100;
+      figure->x2 = figure->y2 = 200;
+    }
+  }
+  return save_diagram(name);
+}
+
+struct Writer {
+  const char* what;
+  int (*write)(const char* name);
+};
+const Writer writers[] = {
+    {"AU", [](const char* name) { return make_au_file("a.res", name); }},
+    {"cut", [](const char* name) { return cut_part("good.au", name, 0, 9); }},
+    {"EPS", print_something},
+    {"GIF", [](const char* name) { return writeGIF1(name, 0, 0, 799, 599); }},
+    {"diagram", save_many_figures},
+    {"match", match},
+    {"spectrum", [](const char* name) { return power_spectrum("a.res", name, "all"); }},
+    {"band",
+     [](const char* name) { return filter_spectrum(name, "x.res", 100, 200, filter_band_pass); }},
+};
+
+class Faults : public ScreenTest {
+ protected:
+  Faults() {
+    set_up_console();
+    EXPECT_TRUE(allocate_work_buffer());
+    write_signal("a.res", 10500), write_signal("b.res", 10500);
+    EXPECT_EQ(make_au_file("a.res", "good.au"), 0);
+    EXPECT_EQ(power_spectrum("a.res", "a.spe", "all"), 0);
+  }
+  ~Faults() override { release_work_buffer(); }
+
+  TemporaryDirectory directory_;
+};
+
+// The status of `action` in a process of its own.
+int in_a_process(const std::function<int()>& action) {
+  const pid_t child = fork();
+  if (child == 0) _exit(action());
+  int status = 0;
+  waitpid(child, &status, 0);
+  return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
+}
+
+TEST_F(Faults, AFullDiskLeavesWhatWasThere) {
+  for (const Writer& writer : writers) {
+    write_file("old", "good data");
+    // No file may grow beyond this; what a full disk says, said for every file.
+    EXPECT_EQ(in_a_process([&writer] {
+                const rlimit limit = {1024, 1024};
+                setrlimit(RLIMIT_FSIZE, &limit);
+                return writer.write("old") != 0 && writer.write("new") != 0 ? 0 : 1;
+              }),
+              0)
+        << writer.what;
+    EXPECT_TRUE(contents("old") == "good data") << writer.what;
+    EXPECT_FALSE(std::filesystem::exists("new")) << writer.what;
+    EXPECT_EQ(writer.write("old"), 0) << writer.what;
+  }
+}
+
+TEST_F(Faults, ADirectoryForReadingOnlyLeavesWhatWasThere) {
+  write_file("old", "good data");
+  chmod("old", 0444), chmod(".", 0555);
+  for (const Writer& writer : writers) {
+    EXPECT_EQ(in_a_process([&writer] {
+                if (geteuid() == 0 && seteuid(65534) != 0) return 2;
+                return writer.write("old") != 0 && writer.write("new") != 0 ? 0 : 1;
+              }),
+              0)
+        << writer.what;
+  }
+  EXPECT_TRUE(contents("old") == "good data");
+  chmod(".", 0755);
+}
+
+TEST_F(Faults, ASignalMeetsTheOldFileOrTheNewOne) {
+  std::mt19937 random(1);
+  for (const Writer& writer : {writers[0], writers[2], writers[3], writers[4]}) {
+    ASSERT_EQ(writer.write("file"), 0);
+    const std::string good = contents("file");
+    for (const int signal : {SIGTERM, SIGINT, SIGTERM, SIGINT, SIGTERM}) {
+      const pid_t child = fork();
+      if (child == 0) {
+        while (writer.write("file") == 0) {
+        }
+        _exit(1);
+      }
+      std::this_thread::sleep_for(std::chrono::microseconds(2000 + random() % 20000));
+      kill(child, signal);
+      int status = 0;
+      waitpid(child, &status, 0);
+      EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == signal) << writer.what;
+      EXPECT_TRUE(contents("file") == good) << writer.what;
+    }
+  }
+}
+
+TEST_F(Faults, ClosedStreamsAreNobodysFile) {
+  write_file("other", "");
+  EXPECT_EQ(in_a_process([] {
+              close(0), close(1), close(2);
+              set_up_console();
+              const FilePtr file = open_file("other", "r+");
+              std::printf("a line\n"), std::fflush(stdout);
+              std::fprintf(stderr, "another\n");
+              return getchar() == EOF ? 0 : 1;
+            }),
+            0);
+  EXPECT_EQ(contents("other"), "");
+}
+
+}  // namespace
+}  // namespace torve
