@@ -36,55 +36,55 @@ const ErrorReporters console_reporters = {
 };
 
 namespace {
-ErrorReporters reporters = console_reporters;
+ErrorReporters in_force = console_reporters;
 }
 
-void set_error_reporters(const ErrorReporters& replacement) {
-  reporters = replacement;
+void set_error_reporters(const ErrorReporters& reporters) {
+  in_force = reporters;
 }
 
 int cannot_find_file(const char* name) {
-  return reporters.cannot_find_file(name);
+  return in_force.cannot_find_file(name);
 }
 
 int cannot_create_file(const char* name) {
-  return reporters.cannot_create_file(name);
+  return in_force.cannot_create_file(name);
 }
 
 int no_memory() {
-  return reporters.no_memory();
+  return in_force.no_memory();
 }
 
 int copy_on_existing_file() {
-  return reporters.copy_on_existing_file();
+  return in_force.copy_on_existing_file();
 }
 
 int illegal_pointer(int code) {
-  return reporters.illegal_pointer(code);
+  return in_force.illegal_pointer(code);
 }
 
 int file_error(int code) {
-  return reporters.file_error(code);
+  return in_force.file_error(code);
 }
 
 int use_bgeditor() {
-  return reporters.use_bgeditor();
+  return in_force.use_bgeditor();
 }
 
 int use_aeeditor() {
-  return reporters.use_aeeditor();
+  return in_force.use_aeeditor();
 }
 
 int change_palette_info() {
-  return reporters.change_palette_info();
+  return in_force.change_palette_info();
 }
 
 int no_cutbuffer() {
-  return reporters.no_cutbuffer();
+  return in_force.no_cutbuffer();
 }
 
 int unknown_parameter(const char* word) {
-  return reporters.unknown_parameter(word);
+  return in_force.unknown_parameter(word);
 }
 
 }  // namespace torve
