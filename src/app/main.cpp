@@ -9,6 +9,7 @@
 #include "app/signal/work_buffer.hpp"
 #include "base/console.hpp"
 #include "base/memory_reserve.hpp"
+#include "diagram/diagram_file.hpp"
 #include "diagram/editor.hpp"
 #include "dialogs/install.hpp"
 #include "display/colours.hpp"
@@ -60,6 +61,7 @@ int run(int argc, char** argv) {
   if (initPool(0, 0, 0, 0) != 0) return 0;
   initgraph(argc, argv);
   set_close_handler(close_window);
+  set_connection_lost_handler(rescue_diagram);
   set_screen_service(serve_expose_events);
   set_start_state();
   set_palette();

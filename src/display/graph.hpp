@@ -10,6 +10,10 @@ namespace torve {
 /// "cannot open font\n" (the server lacks "9x15"). The arguments are those of main.
 void initgraph(int argc, char** argv);
 
+/// What is done when the connection to the server is lost, before the process ends with status 1.
+/// It must not show anything.
+void set_connection_lost_handler(void (*handler)());
+
 /// Shows what is left to show, then releases all that initgraph took; returns 0. May be called
 /// again: then there is nothing to do.
 int endgraph();

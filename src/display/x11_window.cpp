@@ -36,6 +36,7 @@ constexpr long event_mask = KeyPressMask | ButtonPressMask | ButtonReleaseMask |
 XFontStruct* font_info = nullptr;
 XSizeHints size_hints;
 bool own_colormap = false;
+void (*connection_lost_handler)() = nullptr;
 
 constexpr DisplayBackend x11_backend = {
     .wait_event = wait_x11_event,
@@ -43,6 +44,14 @@ constexpr DisplayBackend x11_backend = {
     .drop_events = drop_x11_events,
     .push = push_to_x11,
 };
+
+int note_lost_connection(Display*) {
+  std::fputs("the connection to the X server is lost\n", stdout);
+  set_display_backend(nullptr);
+  if (connection_lost_handler != nullptr) connection_lost_handler();
+  std::fflush(stdout);
+  std::exit(1);
+}
 
 [[noreturn]] void give_up(const char* reason) {
   std::fputs(reason, stdout);
@@ -167,6 +176,7 @@ void initgraph(int argc, char** argv) {
   gplanes = screen_planes;
   display = XOpenDisplay(nullptr);
   if (display == nullptr) give_up("X not started\n");
+  XSetIOErrorHandler(note_lost_connection);
   screen = DefaultScreen(display);
   Visual* visual = find_visual();
   if (visual == nullptr) give_up("X not started\n");
@@ -184,6 +194,10 @@ void initgraph(int argc, char** argv) {
   XMapWindow(display, win);
   wait_until_exposed();
   set_display_backend(&x11_backend);
+}
+
+void set_connection_lost_handler(void (*handler)()) {
+  connection_lost_handler = handler;
 }
 
 int endgraph() {
