@@ -1,12 +1,13 @@
 #include "app/main_loop.hpp"
 
 #include <cstdio>
+#include <cstdlib>
 #include <new>
 
 #include "app/palette.hpp"
+#include "app/shutdown.hpp"
 #include "base/errors.hpp"
 #include "base/memory_reserve.hpp"
-#include "diagram/diagram_file.hpp"
 #include "diagram/editor.hpp"
 #include "diagram/figure_menu.hpp"
 #include "display/input.hpp"
@@ -77,11 +78,12 @@ bool run_rounds(const JumpEntry* table) try {
   return true;
 }
 
-void leave_without_memory() try {
+[[noreturn]] void leave_without_memory() try {
   std::printf("memory has run out\n");
-  rescue_diagram();
+  texit_ope(0, 0, 0);
 } catch (const std::bad_alloc&) {
   std::printf("the diagram could not be saved\n");
+  std::exit(1);
 }
 
 }  // namespace

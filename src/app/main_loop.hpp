@@ -13,7 +13,8 @@ int edi2_operations(int id);
 /// One round: waits for an event and handles it. Whether the program is to end.
 [[nodiscard]] bool main_loop_round(const JumpEntry* table);
 
-/// Runs until an icon handler, an action callback or a lack of memory ends the program; returns 1.
+/// Runs until an icon handler or an action callback ends the program; returns 1. Without memory to
+/// go on it takes the way out of the exit tool.
 /// The window objects up to id `first` are put on the canvas before.
 int do_edi1_engine(int first, const JumpEntry* table);
 
