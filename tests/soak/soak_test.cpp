@@ -1,8 +1,9 @@
 // A random user of the whole workbench in a real window: every tool, every menu, the diagram, good
 // and bad files. TORVE_SOAK_EVENTS and TORVE_SOAK_SEED choose how long and which one.
 //
-// After every thousandth event the window must show what the model says: the base, which tools
-// alone may change and the icon bar never, then the figures, then the windows.
+// After every fiftieth event the window must show the image, and after every thousandth the image
+// what the model says: the base, which tools alone may change and the icon bar never, then the
+// figures, then the windows.
 
 #include <csignal>
 #include <cstdlib>
@@ -47,7 +48,7 @@ constexpr int bar_row = 540;        // plots end above it
 constexpr std::size_t base_of_bar = std::size_t{bar_row} * screen_width;
 
 std::mt19937 dice;
-long events = 0, events_wanted = 4000, next_check = 1000;
+long events = 0, events_wanted = 4000, next_check = 1000, next_look = 0;
 long first_kilobytes = 0, first_allocated = 0;
 bool leaving = false;
 Pixels base;
@@ -98,11 +99,9 @@ void watch_tools() {
   }
 }
 
-void check_canvas() {
-  const std::string fault = canvas_fault(base);
-  if (!fault.empty()) fail(fault + " differ");
+// Whatever the program waits for, the window shows the image.
+void check_window() {
   const Pixels shown = all_pixels();
-  present();
   XImage* image = XGetImage(display, win, 0, 0, screen_width, screen_height, AllPlanes, ZPixmap);
   for (int i = 0; i < screen_width * screen_height; ++i) {
     const unsigned long pixel = XGetPixel(image, i % screen_width, i / screen_width);
@@ -118,7 +117,8 @@ long resident_kilobytes() {
 }
 
 void check() {
-  check_canvas();
+  const std::string fault = canvas_fault(base);
+  if (!fault.empty()) fail(fault + " differ");
   const long kilobytes = resident_kilobytes();
   if (first_kilobytes == 0) first_kilobytes = kilobytes;
   const struct mallinfo2 heap = mallinfo2();  // all 0 under a sanitizer
@@ -286,9 +286,10 @@ int leave(int, int, int) {
 }
 
 void wait_for_user(InputEvent& event) {
-  if (base.empty()) base = base_now();
+  if (base.empty()) base = base_now(), present();
   c_table[0].handler = leave;
   watch_tools();
+  if (events >= next_look && !x11->event_pending()) check_window(), next_look += 50;
   while (!x11->event_pending()) {
     const bool at_rest = user_events.empty() && popwindow == 0 && cur_button == 0;
     if (at_rest && events >= next_check) check(), next_check += 1000;
