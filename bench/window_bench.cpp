@@ -11,6 +11,9 @@
 #include "app/signal/work_buffer.hpp"
 #include "app/tools/tool_menu.hpp"
 #include "app/tools/tools.hpp"
+#include "diagram/construction.hpp"
+#include "diagram/drawing.hpp"
+#include "diagram/editor.hpp"
 #include "dialogs/install.hpp"
 #include "display/colours.hpp"
 #include "display/screen_image.hpp"
@@ -90,6 +93,38 @@ void raise_one_of_100(benchmark::State& state) {
   free_wd_objects();
 }
 BENCHMARK(raise_one_of_100)->Unit(benchmark::kMicrosecond);
+
+// One motion of a held figure, the uppermost of as many as the argument says; `grabbed`: the
+// lowest, which is raised each time. With the menu that covers it, as every property menu does.
+void move_a_figure(benchmark::State& state, bool grabbed, bool covered) {
+  start_canvas();
+  xxmin = yymin = 0;
+  xxmax = last_diagram_column + 1;
+  yymax = screen_height - 1;
+  for (int i = 0; i < state.range(0); ++i)
+    put_hline(i * 37 % 560, 100 + i * 23 % 300, 90);
+  if (covered) audio_ope(1, 0, 0);
+  const int row = covered ? 550 : 230;
+  int step = 0;
+  for (auto _ : state) {
+    cvobj = grabbed ? firstvobj : lastvobj;
+    vobjmode = mode_moving;
+    vect_ed(1, 500 + ++step % 50, row);
+  }
+  free_wd_objects();
+  free_vector_objects(VectorMode::clipped);
+}
+BENCHMARK_CAPTURE(move_a_figure, uppermost, false, false)
+    ->Arg(1)
+    ->Arg(100)
+    ->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(move_a_figure, uppermost_under_a_menu, false, true)
+    ->Arg(100)
+    ->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(move_a_figure, lowest, true, false)
+    ->Arg(100)
+    ->Arg(1000)
+    ->Unit(benchmark::kMicrosecond);
 
 void gif_of_a_noisy_pane(benchmark::State& state) {
   start_canvas();
