@@ -41,9 +41,10 @@ bool press_on_canvas(const JumpEntry* table) {
   return false;
 }
 
-// Escape leaves whatever diagram tool is armed, Delete cuts the figure in hand.
+// Escape leaves whatever diagram tool is armed, Delete cuts the figure in hand. A key that an action
+// or a window waited for was an answer to it.
 void heed_key() {
-  if (last_event.type != InputEvent::Type::key) return;
+  if (last_event.type != InputEvent::Type::key || last_event_was_mouse()) return;
   if (keysym == escape_key) exit_ope();
   if (keysym == delete_key) cut_current_figure();
 }
