@@ -6,6 +6,7 @@
 #include "app/shutdown.hpp"
 #include "app/tools/tools.hpp"
 #include "diagram/editor.hpp"
+#include "diagram/figure_menu.hpp"
 #include "display/screen_state.hpp"
 #include "picture/fn2.hpp"
 
@@ -26,6 +27,7 @@ struct Icon {
 // opens takes the mouse from the diagram.
 template <IconHandler opener>
 int open_and_stay(int button, int x, int y) {
+  close_figure_menu();  // it may have the id of the tool's menu
   if (opener(button, x, y) == 0) exit_ope();
   return 0;
 }

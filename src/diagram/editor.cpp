@@ -1,5 +1,7 @@
 #include "diagram/editor.hpp"
 
+#include <cstdlib>
+
 #include "diagram/drawing.hpp"
 #include "diagram/figure_change.hpp"
 #include "diagram/figure_menu.hpp"
@@ -31,6 +33,7 @@ int kind_number(const Vobj& figure) {
 
 // A tool that is left takes with it what it has made and nobody can see.
 void leave_tool() {
+  close_figure_menu();
   for (Vobj* figure = firstvobj; figure != nullptr;) {
     Vobj* next = figure->next;
     if (!is_seen(*figure)) cut_figure(figure);
@@ -178,6 +181,10 @@ void vect_ed(int button, int x, int y) {
   }
 }
 
+bool figure_is_in_hand() {
+  return cvobj != nullptr && (vobjmode == mode_moving || is_kind(std::abs(vobjmode)));
+}
+
 int node_ope() {
   return arm(FigureKind::node);
 }
@@ -220,7 +227,6 @@ int pointer_ope() {
 
 int exit_ope() {
   leave_tool();
-  close_figure_menu();
   vobjmode = mode_idle;
   return 0;
 }

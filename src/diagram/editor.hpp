@@ -26,6 +26,9 @@ void install_diagram();
 /// a menu is spent.
 void vect_ed(int button, int x, int y);
 
+/// Whether a press would go on stretching or moving the current figure.
+[[nodiscard]] bool figure_is_in_hand();
+
 /// Arms a tool; nothing happens when it is armed already. Return 0.
 int node_ope();
 int nodeb_ope();
@@ -37,7 +40,7 @@ int vline_ope();
 int arrow_ope();
 
 /// Presses pick figures from now on; no press does anything. A figure that was not placed, or that
-/// nobody can see, goes. Return 0.
+/// nobody can see, goes, and so does the menu of a picked figure. Return 0.
 int pointer_ope();
 int exit_ope();
 

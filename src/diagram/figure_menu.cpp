@@ -119,7 +119,8 @@ void close_figure_menu() {
 }
 
 void cut_current_figure() {
-  if (cvobj == nullptr || cvobj->phase == 0) return;
+  if (!figure_is_in_hand()) return;
+  close_figure_menu();
   cut(cvobj);
   vobjmode = mode_pointer;
 }

@@ -14,7 +14,7 @@ void open_figure_menu(Vobj* figure, int x, int y);
 /// Closes it, if it is open.
 void close_figure_menu();
 
-/// The current figure goes, with its label; nothing while it is not placed.
+/// The figure in hand goes, with its label; nothing when there is none.
 void cut_current_figure();
 
 /// What its lines do. Returns 0.

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "diagram/editor.hpp"
+#include "diagram/figure_menu.hpp"
 #include "diagram/kept_diagram.hpp"
 
 namespace torve {
@@ -35,6 +36,7 @@ void note_change() {
 
 int undo_ope() {
   if (!before_last_change) return 0;
+  close_figure_menu();  // its figure may go
   const KeptDiagram kept = std::move(*before_last_change);
   reset_history();
   restore_diagram(kept);
