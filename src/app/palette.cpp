@@ -39,6 +39,8 @@ constexpr PaletteLine palette[] = {
     {"Leave tool", exit_ope, false},
 };
 constexpr int no_line = -1;
+constexpr int pointer_line = 0;
+static_assert(palette[pointer_line].run == pointer_ope);
 
 constexpr std::array<const char*, std::size(palette)> texts_of_palette() {
   std::array<const char*, std::size(palette)> lines = {};
@@ -88,6 +90,7 @@ void palette_press(int button, int x) {
 
 void show_armed_tool() {
   if (vobjmode == mode_idle) tool_line = no_line;
+  if (vobjmode == mode_pointer) tool_line = pointer_line;
   if (tool_line == shown_line) return;
   shown_line = tool_line;
   if (wd(palette_id).kind != kind_popup_menu) return;
