@@ -5,6 +5,7 @@
 #include <X11/Xutil.h>
 #include <X11/keysym.h>
 
+#include "display/ending_signals.hpp"
 #include "display/screen_image.hpp"
 #include "display/x11_state.hpp"
 
@@ -112,6 +113,10 @@ int x_type_of(Type type) {
 void wait_x11_event(InputEvent& event) {
   XEvent x_event;
   for (;;) {
+    if (XPending(display) == 0 && !wait_unless_asked_to_end(ConnectionNumber(display))) {
+      event = {.type = Type::close};
+      return;
+    }
     XNextEvent(display, &x_event);
     if (x_event.type == MappingNotify) XRefreshKeyboardMapping(&x_event.xmapping);
     if (x_event.type != ClientMessage || !is_protocol(x_event.xclient, window_protocols.ping))

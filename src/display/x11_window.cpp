@@ -8,6 +8,7 @@
 #include <X11/Xutil.h>
 
 #include "display/colours.hpp"
+#include "display/ending_signals.hpp"
 #include "display/graph.hpp"
 #include "display/input.hpp"
 #include "display/screen_image.hpp"
@@ -194,6 +195,7 @@ void initgraph(int argc, char** argv) {
   XMapWindow(display, win);
   wait_until_exposed();
   set_display_backend(&x11_backend);
+  watch_ending_signals();
 }
 
 void set_connection_lost_handler(void (*handler)()) {
