@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <span>
+#include <string>
 
 #include "display/screen_state.hpp"
 #include "draw/lines.hpp"
@@ -68,12 +69,22 @@ void erase(VectorMode mode, Vobj& figure, const FigurePlace& place) {
   }
 }
 
+// A name is text there, whatever it looks like: it must not end the string that it stands in.
+std::string escaped_for_eps(const char* text) {
+  std::string escaped;
+  for (; *text != 0; ++text) {
+    if (*text == '(' || *text == ')' || *text == '\\') escaped += '\\';
+    escaped += *text;
+  }
+  return escaped;
+}
+
 void write_label_to_eps(const Vobj& figure, const FigurePlace& place) {
   const int x = xkoord;
   const int y = ykoord;
   xkoord = place.x1;
   ykoord = place.y1;
-  textn1(label_font, target_eps, figure.text, label_ink, white);
+  textn1(label_font, target_eps, escaped_for_eps(figure.text).c_str(), label_ink, white);
   xkoord = x;
   ykoord = y;
 }

@@ -3,6 +3,7 @@
 
 #include <random>
 #include <set>
+#include <sstream>
 #include <tuple>
 
 #include "app/main_loop.hpp"
@@ -285,6 +286,15 @@ TEST_F(DiagramUsers, TakeLabelsAlong) {
     EXPECT_EQ(figure->label, nullptr);
     close_everything();
   }
+}
+
+TEST_F(DiagramUsers, PrintNamesAsTheyAre) {
+  node_ope(), vect_ed(1, 300, 250), vect_ed(1, 300, 400);
+  put_vlabel(VectorMode::clipped, 290, 230, "f(x)\\ quit");
+  ASSERT_EQ(print_diagram("a.eps"), 0);
+  std::ostringstream printed;
+  printed << std::ifstream("a.eps").rdbuf();
+  EXPECT_NE(printed.str().find("(f\\(x\\)\\\\ quit) show"), std::string::npos);
 }
 
 TEST_F(DiagramUsers, SeeFiguresInAWidenedWindow) {
