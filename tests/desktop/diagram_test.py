@@ -1,0 +1,71 @@
+"""A queueing network is drawn, changed, kept, lost and read again."""
+
+from network import CPU, FRAME, NODE, POINTER, PRINT_OUT, READ_BACK, SAVE, UNDO, Editor
+from pictures import BLACK, RED, cut, printed, same, shows_text
+from workbench import PLOT
+
+DRAWING = (0, 24, 680, 500)
+
+
+def test_keeps_a_network(desk):
+    desk.remove_signals()
+    desk.start()
+    editor = Editor(desk)
+    editor.open_palette(400, 500)
+    editor.draw_network()
+    network = cut(desk.screenshot(), *DRAWING)
+    assert shows_text(desk.screenshot(), 6, CPU[0] - 10, CPU[1] - 20, "cpu")
+    assert (network == RED).sum() > 150
+
+    editor.use_files(SAVE)
+    saved = (desk.folder / "figure.vob").read_text()
+    assert 'name="cpu"' in saved
+    assert "servers=2 exit_filter=0 ps_mode=3" in saved
+    editor.use_files(PRINT_OUT)
+    paper = printed(desk.folder / "figure.eps")
+    assert paper.shape[1] == 700
+    assert (paper == BLACK).sum() > 2000
+
+    editor.draw(POINTER, (300, 235), (420, 330))  # moves the cpu
+    assert not same(cut(desk.screenshot(), *DRAWING), network)
+    editor.use_files(READ_BACK)
+    assert same(cut(desk.screenshot(), *DRAWING), network)
+    editor.draw(POINTER, (300, 235), (420, 330))
+    editor.use_files(SAVE)
+    desk.finish()
+    assert not (desk.folder / "figure.vob.bak").exists(), "all was saved"
+
+
+def test_draws_over_plots_and_rescues_what_is_not_saved(desk):
+    desk.start()
+    editor = Editor(desk)
+
+    def pane():
+        return cut(desk.screenshot(), 0, 0, 680, 168)
+
+    desk.open(PLOT)
+    desk.run(PLOT, 0)
+    plotted = pane()
+    editor.open_palette(300, 535)
+    editor.draw(FRAME, (100, 20), (300, 120))
+    drawn = pane()
+    assert not same(drawn, plotted)
+    desk.run(PLOT, 0)
+    assert same(pane(), drawn), "a plot goes beneath the figures"
+    editor.choose(UNDO)
+    assert same(pane(), plotted)
+    editor.draw(NODE, (200, 40), (200, 140))
+    desk.click(22, 575)
+    assert desk.process.exit_status() == 1
+    assert "diagram saved in figure.vob.bak" in desk.said()
+    assert "node x1=200 y1=40 x2=200 y2=140" in (desk.folder / "figure.vob.bak").read_text()
+
+
+def test_a_lost_server_takes_no_diagram_with_it(desk):
+    desk.start()
+    editor = Editor(desk)
+    editor.open_palette(600, 540)
+    editor.draw(NODE, (200, 40), (200, 140))
+    desk.server.kill()
+    assert desk.process.exit_status() == 1
+    assert "node x1=200 y1=40 x2=200 y2=140" in (desk.folder / "figure.vob.bak").read_text()

@@ -1,0 +1,76 @@
+"""The diagram editor, used as a person does, and the network of the guide."""
+
+from workbench import BOX, Menu
+
+# Lines of the palette, and of the menu behind "files".
+POINTER, NODE, NODE_B, NODE_C, QUEUE, TELEPHONE, FRAME, LINE, ARROW, UNDO, FILES, LEAVE = range(12)
+SAVE, READ_BACK, PRINT_OUT = range(3)
+
+PALETTE, DIAGRAM_FILES = Menu(680, 0, 120), Menu(200, 0, 480)
+
+# Where the network's parts are.
+CPU, DISK, FRAME_CORNER = (300, 140), (500, 140), (30, 70)
+NETWORK = (
+    (FRAME, FRAME_CORNER, (640, 420)),
+    (TELEPHONE, (80, 170), (100, 200)),
+    (ARROW, (110, 193), (190, 193)),
+    (QUEUE, (205, 150), (205, 240)),
+    (ARROW, (212, 193), (290, 193)),
+    (NODE, CPU, (300, 330)),
+    (NODE, DISK, (500, 330)),
+    (ARROW, (310, 210), (490, 210)),
+    (ARROW, (490, 270), (310, 270)),
+)
+WAY_BACK = (400, 270)  # the middle of the last arrow
+
+
+class Editor:
+    def __init__(self, desk):
+        self.desk = desk
+
+    def open_palette(self, x, y):
+        self.desk.tap(x, y, 3)
+
+    def choose(self, line):
+        self.desk.run_by_double_press(PALETTE, line)
+
+    def use_files(self, line):
+        self.choose(FILES)
+        self.desk.run_by_double_press(DIAGRAM_FILES, line)
+        self.desk.close(DIAGRAM_FILES)
+
+    def draw(self, tool, begin, end):
+        """Arms a tool and drags."""
+        self.choose(tool)
+        (x1, y1), (x2, y2) = begin, end
+        self.desk.drag(*((x1 + (x2 - x1) * i // 4, y1 + (y2 - y1) * i // 4) for i in range(5)))
+
+    def open_menu(self, x, y, width):
+        """Of the figure that is picked there."""
+        self.choose(POINTER)
+        self.desk.tap(x, y, 3)
+        return Menu(x & ~7, y, width)
+
+    def open_properties(self, head):
+        """Of the figure whose first point this is."""
+        return self.open_menu(head[0], head[1] + 1, 240)
+
+    def draw_network(self):
+        """Draws, names and colours it. With a palette, in an empty area."""
+        for stroke in NETWORK:
+            self.draw(*stroke)
+        for head, fields in (
+            (CPU, ((0, 8, "2"), (4, 5, "cpu"))),
+            (DISK, ((4, 5, "disk"), (5, 13, "20"))),
+            (FRAME_CORNER, ((4, 5, "web server"),)),
+        ):
+            menu = self.open_properties(head)
+            for field in fields:
+                self.desk.edit(menu, *field)
+            if head == CPU:
+                self.desk.run_by_double_press(menu, 1)  # from FIFO to the next word
+            self.desk.tap(menu.x + BOX, menu.y + BOX)  # applies it
+        menu = self.open_menu(*WAY_BACK, 80)
+        self.desk.edit(menu, 2, 6, "4")  # its colour
+        self.desk.run_by_double_press(menu, 2)
+        self.choose(LEAVE)

@@ -1,0 +1,79 @@
+"""What a person sees when the program has started."""
+
+import numpy as np
+import pytest
+from pictures import BLACK, CYAN, WHITE, cut, drawn_icon, icon_area, same, shows_text
+from workbench import AS_NOBODY, SIGNALS
+
+ICONS = ("texit", "plicon", "print", "readic", "writeic", "compile", "start")
+FIRST_COLUMN = 38  # of a curve, behind the ticks
+
+
+def columns_with_curve(picture, pane, reach, pixels):
+    """Those that have more curve than this within the reach of the zero row, 75 below the top."""
+    area = cut(picture, FIRST_COLUMN, 176 * pane + 75 - reach, 796 - FIRST_COLUMN, 2 * reach + 1)
+    return FIRST_COLUMN + np.flatnonzero((area == BLACK).sum(axis=0) > pixels)
+
+
+def test_shows_seven_icons_and_three_signals(desk):
+    changed = [(desk.folder / name).stat().st_mtime_ns for name in SIGNALS]
+    desk.start()
+    picture = desk.screenshot()
+    assert picture.shape == (600, 800)
+    for i, name in enumerate(ICONS):
+        assert same(cut(picture, *icon_area(i)), drawn_icon(name)), name
+    for pane, name in enumerate(SIGNALS):
+        assert desk.pane_shows(pane, name)
+        assert shows_text(picture, 6, 776, 176 * pane + 157, "ms"), name
+    # Pane 2 starts 1544 samples of 0.02 pixels to the right, so the stroke lies under the stroke.
+    begins = [columns_with_curve(picture, pane, 20, 0)[0] for pane in range(3)]
+    assert begins == [FIRST_COLUMN, 62, FIRST_COLUMN]
+    swings = [columns_with_curve(picture, pane, 12, 12) for pane in range(3)]
+    assert min(map(len, swings)) > 150
+    assert abs(swings[0][0] - swings[1][0]) <= 1
+    # The clear at the start reaches the last column and the last row.
+    assert picture[300, 799] == WHITE and picture[599, 2] == WHITE
+    said = "plot_curve largest absolute value is "
+    assert f"{said}0.859985\n{said}0.859985\n{said}1.000000\n" in desk.said()
+    # The working directory is as it was.
+    assert sorted(path.name for path in desk.folder.iterdir()) == sorted(SIGNALS)
+    assert [(desk.folder / name).stat().st_mtime_ns for name in SIGNALS] == changed
+
+
+def test_without_a_signal_it_says_so_and_leaves_the_panes_empty(desk):
+    (desk.folder / "bhld2.res").unlink()
+    desk.start()
+    picture = desk.screenshot()
+    assert shows_text(picture, 6, 96, 3, "Cannot find files", CYAN)
+    for top, end in ((14, 170), (176, 346), (352, 522)):
+        assert (picture[top:end] == WHITE).all(), top
+    assert same(cut(picture, *icon_area(0)), drawn_icon(ICONS[0]))
+
+
+@pytest.mark.parametrize("font", ["font7.dat", "font6.dat"])
+def test_without_a_font_it_gives_up_with_a_message(desk, font):
+    (desk.use_copied_installation() / "font" / font).unlink()
+    desk.launch()
+    assert desk.process.exit_status() == 1
+    assert "problems in loading font\n" in desk.said()
+
+
+def test_gives_up_on_a_screen_of_too_few_colours(desk):
+    desk.launch(screen="800x600x16")
+    assert desk.process.exit_status() == 255
+    assert desk.said() == "X not started\n"
+
+
+def test_read_only_data_is_enough_and_a_missing_icon_leaves_a_gap_that_is_never_hit(desk):
+    share = desk.use_copied_installation()
+    (share / "fn2" / "texit.fn2").unlink()
+    for path in share.rglob("*.*"):
+        path.chmod(0o444)
+    desk.program = [*AS_NOBODY, *desk.program]
+    desk.start()
+    picture = desk.screenshot()
+    assert (cut(picture, *icon_area(0)) == WHITE).all()
+    for i in range(1, len(ICONS)):
+        assert same(cut(picture, *icon_area(i)), drawn_icon(ICONS[i])), "keeps its place"
+    desk.tap(22, 575)
+    assert same(desk.screenshot(), picture)
