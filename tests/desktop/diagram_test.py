@@ -1,59 +1,61 @@
 """A queueing network is drawn, changed, kept, lost and read again."""
 
-from network import CPU, FRAME, NODE, POINTER, PRINT_OUT, READ_BACK, SAVE, UNDO, Editor
+from network import COPY, CPU, CUT, FRAME, NODE, POINTER, PRINT_OUT, READ_BACK, SAVE, UNDO, Editor
 from pictures import BLACK, RED, cut, printed, same, shows_text
 from workbench import PLOT
 
-DRAWING = (0, 24, 680, 500)
+
+def drawing(desk):
+    """What menus do not cover where they open."""
+    return cut(desk.screenshot(), 0, 24, 680, 490)
 
 
 def test_keeps_a_network(desk):
     desk.remove_signals()
     desk.start()
-    editor = Editor(desk)
-    editor.open_palette(400, 500)
+    editor = Editor(desk, 400, 500)
     editor.draw_network()
-    network = cut(desk.screenshot(), *DRAWING)
+    network = drawing(desk)
     assert shows_text(desk.screenshot(), 6, CPU[0] - 10, CPU[1] - 20, "cpu")
     assert (network == RED).sum() > 150
 
-    editor.use_files(SAVE)
-    saved = (desk.folder / "figure.vob").read_text()
-    assert 'name="cpu"' in saved
-    assert "servers=2 exit_filter=0 ps_mode=3" in saved
+    def saved():
+        editor.use_files(SAVE)
+        return (desk.folder / "figure.vob").read_text()
+
+    assert 'name="cpu"' in saved()
+    assert "servers=2 exit_filter=0 ps_mode=3" in saved()
     editor.use_files(PRINT_OUT)
     paper = printed(desk.folder / "figure.eps")
     assert paper.shape[1] == 700
     assert (paper == BLACK).sum() > 2000
 
     editor.draw(POINTER, (300, 235), (420, 330))  # moves the cpu
-    assert not same(cut(desk.screenshot(), *DRAWING), network)
+    assert not same(drawing(desk), network)
     editor.use_files(READ_BACK)
-    assert same(cut(desk.screenshot(), *DRAWING), network)
-    editor.draw(POINTER, (300, 235), (420, 330))
-    editor.use_files(SAVE)
+    assert same(drawing(desk), network)
+    for line, nodes in ((COPY, 3), (CUT, 2)):
+        desk.run_by_double_press(editor.open_menu(500, 235, 80), line)
+        assert saved().count("\nnode ") == nodes
+    editor.choose(UNDO)
+    assert saved().count("\nnode ") == 3
     desk.finish()
     assert not (desk.folder / "figure.vob.bak").exists(), "all was saved"
 
 
 def test_draws_over_plots_and_rescues_what_is_not_saved(desk):
     desk.start()
-    editor = Editor(desk)
-
-    def pane():
-        return cut(desk.screenshot(), 0, 0, 680, 168)
-
     desk.open(PLOT)
     desk.run(PLOT, 0)
-    plotted = pane()
-    editor.open_palette(300, 535)
+    plotted = drawing(desk)
+    editor = Editor(desk, 300, 535)
     editor.draw(FRAME, (100, 20), (300, 120))
-    drawn = pane()
+    drawn = drawing(desk)
     assert not same(drawn, plotted)
     desk.run(PLOT, 0)
-    assert same(pane(), drawn), "a plot goes beneath the figures"
+    assert same(drawing(desk), drawn), "a plot goes beneath the figures"
     editor.choose(UNDO)
-    assert same(pane(), plotted)
+    assert same(drawing(desk), plotted)
     editor.draw(NODE, (200, 40), (200, 140))
     desk.click(22, 575)
     assert desk.process.exit_status() == 1
@@ -63,8 +65,7 @@ def test_draws_over_plots_and_rescues_what_is_not_saved(desk):
 
 def test_a_lost_server_takes_no_diagram_with_it(desk):
     desk.start()
-    editor = Editor(desk)
-    editor.open_palette(600, 540)
+    editor = Editor(desk, 600, 540)
     editor.draw(NODE, (200, 40), (200, 140))
     desk.server.kill()
     assert desk.process.exit_status() == 1

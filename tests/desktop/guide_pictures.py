@@ -76,8 +76,7 @@ with Workbench().start() as desk:
     photograph("spectrum")
 
 with Workbench().remove_signals().start() as desk:  # a white sheet
-    editor = Editor(desk)
-    editor.open_palette(400, 500)
+    editor = Editor(desk, 400, 500)
     editor.draw_network()
     photograph("network")
     menu = editor.open_properties(CPU)

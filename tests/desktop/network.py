@@ -2,9 +2,10 @@
 
 from workbench import BOX, Menu
 
-# Lines of the palette, and of the menu behind "files".
+# Lines of the palette, of the menu behind "files", of a picked figure's menu.
 POINTER, NODE, NODE_B, NODE_C, QUEUE, TELEPHONE, FRAME, LINE, ARROW, UNDO, FILES, LEAVE = range(12)
 SAVE, READ_BACK, PRINT_OUT = range(3)
+CUT, COPY, COLOUR = range(3)
 
 PALETTE, DIAGRAM_FILES = Menu(680, 0, 120), Menu(200, 0, 480)
 
@@ -25,11 +26,10 @@ WAY_BACK = (400, 270)  # the middle of the last arrow
 
 
 class Editor:
-    def __init__(self, desk):
+    def __init__(self, desk, x, y):
+        """Opens the palette by a press on an empty place."""
         self.desk = desk
-
-    def open_palette(self, x, y):
-        self.desk.tap(x, y, 3)
+        desk.tap(x, y, 3)
 
     def choose(self, line):
         self.desk.run_by_double_press(PALETTE, line)
@@ -56,7 +56,7 @@ class Editor:
         return self.open_menu(head[0], head[1] + 1, 240)
 
     def draw_network(self):
-        """Draws, names and colours it. With a palette, in an empty area."""
+        """Draws, names and colours it, in an empty area."""
         for stroke in NETWORK:
             self.draw(*stroke)
         for head, fields in (
@@ -71,6 +71,6 @@ class Editor:
                 self.desk.run_by_double_press(menu, 1)  # from FIFO to the next word
             self.desk.tap(menu.x + BOX, menu.y + BOX)  # applies it
         menu = self.open_menu(*WAY_BACK, 80)
-        self.desk.edit(menu, 2, 6, "4")  # its colour
-        self.desk.run_by_double_press(menu, 2)
+        self.desk.edit(menu, COLOUR, 6, "4")
+        self.desk.run_by_double_press(menu, COLOUR)
         self.choose(LEAVE)
