@@ -29,31 +29,31 @@ sox -R -n -r 44100 -c 1 -e floating-point -b 32 -L --comment "$(printf 'x%.0s' {
 printf 'dns.' | dd of=made.au conv=notrunc status=none
 expect 0 "$batch" report made.au </dev/null
 said '4 Data offset (=header length)=68'
-said '12 Encoding=6'
 
 # What is cut is what sox reads, sample by sample.
 expect 0 "$batch" cut made.au cut.res 0.1 0.5
-[[ $(wc -l <cut.res) == 17641 ]] || fail "$(wc -l <cut.res) lines were cut"
 sox made.au -t f32 - trim 4410s 17641s | od -An -v -t f4 -w4 | awk '{ printf "%.6f\n", $1 }' >by_sox
 cut -d' ' -f2 cut.res | paste - by_sox |
-  awk '{ d = $1 - $2; if (d > 2e-6 || d < -2e-6) exit 1 }' || fail "sox reads other samples"
-
-expect 0 "$batch" autocorrelation cut.res 1
-said 'done'
-expect 0 "$batch" correlation cut.res autocor1.res 2
-expect 0 "$batch" match cut.res cut.res rest.res 0 1 12000
-said 'offset_best=0 ave3min=0.000000 samples=10899'
-expect 0 "$batch" spectrum cut.res cut.spe all
-[[ $(head -1 cut.spe) == size=17642 ]] || fail "the spectrum begins with $(head -1 cut.spe)"
-expect 0 "$batch" out-of-band cut.res cut.spe quiet.res 100 22000
-expect 0 "$batch" band-pass cut.res cut.spe band.res 300 600
+  awk '{ d = $1 - $2; if (NF != 2 || d > 2e-6 || d < -2e-6) exit 1 }' || fail "sox reads other samples"
 
 # The band holds the string's 440 Hz, scaled by 2 x 44100 / K; sox measures it.
+expect 0 "$batch" spectrum cut.res cut.spe all
+expect 0 "$batch" band-pass cut.res cut.spe band.res 300 600
 awk '{ print $1, $2 * 17642 / 88200 }' band.res >scaled.res
 expect 0 "$batch" to-au scaled.res back.au
 sox back.au -n stat 2>stat || fail "sox cannot read what was written: $(<stat)"
 awk '/Rough +frequency/ { exit !($3 > 420 && $3 < 460) }' stat || fail "$(<stat)"
 awk '/Samples read/ { exit !($3 == 17642) }' stat || fail "$(<stat)"
+
+# The bell struck 1544 samples later in the second of the signals that are installed, all of them
+# 16-bit numbers; the third is what is left of their match.
+signals=$(dirname "$batch")/../share/torve/signals
+awk '{ d = $2 * 32768; d -= int(d + 1000000.5) - 1000000; if (d > 0.02 || d < -0.02) exit 1 }' \
+  "$signals"/bhld[12].res || fail "not of 16 bits"
+expect 0 "$batch" match "$signals"/bhld1.res "$signals"/bhld2.res rest.res 1000 1 all
+grep -q 'offset_best=1544 ' said || fail "the match is elsewhere: $(<said)"
+paste -d' ' rest.res "$signals"/compar3.res |
+  awk '{ d = $2 - $4; if (NF != 4 || d > 1e-5 || d < -1e-5) exit 1 }' || fail "something else is left"
 
 # Streams: the data on standard output alone.
 "$batch" to-au - - <scaled.res 2>said | cmp - back.au || fail "other bytes through a pipe"
@@ -62,22 +62,19 @@ said 'make_au_file'
 # Pictures: 17641 points 0.02 pixels apart are as many segments but one; a pane is 171 rows high.
 expect 0 "$batch" plot cut.res 2 cut.eps
 [[ $(grep -c 'rlineto stroke' cut.eps) -gt 17640 ]] || fail "segments are missing"
-grep -qF '(cut.res) show' cut.eps || fail "no title"
 expect 0 "$batch" plot cut.spe 3 cut.gif 0 1 0.4 1 all
 [[ $(od -An -tu2 -j6 -N4 cut.gif | tr -s ' ') == ' 957 171' ]] || fail "size of the picture"
-expect 2 "$batch" plot none.res 1 none.eps
-[[ ! -e none.eps ]] || fail "an output without an input"
 
 expect 0 "$batch" --version
 expect 0 "$batch" --help
-for wrong in '' 'nothing' 'cut made.au' 'cut made.au x.res 0 much' 'report a b' \
-  'plot cut.res 4 x.gif'; do
+for wrong in '' nothing 'cut made.au' 'cut made.au x.res 0 much' 'report a b' 'plot cut.res 4 x.gif'; do
   # shellcheck disable=SC2086
   expect 1 "$batch" $wrong
 done
-expect 2 "$batch" report cut.res
-said 'not au-file'
-expect 2 "$batch" to-au none.res x.au
-expect 2 "$batch" spectrum cut.res /dev/full
-expect 2 "$batch" autocorrelation none.res 1
+for failing in 'report cut.res' 'to-au none.res x.au' 'spectrum cut.res /dev/full' \
+  'plot none.res 1 none.eps'; do
+  # shellcheck disable=SC2086
+  expect 2 "$batch" $failing
+done
+[[ ! -e none.eps ]] || fail "an output without an input"
 if ldd "$batch" | grep -q libX; then fail "links X"; fi
