@@ -1,10 +1,17 @@
+// AU files: the codec, the files, and the report on one.
+
 #include <bit>
 #include <cfloat>
+#include <poll.h>
+#include <pty.h>
 #include <random>
+#include <sys/wait.h>
+#include <termios.h>
+#include <utmp.h>
 
 #include "app/signal/au_codec.hpp"
 #include "app/signal/au_file.hpp"
-#include "bench/literal.hpp"
+#include "app/signal/report.hpp"
 #include "bench/signals.hpp"
 #include "fuzz/memory_file.hpp"
 #include "support/screen.hpp"
@@ -12,15 +19,25 @@
 namespace torve {
 namespace {
 
-std::string bytes_of(float value) {
-  std::array<std::uint8_t, 4> bytes = {};
-  build_binary32(value, bytes);
-  return {bytes.begin(), bytes.end()};
-}
-
 std::string word(std::uint32_t value) {
   return {static_cast<char>(value), static_cast<char>(value >> 8), static_cast<char>(value >> 16),
           static_cast<char>(value >> 24)};
+}
+
+std::uint32_t coded(float value) {
+  std::array<std::uint8_t, 4> bytes = {};
+  build_binary32(value, bytes);
+  return std::bit_cast<std::uint32_t>(bytes);
+}
+
+// The decoded value; `before` when there is none.
+float decoded(std::uint32_t bits, int width, float before) {
+  char text[33];
+  const bool failed =
+      sbinary(text, reinterpret_cast<const std::uint8_t*>(&bits), width, &before) != 0;
+  EXPECT_EQ(read_binary(text, width), bits);
+  EXPECT_EQ(failed, std::isnan(before)) << bits;
+  return before;
 }
 
 TEST(AuCodec, Binary32) {
@@ -28,45 +45,33 @@ TEST(AuCodec, Binary32) {
       {0.1F, 0x3dcccccd},    {-2.5F, 0xc0200000},      {FLT_MAX, 0x7f7fffff},
       {0x1p-102F, 0},        {-INFINITY, 0xff7fffff},  {-0.0F, 0},
       {0x1p-127F, 0x400000}, {0x1.8p-102F, 0x0cc00000}};
-  for (const auto& [value, expected] : cases)
-    EXPECT_EQ(bytes_of(value), word(expected)) << value;
+  for (const auto& [value, bits] : cases)
+    EXPECT_EQ(coded(value), bits) << value;
+  EXPECT_EQ(decoded(0x7f800000, 32, NAN), 0x1p127F);
   std::mt19937 random(5);
   for (int i = 0; i < 100'000; ++i) {
     const auto bits = static_cast<std::uint32_t>(random());
     const float value = std::bit_cast<float>(bits);
     if (std::isfinite(value) && std::fabs(value) > 0x1p-102F) {
-      ASSERT_EQ(bytes_of(value), word(bits)) << "seed 5";
+      ASSERT_EQ(coded(value), bits);
     }
-    char text[33];
-    float decoded = 7;
-    const int result = sbinary(text, reinterpret_cast<const std::uint8_t*>(&bits), 32, &decoded);
-    ASSERT_EQ(read_binary(text, 32), bits);
-    ASSERT_EQ(decoded, std::isfinite(value) ? value : decoded);
-    ASSERT_EQ(result, std::isnan(value) ? 1 : 0);
+    const float back = decoded(bits, 32, NAN);
+    ASSERT_TRUE(back == value || !std::isfinite(value)) << bits;
   }
 }
 
-TEST(AuCodec, Binary16AndTheOddPatterns) {
-  struct Case {
-    int width;
-    std::uint32_t bits;
-    float value;  // 7: left alone
-  };
-  for (const Case& c : {Case{16, 0x3c00, 1}, Case{16, 0xc100, -2.5}, Case{16, 0x0001, 0x1p-24F},
-                        Case{16, 0xfc00, -0x1p23F}, Case{16, 0x7c01, 7}, Case{16, 0x7bff, 65504},
-                        Case{32, 0x7f800000, 0x1p127F}, Case{32, 0xffc00000, 7}}) {
-    char text[33];
-    float value = 7;
-    const std::string bytes = word(c.bits);
-    const auto* const in = reinterpret_cast<const std::uint8_t*>(bytes.data());
-    EXPECT_EQ(sbinary(text, in, c.width, &value), c.value == 7 ? 1 : 0);
-    EXPECT_EQ(value, c.value) << c.bits;
+TEST(AuCodec, Binary16) {
+  for (std::uint32_t bits = 0; bits < 0x10000; ++bits) {
+    const float value = decoded(bits, 16, NAN);
     std::array<std::uint8_t, 2> half = {};
     build_binary16(value, half);
-    if (c.width == 16 && std::fabs(value) <= 65504 && value != 7) {
-      EXPECT_EQ(half[0] | half[1] << 8, static_cast<int>(c.bits));
+    // Below the smallest normal number two are rounded, and there is no negative 0.
+    if (const auto size = bits & 0x7fff; size < 0x3fe || (size > 0x3ff && size < 0x7c00)) {
+      ASSERT_EQ(std::bit_cast<std::uint16_t>(half), bits == 0x8000 ? 0 : bits);
     }
   }
+  EXPECT_EQ(decoded(0xc100, 16, NAN), -2.5F);
+  EXPECT_EQ(decoded(0xfc00, 16, NAN), -0x1p23F);
 }
 
 // A file with one word for every field, then samples.
@@ -75,15 +80,19 @@ std::string au(std::uint32_t length, int encoding, const std::string& samples) {
          word(44100) + word(1) + "AudacityBlockFile112" + std::string(24, '\0') + samples;
 }
 
-std::string cut(const std::string& file, double start, double end, std::string* printed = nullptr) {
-  write_file("in.au", file);
-  const std::string text = printed_by([&] { cut_part("in.au", "out.res", start, end); });
-  if (printed != nullptr) *printed = text;
-  return read_file("out.res");
-}
+class AuFile : public ::testing::Test {
+ protected:
+  std::string cut(const std::string& file, double start, double end) {
+    write_file("in.au", file);
+    printed_ = printed_by([&] { cut_part("in.au", "out.res", start, end); });
+    return read_file("out.res");
+  }
 
-TEST(AuFile, WhatIsWritten) {
-  const TemporaryDirectory directory;
+  std::string printed_;
+  TemporaryDirectory directory_;
+};
+
+TEST_F(AuFile, WhatIsWritten) {
   write_file("a.res", "0 inf\n1 -inf\n2 nan\n3 1\n");
   EXPECT_EQ(printed_by([] { EXPECT_EQ(make_au_file("a.res", "a.au"), 0); }), "make_au_file\n");
   const std::string header = au(3128, 6, "").substr(0, 44) + word(0xbf800000) + word(0x3f800000) +
@@ -99,58 +108,140 @@ TEST(AuFile, WhatIsWritten) {
   EXPECT_EQ(read_file("a.res").size(), 23U) << "one file is not written over itself";
 }
 
-TEST(AuFile, ThereAndBack) {
-  const TemporaryDirectory directory;
-  literal::write("a.res", sine_in_noise(110'000, 20'000, 1));
-  printed_by([] {
-    EXPECT_EQ(make_au_file("a.res", "a.au"), 0);
-    EXPECT_EQ(cut_part("a.au", "b.res", 0, 100), 0);
-    EXPECT_EQ(cut_part("a.au", "part.res", 1.9, 2.37), 0);
-  });
-  EXPECT_EQ(literal::read("a.res", 110'000), literal::read("b.res", 110'000));
-  const std::string part = read_file("part.res");
-  EXPECT_TRUE(part.starts_with("83790 "));
-  EXPECT_EQ(std::count(part.begin(), part.end(), '\n'), 104516 - 83790 + 1);
-  EXPECT_NE(part.find("\n104516 "), std::string::npos);
-}
-
-TEST(AuFile, Encodings) {
-  const TemporaryDirectory directory;
+TEST_F(AuFile, WhatIsCut) {
   const std::string floats = word(0x3f000000) + word(0x7fc00000) + word(0x7f800000);
-  EXPECT_EQ(cut(au(68, 6, floats), 0, 1e30),
-            "0 0.500000\n1 0.500000\n2 170141183460469231731687303715884105728.000000\n");
-  EXPECT_EQ(cut(au(68, 3, word(0xffff0001) + word(0x80007fff)), 0, 1), "0 -1\n1 -32768\n");
-  EXPECT_EQ(cut(au(68, -6, word(0xc1003c00) + word(0x7c013c00)), 0, 1),
-            "0 -2.500000\n1 -2.500000\n");
-  EXPECT_EQ(cut(au(68, 27, floats), 0, 1), "");
-  EXPECT_EQ(cut(au(72, 6, word(1) + word(0x40000000)), 0, 1), "0 2.000000\n");
-  EXPECT_EQ(cut(au(60, 6, word(0x40000000)), 0, 1), "2 2.000000\n");
-  for (const auto& [start, end] :
-       {std::pair(1.0, 0.0), std::pair<double, double>(NAN, 1), std::pair<double, double>(0, NAN)})
-    EXPECT_EQ(cut(au(68, 6, floats), start, end), "");
-  EXPECT_EQ(cut(au(0x7fffffff - 3, 6, floats), 0, 1), "");
-  const std::uint8_t key = 'x';
-  answer({&key, 1});
-  std::string printed;
-  EXPECT_EQ(cut(au(70, 6, word(1) + word(0x40000000)), 0, 1, &printed), "0 2.000000\n");
-  EXPECT_EQ(printed, "cut_part wrong coding of au-header len=70\n");
+  const std::string two = word(0x40000000);
+  const struct {
+    std::string file;
+    double start, end;
+    const char* values;
+  } cases[] = {
+      {au(68, 6, floats), 0, 1e30,
+       "0 0.500000\n1 0.500000\n2 170141183460469231731687303715884105728.000000\n"},
+      {au(68, 3, word(0xffff0001) + word(0x80007fff)), 0, 1, "0 -1\n1 -32768\n"},
+      {au(68, -6, word(0xc1003c00) + word(0x7c013c00)), 0, 1, "0 -2.500000\n1 -2.500000\n"},
+      {au(68, 27, floats), 0, 1, ""},
+      {au(72, 6, word(1) + two), 0, 1, "0 2.000000\n"},
+      {au(60, 6, two), 0, 1, "2 2.000000\n"},
+      {au(70, 6, word(1) + two), 0, 1, "0 2.000000\n"},
+      {au(68, 6, floats), 1, 0, ""},
+      {au(68, 6, floats), NAN, 1, ""},
+      {au(68, 6, floats), 0, NAN, ""},
+      {au(0x7fffffff - 3, 6, floats), 0, 1, ""},
+  };
+  for (const auto& c : cases) {
+    const std::uint8_t key = 'x';
+    answer({&key, 1});
+    EXPECT_EQ(cut(c.file, c.start, c.end), c.values);
+    const bool is_odd = c.file[4] % 4 != 0;
+    EXPECT_EQ(printed_, is_odd ? "cut_part wrong coding of au-header len=70\n" : "");
+  }
 }
 
-TEST(AuFile, WhatIsRefused) {
-  const TemporaryDirectory directory;
+TEST_F(AuFile, WhatIsRefused) {
   const std::string good = au(68, 6, word(0x3f800000));
-  std::string printed;
-  for (std::size_t size = 0; size < 68; ++size) {
-    EXPECT_EQ(cut(good.substr(0, size), 0, 1, &printed), "");
-    ASSERT_EQ(printed, "not au-file\n") << size;
+  for (const std::string& bad : {good.substr(0, 67), ".snd" + good.substr(4)}) {
+    EXPECT_EQ(cut(bad, 0, 1), "");
+    EXPECT_EQ(printed_, "not au-file\n");
   }
-  cut(".snd" + good.substr(4), 0, 1, &printed);
-  EXPECT_EQ(printed, "not au-file\n");
   write_file("in.au", good);
-  EXPECT_EQ(printed_by([] { EXPECT_EQ(cut_part("in.au", "in.au", 0, 1), 1); }), "not au-file\n");
+  for (const auto& [in, out, said] : {std::tuple("in.au", "in.au", "not au-file\n"),
+                                      {"none", "x", "no file none\n"},
+                                      {"in.au", "no/x", "no file no/x\n"}})
+    EXPECT_EQ(printed_by([&] { EXPECT_EQ(cut_part(in, out, 0, 1), 1); }), said);
   EXPECT_EQ(read_file("in.au"), "");
-  EXPECT_EQ(printed_by([] { EXPECT_EQ(cut_part("none", "x", 0, 1), 1); }), "no file none\n");
-  EXPECT_EQ(printed_by([] { EXPECT_EQ(cut_part("in.au", "no/x", 0, 1), 1); }), "no file no/x\n");
+}
+
+const std::string question = "...want to skip the header block... (y/n)\n";
+
+std::string report(const std::string& answers) {
+  answer({reinterpret_cast<const std::uint8_t*>(answers.data()), answers.size()});
+  return printed_by([] { EXPECT_EQ(analyse("a.au"), 0); });
+}
+
+class ReportTest : public ::testing::Test {
+ protected:
+  ReportTest() {
+    write_file("a.res", "0 0.5\n1 -2\n2 3\n");
+    printed_by([] { EXPECT_EQ(make_au_file("a.res", "a.au"), 0); });
+  }
+  TemporaryDirectory directory_;
+};
+
+TEST_F(ReportTest, AnOwnFile) {
+  const std::string header =
+      "0 AU-file header: dns.\n4 Data offset (=header length)=3128\n"
+      "8 Data size (not known=FFFFFF00) 00000000111111111111111111111111\n"
+      "12 Encoding=6\n16 Sampling rate=44100\n20 Channels=1\n24 Name=AudacityBlockFile112\n"
+      "44 Min=-1.000000 line=10111111100000000000000000000000\n"
+      "48 Max=1.000000 line=00111111100000000000000000000000\n"
+      "52 RMS=0.327736 line=00111110101001111100110100000011\n"
+      "56 Min=-1.000000\n60 Max=1.000000\n64 RMS=0.299080\n" +
+      question;
+  const std::pair<const char*, std::string> answers[] = {
+      {"", ""},  // the end of the input is an answer, too
+      {"yq", "3128 f1=0.500000\n"},
+      {"y...", "3128 f1=0.500000\n3132 f1=-2.000000\n3136 f1=3.000000\n"},
+      {"n.qq", "68 0000000000000000 0.000000\n70 0000000000000000 0.000000\n72 f1=0.000000\n"}};
+  for (const auto& [keys, rest] : answers)
+    EXPECT_EQ(report(keys), header + rest);
+  const std::string all = report("n" + std::string(2000, '.'));
+  EXPECT_EQ(std::count(all.begin(), all.end(), '\n'), 14 + 1530 + 3);
+}
+
+TEST_F(ReportTest, OtherEncodings) {
+  const auto samples = [](int encoding, const std::string& bytes) {
+    write_file("a.au", au(3128, encoding, "").substr(0, 44) + bytes);
+    const std::string text = report("y......");
+    return text.substr(text.find("24 Name") + 29);
+  };
+  // No summary: 3060 bytes from 44 on are skipped.
+  EXPECT_EQ(samples(3, std::string(3060, 0) + word(0xffff0101)), question + "3104 257\n3106 -1\n");
+  EXPECT_EQ(samples(7, std::string(4000, 0)), question);
+  const std::string text = samples(-6, word(0x40000000) + std::string(3080, 0) + word(0xc0003c00));
+  EXPECT_TRUE(text.starts_with("44 Ch1 Min=0.000000\n44 Ch2 Min=2.000000\n48 Ch1 Max=0.000000\n"));
+  EXPECT_TRUE(text.ends_with(question + "3130 f1=1.000000\n3130 f2=-2.000000\n")) << text;
+  for (const char* name : {"none", ".", "a.res"}) {
+    EXPECT_TRUE(printed_by([&] { EXPECT_EQ(analyse(name), 1); }).ends_with("not au-file\n"))
+        << name;
+  }
+}
+
+// Reads what the terminal shows until it ends with `text`.
+void expect_text(int terminal, const std::string& text) {
+  std::string shown;
+  char byte = 0;
+  pollfd waiting = {terminal, POLLIN, 0};
+  while (!shown.ends_with(text) && poll(&waiting, 1, 10'000) > 0 && read(terminal, &byte, 1) == 1)
+    shown += byte;
+  EXPECT_TRUE(shown.ends_with(text)) << shown;
+}
+
+TEST_F(ReportTest, OneKeyALineOnATerminal) {
+  for (const bool is_killed : {false, true}) {
+    int terminal = -1, line = -1;
+    ASSERT_EQ(openpty(&terminal, &line, nullptr, nullptr, nullptr), 0);
+    termios before = {}, after = {};
+    tcgetattr(line, &before);
+    const pid_t child = fork();
+    if (child == 0) {
+      alarm(20);
+      login_tty(dup(line));
+      stdin = fdopen(0, "r");
+      stdout = fdopen(1, "w");
+      std::_Exit(analyse("a.au"));
+    }
+    expect_text(terminal, "(y/n)\r\n");
+    EXPECT_EQ(write(terminal, "y", 1), 1);
+    expect_text(terminal, "3128 f1=0.500000\r\n");
+    EXPECT_EQ(is_killed ? kill(child, SIGTERM) + 1 : write(terminal, "q", 1), 1);
+    int status = -1;
+    waitpid(child, &status, 0);
+    EXPECT_EQ(is_killed ? WTERMSIG(status) : status, is_killed ? SIGTERM : 0);
+    tcgetattr(line, &after);
+    EXPECT_EQ(after.c_lflag, before.c_lflag);
+    close(terminal), close(line);
+  }
 }
 
 }  // namespace

@@ -1,0 +1,186 @@
+// Correlations, matches, spectra and bands: the digits of the literal sums, and what is refused.
+
+#include "app/signal/band_filter.hpp"
+#include "app/signal/correlation.hpp"
+#include "app/signal/fourier_sums.hpp"
+#include "app/signal/matching.hpp"
+#include "app/signal/spectrum.hpp"
+#include "app/signal/work_buffer.hpp"
+#include "bench/literal.hpp"
+#include "bench/signals.hpp"
+#include "support/screen.hpp"
+
+namespace torve {
+namespace {
+
+using Floats = std::vector<float>;
+
+class Analyses : public ::testing::Test {
+ protected:
+  Analyses() { EXPECT_TRUE(allocate_work_buffer()); }
+  ~Analyses() override { release_work_buffer(); }
+  TemporaryDirectory directory_;
+};
+
+TEST_F(Analyses, CorrelationsHaveTheDigitsOfTheLiteralSums) {
+  for (const std::size_t n : {1U, 31U, 32U, 33U, 64U, 1000U, 3001U}) {
+    literal::write("a", integers(sine_in_noise(n, 20'000, static_cast<unsigned>(n)), 1));
+    literal::write("b", sine_in_noise(n + n / 3, 3, 9));
+    for (const std::string one : {"a", "b"}) {
+      const std::string two = one == "a" ? "b" : "a";
+      const std::string said = printed_by([&] { literal::correlation(one, two, "expected"); });
+      EXPECT_EQ(printed_by([&] { EXPECT_EQ(correlation(one, two, "1"), 0); }),
+                "in correlation\n" + said + "done\n");
+      ASSERT_EQ(read_file("corre1.res"), read_file("expected")) << n;
+      literal::autocorrelation(one, "expected");
+      EXPECT_EQ(printed_by([&] { EXPECT_EQ(autocorrelation(one, "1"), 0); }),
+                "in autocorrelation\ngot ave and variance\ndone\n");
+      ASSERT_EQ(read_file("autocor1.res"), read_file("expected")) << n;
+    }
+  }
+  printed_by([] {
+    EXPECT_EQ(autocorrelation("absent", "1"), 1);
+    EXPECT_EQ(correlation("a", "absent", "1"), 1);
+    EXPECT_EQ(autocorrelation("a", "/no/1"), 1);
+  });
+}
+
+struct Outcome {
+  int result, offset;
+  float scale;
+  std::string printed;
+};
+
+Outcome match(int start, float scale, const std::string& out = "c", int mode = 1,
+              const std::string& samples = "all") {
+  Outcome found = {-1, 0, scale, ""};
+  float mean = 0;
+  found.printed = printed_by([&] {
+    found.result =
+        my_correlation("a", "b", out, &mean, &found.offset, &found.scale, mode, start, samples);
+  });
+  return found;
+}
+
+Floats shifted(Floats x, int by) {
+  std::rotate(x.begin(), x.begin() + by, x.end());
+  return x;
+}
+
+TEST_F(Analyses, MatchesHaveTheDigitsOfTheLiteralSearch) {
+  // All scales between the two levels are equally good, but for rounding.
+  Floats levels(10'000, 0.95F);
+  std::fill(levels.begin() + 5'000, levels.end(), 1.05F);
+  const std::pair<Floats, Floats> pairs[] = {
+      {sine_in_noise(11'500, 8000, 1), shifted(recorded(10'050, 2), 77)},
+      {recorded(10'000, 2), recorded(10'000, 2)},
+      {Floats(10'500, 5), Floats(10'000, -5)},
+      {levels, Floats(10'000, 3)},
+  };
+  for (const auto& [a, b] : pairs) {
+    literal::write("a", a);
+    literal::write("b", b);
+    // Within reach, beyond it on the low side, and where the first signal ends.
+    for (const auto& [start, scale] : {std::pair(300, 0.9F), {9'000, -2.0F}}) {
+      const std::string lines =
+          printed_by([&] { literal::my_correlation("a", "b", "c", start, scale); });
+      std::filesystem::rename("c", "expected");
+      EXPECT_TRUE(match(start, scale).printed.ends_with(lines)) << start;
+      ASSERT_EQ(read_file("c"), read_file("expected")) << start;
+    }
+  }
+}
+
+TEST_F(Analyses, MatchesOverAnInputAndByShifts) {
+  const Floats b = recorded(10'000, 3);
+  literal::write("a", shifted(b, 9'990));
+  literal::write("b", b);
+  const Outcome shifts = match(0, 1, "c", 0);
+  EXPECT_TRUE(shifts.printed.ends_with(" j1=10 offset=10\ndone\n")) << shifts.printed;
+  EXPECT_EQ(std::tuple(shifts.result, shifts.offset, shifts.scale), std::tuple(0, -10, 1.0F));
+  EXPECT_EQ(literal::read("c").size(), 9'990U);
+  EXPECT_EQ(match(0, 1, "c").result + match(0, 1, "a").result, 0);
+  EXPECT_EQ(read_file("a"), read_file("c")) << "the input is read before it is replaced";
+}
+
+TEST_F(Analyses, MatchesThatAreRefused) {
+  literal::write("a", recorded(10'000, 2));
+  literal::write("b", recorded(10'000, 3));
+  write_file("c", "good");
+  EXPECT_EQ(match(-5, 1).result, 0);
+  for (const Outcome& none : {match(0, 1, "c", 1, "9999"), match(0, 1, "no/c"), match(50'000, 1),
+                              match(0, 1e30F), match(0, NAN)}) {
+    EXPECT_EQ(none.result, 1);
+    EXPECT_EQ(none.printed.find("offset_best"), std::string::npos);
+  }
+  EXPECT_EQ(read_file("c"), "good");
+}
+
+TEST_F(Analyses, SpectraHaveTheirLeastSize) {
+  literal::write("short", recorded(9'998, 1));
+  literal::write("a", recorded(9'999, 1));
+  write_file("spe", "good");
+  EXPECT_EQ(printed_by([] { EXPECT_EQ(filter_spectrum("x", "x", 0, 1, 0), 1); }),
+            "run power spectrum\n");
+  for (const auto& [in, samples, said] : {std::tuple("short", "all", "not enough samples\n"),
+                                          {"a", "9999", "not enough samples\n"},
+                                          {"none", "all", "could not open none\n"}}) {
+    EXPECT_TRUE(
+        printed_by([&] { EXPECT_EQ(power_spectrum(in, "spe", samples), 1); }).ends_with(said));
+  }
+  EXPECT_EQ(read_file("spe"), "good");
+  EXPECT_EQ(printed_by([] { EXPECT_EQ(power_spectrum("a", "a", "10000"), 0); }),
+            "in power_spectrum\n0 percent ready\n20 percent ready\n40 percent ready\n"
+            "60 percent ready\n80 percent ready\n100 percent ready\n");
+  EXPECT_TRUE(read_file("a").starts_with("size=10000\n0 ")) << "read before it is replaced";
+}
+
+TEST_F(Analyses, SpectraAndBandsHaveTheDigitsOfTheLiteralSums) {
+  // Beside a tone this loud some powers lie too near a rounding boundary for the quick sums.
+  Floats x = integers(sine_in_noise(10'016, 20'000, 6), 1);
+  for (std::size_t i = 0; i < x.size(); ++i)
+    x[i] += static_cast<float>(3e7 * std::sin(static_cast<double>(i) * 0.0314));
+  literal::write("a", x);
+  printed_by([] { EXPECT_EQ(power_spectrum("a", "spe", "all"), 0); });
+  const auto c = literal::power_spectrum("a", "expected", 100'000);
+  ASSERT_EQ(read_file("spe"), read_file("expected"));
+  EXPECT_TRUE(std::equal(c.a.begin(), c.a.end(), stored_a().begin()));
+  EXPECT_TRUE(std::equal(c.b.begin(), c.b.end(), stored_b().begin()));
+  const struct {
+    int low, high, mode;
+  } bands[] = {
+      {-100, 300, 0},            // around 0
+      {5000, 2200, 0},           // nothing
+      {21'900, 60'000, 0},       // the highest bins
+      {300, 21'900, 1},          // the lowest and the highest
+      {-100, 2'000'000'000, 1},  // the mean alone
+  };
+  for (const auto& band : bands) {
+    EXPECT_TRUE(printed_by([&] {
+                  EXPECT_EQ(filter_spectrum("y", "y", band.low, band.high, band.mode), 0);
+                }).ends_with("99 percent ready\ndone\n"));
+    literal::filter_spectrum(c, "expected", band.low, band.high, band.mode);
+    ASSERT_EQ(read_file("y"), read_file("expected")) << band.low << " " << band.high;
+  }
+}
+
+// Beyond 46340 samples the products of the angles wrap; only some bins are summed literally.
+TEST(FourierSums, WrappingProducts) {
+  for (const std::size_t size : {46'341U, 99'991U, 100'000U}) {
+    const Floats x = sine_in_noise(size, 30'000, 8);
+    const double tolerance = fourier_sum_tolerance(x) / 2;
+    for (const int first : {1, 14'000, static_cast<int>(size / 2) - 31}) {
+      std::array<FourierSums, fourier_lanes> sums;
+      fourier_sums(x, first, sums);
+      for (const std::size_t lane : {0U, 17U, 31U}) {
+        const FourierSums literal = plain_fourier_sums(x, first + static_cast<int>(lane));
+        EXPECT_NEAR(sums[lane].cosines, literal.cosines, tolerance)
+            << first + static_cast<int>(lane);
+        EXPECT_NEAR(sums[lane].sines, literal.sines, tolerance);
+      }
+    }
+  }
+}
+
+}  // namespace
+}  // namespace torve
