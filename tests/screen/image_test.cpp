@@ -1,39 +1,38 @@
-// The screen image and what draws into it, against trivial references.
+// The screen image and what draws into it, against trivial references; fn2 pictures.
 
 #include <algorithm>
-#include <cstdlib>
-#include <numeric>
 #include <random>
 
 #include "draw/lines.hpp"
-#include "draw/plane_copy.hpp"
 #include "draw/window_frame.hpp"
+#include "picture/fn2.hpp"
 #include "support/screen.hpp"
 
 namespace torve {
 namespace {
 
-using Pixels = std::vector<std::uint32_t>;
+constexpr int highest = 0x7FFFFFFF;
 
 class ImageTest : public ScreenTest {
  protected:
-  void set(Pixels& pixels, int x, int y, std::uint32_t value) {
-    if (whole_screen.contains(x, y)) pixels[static_cast<std::size_t>(y * screen_width + x)] = value;
+  void expect(int x, int y, std::uint32_t value) {
+    if (whole_screen.contains(x, y))
+      expected_[static_cast<std::size_t>(y * screen_width + x)] = value;
   }
   int any(int low, int high) { return std::uniform_int_distribution<int>(low, high)(random_); }
-  std::uint32_t any_pixel() { return static_cast<std::uint32_t>(any(0, 0xFFFFFF)); }
 
+  TemporaryDirectory directory_;
   std::mt19937 random_{20240611};
+  std::vector<std::uint32_t> expected_ = all_pixels();
 };
 
 TEST_F(ImageTest, PlanesHoldPixelsAsStated) {
-  drawpixel2c(13, 7, 0x800001);
+  EXPECT_EQ(plot_point2(13, 7, 0x800001), colour_pixel(white_colour));
   const std::uint8_t* byte = screen_block() + 7 * 100 + 13 / 8;
   EXPECT_EQ(byte[0] & 0x20, 0x20) << "plane 0 carries the most significant bit";
   EXPECT_EQ(byte[60000] & 0x20, 0);
   EXPECT_EQ(byte[23 * 60000] & 0x20, 0x20);
   EXPECT_EQ(getpixel2c(13, 7), 0x800001U);
-  EXPECT_EQ(plot_point2(13, 7, 0x123456), 0x800001U);
   for (const auto& [x, y] : {std::pair{-1, 5}, {800, 5}, {5, -1}, {5, 600}}) {
     drawpixel2b(x, y, 0);
     EXPECT_EQ(getpixel2c(x, y), 0U);
@@ -41,13 +40,10 @@ TEST_F(ImageTest, PlanesHoldPixelsAsStated) {
 }
 
 TEST_F(ImageTest, RectanglesEqualPixelByPixelOnes) {
-  Pixels expected = all_pixels();
   for (int i = 0; i < 400; ++i) {
-    const int x = any(-20, 810);
-    const int y = any(-20, 610);
+    const int x = any(-20, 810), y = any(-20, 610), height = any(-2, 30);
     const int width = i % 4 == 0 ? any(-2, 900) : any(-2, 20);
-    const int height = any(-2, 30);
-    const std::uint32_t pixel = any_pixel();
+    const auto pixel = static_cast<std::uint32_t>(any(0, 0xFFFFFF));
     if (i % 2 == 0) {
       clear_win1(x, y, x + width, y + height, pixel);
     } else {
@@ -55,11 +51,11 @@ TEST_F(ImageTest, RectanglesEqualPixelByPixelOnes) {
     }
     for (int row = y; row < y + height; ++row) {
       for (int column = x; column < x + width; ++column)
-        set(expected, column, row, pixel);
+        expect(column, row, pixel);
     }
   }
-  EXPECT_EQ(all_pixels(), expected);
-  fillbox2(790, 590, 0x7FFFFFFF, 0x7FFFFFFF, 5);
+  EXPECT_EQ(all_pixels(), expected_);
+  fillbox2(790, 590, highest, highest, 5);
   EXPECT_EQ(getpixel2c(799, 599), 5U);
 }
 
@@ -67,121 +63,134 @@ TEST_F(ImageTest, OnlyWhatChangedIsDirty) {
   static Rect pushed;
   static const DisplayBackend recorder = {.push = [](const Rect& rect) { pushed = rect; }};
   set_display_backend(&recorder);
-  present();
-  const auto pushed_by = [](auto draw) {
-    pushed = {};
-    draw();
-    present();
-    return pushed;
+  const struct {
+    void (*draw)();
+    Rect dirty;
+  } cases[] = {
+      {[] {}, whole_screen},
+      {[] { clearwin(30, 10, 30, 20, 1); }, {}},
+      {[] { clearwin(30, 10, 41, 20, 1); }, {30, 10, 41, 20}},
+      {[] { draw_line1(10, 10, 10, 5, 0); }, {10, 5, 11, 11}},
+      {[] { drawpixel2c(1, 1, 0); }, {}},  // left to the caller
+      {[] { drawpixel(3, 4, 1), fillbox2(795, 590, 50, 50, 1); }, {3, 4, 800, 600}},
   };
-  EXPECT_EQ(pushed_by([] { clearwin(30, 10, 30, 20, 1); }), Rect()) << "empty";
-  EXPECT_EQ(pushed_by([] { clearwin(30, 10, 41, 20, 1); }), (Rect{30, 10, 41, 20}));
-  EXPECT_EQ(pushed_by([] { draw_line1(10, 10, 10, 5, 0); }), (Rect{10, 5, 11, 11}));
-  EXPECT_EQ(pushed_by([] { drawpixel2c(1, 1, 0); }), Rect()) << "left to the caller";
-  EXPECT_EQ(pushed_by([] {
-              drawpixel(3, 4, 1);
-              fillbox2(795, 590, 50, 50, 1);
-            }),
-            (Rect{3, 4, 800, 600}));
+  for (const auto& c : cases) {
+    pushed = {};
+    c.draw();
+    present();
+    EXPECT_EQ(pushed, c.dirty);
+  }
   set_display_backend(nullptr);
 }
 
 // The rule of the lines, step by step, without a thought for speed or edges.
-void reference_line(Pixels& pixels, int x1, int y1, int x2, int y2,
-                    const std::function<void(Pixels&, int, int)>& set_pixel) {
-  const int left = std::min(x1, x2), right = std::max(x1, x2);
-  const int top = std::min(y1, y2), bottom = std::max(y1, y2);
-  if (bottom - top > right - left) {
-    for (int y = top; y <= bottom; ++y)
-      set_pixel(pixels, (y - y1) * (x2 - x1) / (y2 - y1) + x1, y);
-  } else {
-    for (int x = left; x <= right; ++x) {
-      set_pixel(pixels, x, x1 == x2 ? y1 : (x - x1) * (y2 - y1) / (x2 - x1) + y1);
-    }
-  }
-}
-
 TEST_F(ImageTest, LinesEqualTheStepByStepRule) {
-  Pixels expected = all_pixels();
   for (int i = 0; i < 600; ++i) {
-    const int x1 = any(-60, 860);
-    const int y1 = any(-60, 660);
+    const int x1 = any(-60, 860), y1 = any(-60, 660), colour = any(0, 20);
     const int x2 = i % 5 == 0 ? x1 : any(-60, 860);
-    const int y2 = i % 7 == 0 ? y1 : any(-60, 660);
-    const int colour = any(0, 20);
+    const int y2 = i % 7 == 0 ? y1 : i % 6 == 0 ? y1 + x2 - x1 : any(-60, 660);
     draw_line(x1, y1, x2, y2, colour, target_screen);
-    reference_line(expected, x1, y1, x2, y2,
-                   [&](Pixels& pixels, int x, int y) { set(pixels, x, y, colour_pixel(colour)); });
-  }
-  EXPECT_EQ(all_pixels(), expected);
-  draw_line1(-2147483647 - 1, -2147483647 - 1, 2147483647, 2147483647, 4);
-  EXPECT_EQ(getpixel2c(300, 300), colour_pixel(4));
-}
-
-TEST_F(ImageTest, PlaneBuffersArriveAtEveryBitPhase) {
-  constexpr int width = 21, height = 3, stride = 24 * 3 + 5;
-  std::vector<std::uint8_t> buffer(stride * height);
-  for (std::uint8_t& byte : buffer)
-    byte = static_cast<std::uint8_t>(any(0, 255));
-  for (const int x : {-30, -9, 0, 1, 6, 7, 8, 399, 780, 795, 900}) {
-    for (const int y : {-2, 40, 598}) {
-      Pixels expected = all_pixels();
-      draw_buf2c(x, y, width, height, {.plane_stride = 3, .row_stride = stride}, buffer);
-      for (int row = 0; row < height; ++row) {
-        for (int column = 0; column < width; ++column) {
-          std::uint32_t pixel = 0;
-          for (int plane = 0; plane < 24; ++plane) {
-            const auto at = static_cast<std::size_t>(row * stride + plane * 3 + column / 8);
-            pixel = pixel << 1 | (buffer[at] >> (7 - column % 8) & 1U);
-          }
-          set(expected, x + column, y + row, pixel);
-        }
-      }
-      ASSERT_EQ(all_pixels(), expected) << x << ' ' << y;
+    const int dx = x2 - x1, dy = y2 - y1;
+    if (std::abs(dy) > std::abs(dx)) {
+      for (int y = std::min(y1, y2); y <= std::max(y1, y2); ++y)
+        expect((y - y1) * dx / dy + x1, y, colour_pixel(colour));
+    } else {
+      for (int x = std::min(x1, x2); x <= std::max(x1, x2); ++x)
+        expect(x, dx == 0 ? y1 : (x - x1) * dy / dx + y1, colour_pixel(colour));
     }
   }
+  EXPECT_EQ(all_pixels(), expected_);
+  draw_line1(-highest - 1, -highest - 1, highest, highest, 4);
+  EXPECT_EQ(getpixel2c(300, 300), colour_pixel(4));
 }
 
 TEST_F(ImageTest, FrameLinesBoxesArrowsAndThumbs) {
   clearwin(100, 100, 300, 200, 16);
-  int x_fraction = -1;
-  int y_fraction = -1;
+  int x_fraction = -1, y_fraction = -1;
   putWinFrame(100, 100, 80, 160, 64, 0, 128, 128, &x_fraction, &y_fraction, 4, FrameFlags::none, 0);
-  EXPECT_EQ(x_fraction, 64);
-  EXPECT_EQ(y_fraction, 64) << "the vertical thumb stands at the x fraction";
-  const std::uint32_t frame = colour_pixel(4), light = colour_pixel(15);
-  const std::uint32_t shade = colour_pixel(20), inside = colour_pixel(16);
+  EXPECT_EQ(std::pair(x_fraction, y_fraction), std::pair(64, 64)) << "one fraction for both";
+  constexpr int frame = 4, light = 15, shade = 20;
   const struct {
-    int x, y;
-    std::uint32_t pixel;
+    int x, y, colour;
     const char* what;
   } cases[] = {
       {100, 100, frame, "corner"},
-      {259, 179, frame, "far corner"},
-      {150, 101, light, "upper light"},
-      {150, 110, frame, "title bar"},
-      {150, 111, light, "title bar light"},
-      {110, 150, frame, "left bar"},
-      {111, 150, light, "left bar light"},
       {256, 140, frame, "inner right"},
       {249, 105, frame, "separator"},
-      {248, 107, light, "separator light"},
       {103, 103, light, "left box light"},
-      {104, 104, frame, "left box"},
-      {252, 104, light, "right box light"},
-      {253, 104, frame, "right box"},
-      {260, 140, inside, "right of the frame"},
       {105, 111, shade, "upper head tip"},
-      {103, 178, light, "frame light"},
+      {101, 118, light, "beside it"},
       {111, 105, shade, "left head tip"},
       {104, 143, frame, "vertical thumb: 100+22+(64*40>>7)"},
       {178, 104, shade, "horizontal thumb: 100+22+(64*111>>7)"},
   };
   for (const auto& c : cases)
-    EXPECT_EQ(getpixel2c(c.x, c.y), c.pixel) << c.what;
+    EXPECT_EQ(getpixel2c(c.x, c.y), colour_pixel(c.colour)) << c.what;
   putWinFrame(100, 100, 80, 160, 5, 5, 0, 0, &x_fraction, &y_fraction, 4, FrameFlags::none, 1);
-  EXPECT_EQ(x_fraction, 0);
-  EXPECT_EQ(y_fraction, 0);
+  EXPECT_EQ(std::pair(x_fraction, y_fraction), std::pair(0, 0));
+}
+
+// Bytes of a row, planes, rows, columns.
+std::string header(std::array<std::uint16_t, 4> fields) {
+  return {reinterpret_cast<const char*>(fields.data()), sizeof fields};
+}
+
+TEST_F(ImageTest, ColourNumbersBecomeColours) {
+  // Two rows of nine pixels, four planes: number 4 (red) first, the others 15 and 1.
+  write_file("p.fn2", header({8, 0, 2, 9}) + std::string("\x7F\x80\xFF\x80\x7F\x80\x7F\x80", 8) +
+                          std::string("\0\0\0\0\0\0\xFF\x80", 8));
+  int width = 0, height = 0;
+  ASSERT_EQ(getpicture("p.fn2", 101, 50, &width, &height), 0);
+  EXPECT_EQ(std::pair(width, height), std::pair(9, 2));
+  EXPECT_EQ(getpixel2c(101, 50), colour_pixel(4));
+  EXPECT_EQ(getpixel2c(109, 50), colour_pixel(15));
+  EXPECT_EQ(getpixel2c(109, 51), colour_pixel(1));
+  EXPECT_EQ(gplanes, 24);
+}
+
+TEST_F(ImageTest, HeadersThatCannotBeTrueAreRefused) {
+  const std::pair<std::string, const char*> cases[] = {
+      {header({144, 24, 43, 43}).substr(0, 7), "cut in the header"},
+      {header({143, 24, 43, 43}), "stride below a row"},
+      {header({150, 25, 43, 43}), "more planes than the screen"},
+      {header({144, 24, 0, 43}), "no rows"},
+      {header({144, 24, 178, 43}), "larger than the buffer"},
+      {header({65535, 24, 65535, 65535}), "everything at its end"},
+  };
+  for (const auto& [bytes, what] : cases) {
+    write_file("bad.fn2", bytes);
+    int width = 5, height = 5;
+    EXPECT_EQ(printed_by([&] { EXPECT_EQ(getpicture("bad.fn2", 9, 9, &width, &height), 1); }),
+              "file_error\n")
+        << what;
+    EXPECT_EQ(width + height, 0) << what;
+  }
+  EXPECT_EQ(all_pixels(), expected_);
+}
+
+TEST_F(ImageTest, SavedPicturesArriveAtEveryBitPhaseWholeAndCut) {
+  constexpr int width = 21, height = 3, stride = 24 * 3;
+  std::vector<std::uint32_t> pixels(width * height);
+  std::vector<std::uint8_t> buffer(stride * (height + 1)), read(25600);
+  for (int i = 0; i < width * height; ++i) {
+    const auto pixel = pixels[static_cast<std::size_t>(i)] =
+        static_cast<std::uint32_t>(any(0, 0xFFFFFF));
+    point_to_fn2b(i % width, i / width, pixel, 3, stride, buffer);
+  }
+  ASSERT_EQ(savebuf_tofile("s.fn2", width, height, stride, buffer), 0);
+  for (const int wanted : {100, 5}) {
+    int w = wanted, h = 100, s = 32767;
+    ASSERT_EQ(loadbuf_fromfile("s.fn2", &w, &h, &s, read), 0);
+    EXPECT_EQ(std::tuple(w, h, s), std::tuple(std::min(wanted, width), height, stride));
+    for (const int x : {-30, -9, 0, 1, 6, 7, 8, 399, 780, 795, 900}) {
+      for (const int y : {-2, 40, 598}) {
+        draw_buf1b(x, y, w, h, w / 8 + 1, s, read);
+        for (int i = 0; i < w * h; ++i)
+          expect(x + i % w, y + i / w, pixels[static_cast<std::size_t>(i / w * width + i % w)]);
+        ASSERT_EQ(all_pixels(), expected_) << x << ' ' << y;
+      }
+    }
+  }
 }
 
 }  // namespace

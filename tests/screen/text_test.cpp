@@ -1,6 +1,4 @@
-// Text in tiny fonts made here, and the colour table behind it.
-
-#include <map>
+// Text in tiny fonts made here, the colour table behind it, and text in EPS files.
 
 #include "eps/eps_stream.hpp"
 #include "support/screen.hpp"
@@ -16,10 +14,14 @@ constexpr int rows = 3;
 // Every character is one pixel in its upper left corner; 'W' is all ink.
 std::string tiny_font() {
   std::string bytes = {static_cast<char>(rows), 127};
-  for (int code = 0; code < 127; ++code) {
+  for (int code = 0; code < 127; ++code)
     bytes += code == 'W' ? std::string(rows, '\xFF') : std::string{'\x80', 0, 0};
-  }
   return bytes;
+}
+
+std::string contents(const char* name) {
+  std::ifstream file(name);
+  return {std::istreambuf_iterator<char>(file), {}};
 }
 
 class TextTest : public ScreenTest {
@@ -28,20 +30,16 @@ class TextTest : public ScreenTest {
     write_file("font7.dat", tiny_font());
     write_file("font8.dat", tiny_font());
     std::string advances(3600, '\6');
-    advances[('i' - 'a') * 60 + ('l' - 'a')] = '\4';
+    advances[('i' - 'a') * 60 + ('l' - 'a')] = '\4', advances[('l' - 'a') * 60] = '\5';
     write_file("font8.dis", advances);
     reset_text_state();
     defaultfont = 7;
-    EXPECT_EQ(init_font(7), 0);
-    EXPECT_EQ(init_font2(8), 0);
+    EXPECT_EQ(init_font(7) + init_font2(8), 0);
   }
-  ~TextTest() override {
-    free_font();
-    free_font2();
-  }
+  ~TextTest() override { free_font(), free_font2(); }
 
-  // Positions of ink that starts a glyph, in reading order.
-  std::string ink() {
+  // The positions of the ink, in reading order.
+  static std::string ink() {
     std::string found;
     const std::vector<std::uint32_t> pixels = all_pixels();
     for (std::size_t i = 0; i < pixels.size(); ++i) {
@@ -54,98 +52,85 @@ class TextTest : public ScreenTest {
 };
 
 TEST_F(TextTest, CharactersStandWhereTheRulesPutThem) {
-  const auto drawn = [&](int limit, int cut, const std::function<void()>& draw) {
-    clearwin(0, 0, 800, 600, 15);
-    X1_min = 16, X1_max = limit, Y1_min = 4, Y1_max = 40;
-    xkoord = 20, ykoord = 10;
-    truncate1 = cut;
-    draw();
-    return ink();
+  static char line[7];
+  const struct {
+    int limit, row, cut;
+    const char* text;
+    void (*draw)(const char* text);
+    const char *ink, *what;
+  } cases[] = {
+      {100, 10, 0, "abc", [](const char* t) { textn(t, 0, 15); }, "20,10 28,10 36,10 ", "cells"},
+      {100, 10, 0, "ail.", [](const char* t) { textf(t, 0, 15, 8); }, "20,10 26,10 30,10 35,10 ",
+       "pair advances; other characters share the class of 'a'"},
+      {40, 10, 0, "abc", [](const char* t) { textn(t, 0, 15); }, "20,10 28,10 16,14 ", "wraps"},
+      {40, 10, 1, "abc", [](const char* t) { textn(t, 0, 15); }, "20,10 28,10 ", "cut off"},
+      {100, 41, 0, "a", [](const char* t) { textn(t, 0, 1); }, "20,4 ", "from the area's top"},
+      {58, 10, 0, "abcdef", [](const char*) { textnb(line, 0, 15); }, "20,10 28,10 36,10 44,10 ",
+       "the caller's string is cut"},
+      {17, 10, 0, "ab", [](const char*) { textnb(line, 0, 15); }, "", "no room at all"},
   };
-  EXPECT_EQ(drawn(100, 0, [] { textn("abc", 0, 15); }), "20,10 28,10 36,10 ") << "fixed cells";
-  EXPECT_EQ(drawn(100, 0, [] { textf("ail.", 0, 15, 8); }), "20,10 26,10 30,10 36,10 ")
-      << "pair advances; other characters share the class of 'a'";
-  EXPECT_EQ(curfnt, 8);
-  EXPECT_EQ(drawn(40, 0, [] { textn("abc", 0, 15); }), "20,10 28,10 16,14 ") << "wraps";
-  EXPECT_EQ(drawn(40, 1, [] { textn("abc", 0, 15); }), "20,10 28,10 ") << "cut off";
-  EXPECT_EQ(drawn(100, 0,
-                  [] {
-                    ykoord = 41;
-                    textn("a", 0, 1);
-                  }),
-            "20,4 ")
-      << "below the area: from its top";
-  char line[] = "abcdef";
-  EXPECT_EQ(drawn(58, 0, [&] { textnb(line, 0, 15); }), "20,10 28,10 36,10 44,10 ");
-  EXPECT_STREQ(line, "abcd") << "the caller's string is cut";
-  char none[] = "ab";
-  EXPECT_EQ(drawn(17, 0, [&] { textnb(none, 0, 15); }), "") << "no room at all";
+  for (const auto& c : cases) {
+    clearwin(0, 0, 800, 600, 15);
+    X1_min = 16, X1_max = c.limit, Y1_min = 4, Y1_max = 40;
+    xkoord = 20, ykoord = c.row;
+    truncate1 = c.cut;
+    std::snprintf(line, sizeof line, "%s", c.text);
+    c.draw(c.text);
+    EXPECT_EQ(ink(), c.ink) << c.what;
+  }
 }
 
 TEST_F(TextTest, BackgroundsAsEachRoutineTreatsThem) {
-  const std::uint32_t paper = colour_pixel(9);
-  const auto behind = [&](const std::function<void()>& draw) {
+  static char line[] = "ab";
+  const struct {
+    void (*draw)();
+    int first, last;  // colours behind the two letters
+  } cases[] = {
+      {[] { textn("ab", 0, 15); }, 9, 9},      // nocolor
+      {[] { textn("ab", 0, 4); }, 4, 4},       //
+      {[] { textf("ab", 0, 15, 8); }, 15, 9},  // all but the last
+      {[] { textnb(line, 0, 15); }, 15, 15},
+  };
+  for (const auto& c : cases) {
     clearwin(0, 0, 800, 600, 9);
     xkoord = 300, ykoord = 10;
-    draw();
-    return std::pair(getpixel2c(301, 11), getpixel2c(309, 11));
-  };
-  const std::uint32_t white = colour_pixel(15);
-  EXPECT_EQ(behind([] { textn("ab", 0, 15); }), std::pair(paper, paper)) << "nocolor";
-  EXPECT_EQ(behind([] { textn("ab", 0, 4); }), std::pair(colour_pixel(4), colour_pixel(4)));
-  EXPECT_EQ(behind([] { textf("ab", 0, 15, 8); }), std::pair(white, paper)) << "all but the last";
-  char text[] = "ab";
-  EXPECT_EQ(behind([&] { textnb(text, 0, 15); }), std::pair(white, white));
-  clearwin(0, 0, 800, 600, 15);
+    c.draw();
+    EXPECT_EQ(getpixel2c(301, 11), colour_pixel(c.first));
+    EXPECT_EQ(getpixel2c(309, 11), colour_pixel(c.last));
+  }
   displaychar(797, 598, rows, 2, 15, 0, glyph_rows('W'));
   displaychar(-5, -1, rows, 2, 15, 0, glyph_rows('W'));
   EXPECT_EQ(getpixel2c(799, 599), colour_pixel(2));
   EXPECT_EQ(getpixel2c(2, 1), colour_pixel(2));
-  EXPECT_EQ(getpixel2c(0, 2), white);
+  EXPECT_EQ(getpixel2c(0, 2), colour_pixel(9));
 }
 
 TEST_F(TextTest, AFontThatCannotBeLoadedLeavesTheOldOne) {
   write_file("font40.dat", tiny_font().substr(0, 100));
   for (const int number : {9, 40}) {
-    const std::string name = "font" + std::to_string(number) + ".dat";
     EXPECT_EQ(printed_by([&] { EXPECT_EQ(init_font(number), 1); }),
-              "can't open font file " + name + "\n");
-    EXPECT_EQ(curfnt, 7);
-    EXPECT_EQ(cr, rows + 1);
+              "can't open font file font" + std::to_string(number) + ".dat\n");
+    EXPECT_EQ(std::pair(curfnt, cr), std::pair(7, rows + 1));
   }
-  for (int code = 0; code < 256; ++code) {
-    ASSERT_EQ(glyph_rows(static_cast<char>(code))[0], code == 'W'  ? 0xFF
-                                                      : code < 127 ? 0x80
-                                                                   : 0)
-        << code;
-  }
+  for (const auto& [code, row] : {std::pair('W', 0xFF), {'a', 0x80}, {'\x7F', 0}, {'\xFF', 0}})
+    EXPECT_EQ(glyph_rows(code)[0], row) << code;
   EXPECT_EQ(fntlen2("il"), 4 + 8);
-  EXPECT_EQ(fntlen2(""), 8);
 }
 
 TEST_F(TextTest, FixedPointNumbersAndTransliteration) {
-  const auto number = [](int value, int decimals) {
-    outstream = open_file("n", "w+");
+  for (const auto& [value, decimals, text] :
+       {std::tuple(1234, 2, "(12.34)"), {5, 2, "(0.05)"}, {1234, 0, "(1234)"}}) {
+    outstream = open_file("n", "w");
     text1(1, value, decimals, 0, 15);
-    std::rewind(outstream.get());
-    char line[200] = {};
-    EXPECT_NE(std::fgets(line, sizeof line, outstream.get()), nullptr);
     outstream.reset();
-    const std::string text = line;
-    return text.substr(text.find('(') + 1, text.find(')') - text.find('(') - 1);
-  };
-  EXPECT_EQ(number(1234, 2), "12.34");
-  EXPECT_EQ(number(5, 2), "0.05");
-  EXPECT_EQ(number(7, 3), "0.007");
-  EXPECT_EQ(number(1234, 0), "1234");
-  EXPECT_EQ(number(0, 0), "0");
-  const std::map<std::string, std::pair<std::string, int>> words = {
-      {"l/odz'", {"\1od\6", 1}}, {"ab", {"ab", 0}}, {"l/a'", {"\1a'", 0}}, {"N'", {"\x18", 1}}};
-  for (const auto& [typed, meant] : words) {
+    EXPECT_NE(contents("n").find(text), std::string::npos) << text;
+  }
+  for (const auto& [typed, meant] :
+       {std::pair("l/odz'", "\1od\6"), {"ab", "ab"}, {"l/a'", "\1a'"}}) {
     char text[20];
-    std::snprintf(text, sizeof text, "%s", typed.c_str());
-    EXPECT_EQ(insertPolishChars(text), meant.second) << typed;
-    EXPECT_EQ(text, meant.first);
+    std::snprintf(text, sizeof text, "%s", typed);
+    EXPECT_EQ(insertPolishChars(text), meant[1] == 'o' ? 1 : 0) << typed;
+    EXPECT_STREQ(text, meant);
   }
   char character = static_cast<char>(153);
   insertScandiChars(&character);
@@ -155,16 +140,8 @@ TEST_F(TextTest, FixedPointNumbersAndTransliteration) {
 TEST_F(TextTest, ColourTableRepeatsAsStated) {
   EXPECT_EQ(colour_pixel(15), 0xFCFCFCU);
   EXPECT_EQ(colour_pixel(5), 0xBC8F8FU);
-  EXPECT_EQ(colour_pixel(31), colour_pixel(10));
-  EXPECT_EQ(colour_pixel(36), colour_pixel(4));
-  EXPECT_EQ(colour_pixel(276), colour_pixel(276 % 16));
-  EXPECT_EQ(
-      printed_by([] {
-        allocate_colours([](ColourRecord& r) { return r.green != 0 && allocate_true_colour(r); });
-      }),
-      "problems with color 0\nproblems with color 1\nproblems with color 4\n"
-      "problems with color 6\n");
-  EXPECT_EQ(colour_pixel(4), 0U);
+  for (const auto& [copy, colour] : {std::pair(31, 10), {36, 4}, {276, 4}})
+    EXPECT_EQ(colour_pixel(copy), colour_pixel(colour));
 }
 
 TEST_F(TextTest, EpsLinesAndTemplate) {
@@ -174,20 +151,12 @@ TEST_F(TextTest, EpsLinesAndTemplate) {
   write_eps_segment(10, 20, 30, 5, 300);
   write_eps_label(6, 8, 100, 158, 11, "a(b");
   EXPECT_EQ(close_eps(std::move(sample)), 0);
-  std::ifstream written("o.eps");
   EXPECT_EQ(
-      std::string(std::istreambuf_iterator<char>(written), {}),
+      contents("o.eps"),
       "head\n%%End_Setup\nmore\n"
       "Or moveto 10 CX 280 CX rmoveto 20 CX 15 CX rlineto stroke\n"
       "Or moveto 8 CX 53 CX rmoveto /Times-Roman findfont 12 CX scalefont setfont (a(b) show\n"
       "tail\n");
-  write_file("endless.dat", "no end of set-up\n x %%End_Setup\n");
-  sample = open_eps("p.eps", "endless.dat");
-  ASSERT_TRUE(sample);
-  EXPECT_EQ(close_eps(std::move(sample)), 0);
-  EXPECT_EQ(std::filesystem::file_size("p.eps"), std::filesystem::file_size("endless.dat"));
-  EXPECT_FALSE(open_eps("missing/p.eps", "t.dat"));
-  EXPECT_EQ(strip_off_ending("a.b.res"), "a.b");
 }
 
 }  // namespace
