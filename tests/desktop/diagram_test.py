@@ -1,5 +1,8 @@
 """A queueing network is drawn, changed, kept, lost and read again."""
 
+import signal
+
+import pytest
 from network import COPY, CPU, CUT, FRAME, NODE, POINTER, PRINT_OUT, READ_BACK, SAVE, UNDO, Editor
 from pictures import BLACK, RED, cut, printed, same, shows_text
 from workbench import PLOT
@@ -63,10 +66,19 @@ def test_draws_over_plots_and_rescues_what_is_not_saved(desk):
     assert "node x1=200 y1=40 x2=200 y2=140" in (desk.folder / "figure.vob.bak").read_text()
 
 
-def test_a_lost_server_takes_no_diagram_with_it(desk):
+def end_server(desk):
+    desk.server.kill()
+
+
+def interrupt(desk):
+    desk.process.child.send_signal(signal.SIGINT)
+
+
+@pytest.mark.parametrize("end", [end_server, interrupt])
+def test_a_sudden_end_takes_no_diagram_with_it(desk, end):
     desk.start()
     editor = Editor(desk, 600, 540)
     editor.draw(NODE, (200, 40), (200, 140))
-    desk.server.kill()
+    end(desk)
     assert desk.process.exit_status() == 1
     assert "node x1=200 y1=40 x2=200 y2=140" in (desk.folder / "figure.vob.bak").read_text()
