@@ -82,7 +82,11 @@ int read_diagram(const char* name) {
     return 1;
   }
   const std::optional<std::string> text = contents(file.get());
-  if (!text) return refuse(name, 0);
+  if (!text) {
+    std::printf("%s is too large or cannot be read\n", name);
+    file_error(0);
+    return 1;
+  }
   int bad_line = 0;
   const std::optional<KeptDiagram> diagram = diagram_from_text(*text, &bad_line);
   if (!diagram) return refuse(name, bad_line);

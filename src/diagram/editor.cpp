@@ -39,6 +39,7 @@ void leave_tool() {
     if (!is_seen(*figure)) cut_figure(figure);
     figure = next;
   }
+  let_change_go_on(false);
   cvobj = nullptr;
 }
 

@@ -82,6 +82,7 @@ void copy(const Vobj& original) {
   shift(figure, std::min(X, last_diagram_column) - centre.x, Y - centre.y);
   figure->phase = phase_draw;
   vobjmode = mode_moving;
+  let_change_go_on(true);
 }
 
 void set_colour(Vobj* figure, const std::string& text) {

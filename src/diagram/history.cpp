@@ -13,6 +13,7 @@ namespace {
 
 std::optional<KeptDiagram> prepared;
 std::optional<KeptDiagram> before_last_change;
+bool goes_on = false;  // the next change belongs to the last one
 bool unsaved = false;
 
 // A figure in the hand is let go: it would jump to the next press.
@@ -25,7 +26,12 @@ void let_go() {
 }  // namespace
 
 void prepare_change() {
-  prepared = keep_diagram();
+  if (!goes_on) prepared = keep_diagram();
+  goes_on = false;
+}
+
+void let_change_go_on(bool whether) {
+  goes_on = whether;
 }
 
 void note_change() {
@@ -56,6 +62,7 @@ void diagram_was_saved() {
 void reset_history() {
   prepared.reset();
   before_last_change.reset();
+  goes_on = false;
   unsaved = false;
 }
 

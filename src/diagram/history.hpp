@@ -13,6 +13,9 @@ void prepare_change();
 /// it), and the diagram is not saved any more.
 void note_change();
 
+/// Whether the next change belongs to the last one: a copy is made and then put in its place.
+void let_change_go_on(bool whether);
+
 /// Goes back to before the last change; nothing when there is none. Figures that were not changed
 /// stay as they are. Returns 0.
 int undo_ope();

@@ -42,6 +42,10 @@ def test_keeps_a_network(desk):
         assert saved().count("\nnode ") == nodes
     editor.choose(UNDO)
     assert saved().count("\nnode ") == 3
+    desk.run_by_double_press(editor.open_menu(500, 235, 80), COPY)
+    desk.tap(350, 300)  # puts the copy there
+    editor.choose(UNDO)
+    assert saved().count("\nnode ") == 3
     desk.finish()
     assert not (desk.folder / "figure.vob.bak").exists(), "all was saved"
 
