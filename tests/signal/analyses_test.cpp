@@ -38,11 +38,6 @@ TEST_F(Analyses, CorrelationsHaveTheDigitsOfTheLiteralSums) {
       ASSERT_EQ(read_file("autocor1.res"), read_file("expected")) << n;
     }
   }
-  printed_by([] {
-    EXPECT_EQ(autocorrelation("absent", "1"), 1);
-    EXPECT_EQ(correlation("a", "absent", "1"), 1);
-    EXPECT_EQ(autocorrelation("a", "/no/1"), 1);
-  });
 }
 
 struct Outcome {
@@ -120,13 +115,10 @@ TEST_F(Analyses, SpectraHaveTheirLeastSize) {
   literal::write("short", recorded(9'998, 1));
   literal::write("a", recorded(9'999, 1));
   write_file("spe", "good");
-  EXPECT_EQ(printed_by([] { EXPECT_EQ(filter_spectrum("x", "x", 0, 1, 0), 1); }),
-            "run power spectrum\n");
-  for (const auto& [in, samples, said] : {std::tuple("short", "all", "not enough samples\n"),
-                                          {"a", "9999", "not enough samples\n"},
-                                          {"none", "all", "could not open none\n"}}) {
-    EXPECT_TRUE(
-        printed_by([&] { EXPECT_EQ(power_spectrum(in, "spe", samples), 1); }).ends_with(said));
+  printed_by([] { EXPECT_EQ(filter_spectrum("x", "x", 0, 1, 0), 1); });
+  for (const auto& [in, samples] : {std::pair("short", "all"), {"a", "9999"}}) {
+    EXPECT_EQ(printed_by([&] { EXPECT_EQ(power_spectrum(in, "spe", samples), 1); }),
+              "in power_spectrum\nnot enough samples\n");
   }
   EXPECT_EQ(read_file("spe"), "good");
   EXPECT_EQ(printed_by([] { EXPECT_EQ(power_spectrum("a", "a", "10000"), 0); }),
