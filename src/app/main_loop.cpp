@@ -41,8 +41,8 @@ bool press_on_canvas(const JumpEntry* table) {
   return false;
 }
 
-// Escape leaves whatever diagram tool is armed, Delete cuts the figure in hand. A key that an action
-// or a window waited for was an answer to it.
+// Escape leaves whatever diagram tool is armed, Delete cuts the figure in hand. A key that an
+// action or a window waited for was an answer to it.
 void heed_key() {
   if (last_event.type != InputEvent::Type::key || last_event_was_mouse()) return;
   if (keysym == escape_key) exit_ope();

@@ -28,8 +28,8 @@ using FilePtr = std::unique_ptr<std::FILE, FileCloser>;
 /// Sub-directories of the data directory.
 enum class DataKind { font, picture, include };
 
-/// The data directory's "font/", "fn2/" or "inc/", with a final slash. It lies where an installation
-/// puts it as seen from the running executable, usually "../share/torve".
+/// The data directory's "font/", "fn2/" or "inc/", with a final slash. It lies where an
+/// installation puts it as seen from the running executable, usually "../share/torve".
 [[nodiscard]] std::string data_directory(DataKind kind);
 
 /// Opens one of the program's own files: in the working directory with `mode`; if that fails, in
