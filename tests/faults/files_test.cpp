@@ -106,6 +106,21 @@ int in_a_process(const std::function<int()>& action) {
   return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
 }
 
+TEST_F(Faults, OtherNamesOfAFileStayItsNames) {
+  write_file("old", "good");
+  chmod("old", 0640);
+  std::filesystem::create_hard_link("old", "twin");
+  std::filesystem::create_symlink("old", "link");
+  for (const char* name : {"link", "twin"}) {
+    write_file("old", "good");
+    EXPECT_EQ(save_many_figures(name), 0);
+    EXPECT_GT(contents("old").size(), 1000U) << name;
+    EXPECT_EQ(contents("twin"), contents("old"));
+  }
+  EXPECT_TRUE(std::filesystem::is_symlink("link"));
+  EXPECT_EQ(static_cast<int>(std::filesystem::status("old").permissions()), 0640);
+}
+
 TEST_F(Faults, AFullDiskLeavesWhatWasThere) {
   for (const Writer& writer : writers) {
     write_file("old", "good data");
