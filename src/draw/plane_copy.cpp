@@ -24,7 +24,7 @@ unsigned get_8_bits(const std::uint8_t* plane_row, int x) {
 // holds none of them.
 unsigned get_bits(const std::uint8_t* bytes, int at, int count) {
   const int phase = at % 8;
-  unsigned bits = bytes[at / 8] << 8U;
+  unsigned bits = unsigned{bytes[at / 8]} << 8U;
   if (phase + count > 8) bits |= bytes[at / 8 + 1];
   return bits << phase >> 8 & 0xFFU;
 }

@@ -85,7 +85,8 @@ void LzwEncoder::clear_dictionary() {
 
 std::size_t LzwEncoder::slot_of(int prefix, std::uint8_t byte) const {
   const int key = prefix << 8 | byte;
-  std::size_t slot = static_cast<std::size_t>(key * 2654435761U >> 19) % slot_count;
+  std::size_t slot =
+      static_cast<std::size_t>(static_cast<unsigned>(key) * 2654435761U >> 19) % slot_count;
   while (dictionary_[slot].key >= 0 && dictionary_[slot].key != key) {
     slot = (slot + 1) % slot_count;
   }

@@ -76,9 +76,10 @@ TEST_F(Analyses, MatchesHaveTheDigitsOfTheLiteralSearch) {
     literal::write("a", a);
     literal::write("b", b);
     // Within reach, beyond it on the low side, and where the first signal ends.
-    for (const auto& [start, scale] : {std::pair(300, 0.9F), {9'000, -2.0F}}) {
-      const std::string lines =
-          printed_by([&] { literal::my_correlation("a", "b", "c", start, scale); });
+    for (const auto& place : {std::pair(300, 0.9F), {9'000, -2.0F}}) {
+      const auto [start, scale] = place;
+      const std::string lines = printed_by(
+          [&place] { literal::my_correlation("a", "b", "c", place.first, place.second); });
       std::filesystem::rename("c", "expected");
       EXPECT_TRUE(match(start, scale).printed.ends_with(lines)) << start;
       ASSERT_EQ(read_file("c"), read_file("expected")) << start;
@@ -116,8 +117,10 @@ TEST_F(Analyses, SpectraHaveTheirLeastSize) {
   literal::write("a", recorded(9'999, 1));
   write_file("spe", "good");
   printed_by([] { EXPECT_EQ(filter_spectrum("x", "x", 0, 1, 0), 1); });
-  for (const auto& [in, samples] : {std::pair("short", "all"), {"a", "9999"}}) {
-    EXPECT_EQ(printed_by([&] { EXPECT_EQ(power_spectrum(in, "spe", samples), 1); }),
+  for (const auto& too_few : {std::pair("short", "all"), {"a", "9999"}}) {
+    EXPECT_EQ(printed_by([&too_few] {
+                EXPECT_EQ(power_spectrum(too_few.first, "spe", too_few.second), 1);
+              }),
               "in power_spectrum\nnot enough samples\n");
   }
   EXPECT_EQ(read_file("spe"), "good");

@@ -76,7 +76,7 @@ TEST(xpm, pictures_become_planes_the_most_significant_first) {
   // 9 pixels need two bytes a plane row; the last pixel is the top bit of the second byte.
   std::string expected = std::string("\x30\0\x18\0\x02\0\x09\0", 8) + std::string(2 * 48, '\0');
   // Planes 0 and 23 of row 0; plane 15, which is bit 8, of row 1.
-  for (const std::size_t at : {8, 8 + 23 * 2, 8 + 48 + 15 * 2 + 1})
+  for (const std::size_t at : {8U, 8U + 23 * 2, 8U + 48 + 15 * 2 + 1})
     expected[at] = '\x80';
   EXPECT_EQ(fn2_bytes(picture), expected);
 }
