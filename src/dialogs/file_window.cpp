@@ -46,13 +46,9 @@ class TextWindow : public ServedWindow {
     const int rows = (Y1_max - Y1_min) / cr;
     scroll.column_range = std::max(0, window.column_range);
     scroll.line_range = std::max(0, window.line_range - rows);
-    window.scroll_column = std::clamp(window.scroll_column, 0, scroll.column_range);
-    window.scroll_line = std::clamp(window.scroll_line, 0, scroll.line_range);
+    keep_scroll_in_range();
     init_menu(window, scroll);
-    truncate1 = 1;
-    bgcol = colour(background_colour);
-    fgcol = colour(text_colour);
-    use_default_font();
+    write_with(colour(text_colour), colour(background_colour));
   }
 
   void draw() override {

@@ -83,13 +83,9 @@ class InputWindow : public ServedWindow {
   void lay_out() override {
     WdObject& window = object();
     init_input_resizable(window, scroll);
-    window.scroll_column = std::clamp(window.scroll_column, 0, std::max(0, scroll.column_range));
-    window.scroll_line = std::clamp(window.scroll_line, 0, std::max(0, scroll.line_range));
+    keep_scroll_in_range();
     init_input_resizable(window, scroll);
-    truncate1 = 1;
-    bgcol = colour(background_colour);
-    fgcol = colour(text_colour);
-    use_default_font();
+    write_with(colour(text_colour), colour(background_colour));
   }
 
   void draw() override {

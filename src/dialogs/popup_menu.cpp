@@ -52,8 +52,7 @@ class MenuWindow : public ServedWindow {
     WdObject& menu = object();
     init_popupmenu(menu.line_count, menu.visible_lines, menu.line_size, menu.width,
                    &scroll.column_range, &scroll.line_range);
-    menu.scroll_column = std::clamp(menu.scroll_column, 0, scroll.column_range);
-    menu.scroll_line = std::clamp(menu.scroll_line, 0, scroll.line_range);
+    keep_scroll_in_range();
     init_menu(menu, scroll);
     truncate1 = 1;
     use_default_font();

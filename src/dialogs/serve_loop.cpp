@@ -5,6 +5,7 @@
 
 #include "display/input.hpp"
 #include "display/screen_state.hpp"
+#include "text/text_output.hpp"
 #include "wm/engine.hpp"
 
 namespace torve {
@@ -230,6 +231,19 @@ class ServeLoop {
 };
 
 }  // namespace
+
+void ServedWindow::keep_scroll_in_range() {
+  WdObject& window = object();
+  window.scroll_column = std::clamp(window.scroll_column, 0, std::max(0, scroll.column_range));
+  window.scroll_line = std::clamp(window.scroll_line, 0, std::max(0, scroll.line_range));
+}
+
+void ServedWindow::write_with(int ink, int paper) {
+  truncate1 = 1;
+  fgcol = ink;
+  bgcol = paper;
+  use_default_font();
+}
 
 int serve_window(ServedWindow& window) {
   return ServeLoop(window).run();

@@ -46,6 +46,12 @@ class ServedWindow {
   int frame_colour = 0;
   bool stays = false;  // ignores presses beside it, on its close box and for moving it
 
+ protected:
+  /// Brings the scroll position inside the ranges of the scroll bars.
+  void keep_scroll_in_range();
+  /// Text from now on: the default font, cut off at the edge, in these colours.
+  static void write_with(int ink, int paper);
+
  private:
   int id_;
 };
