@@ -53,7 +53,7 @@ int refuse(const char* name, int line) {
 
 // Every figure into the EPS file, which draws it on the canvas, too.
 void print_figures() {
-  const CanvasPaint beneath_windows({xxmin, yymin, xxmax, yymax}, PaintOn::figures);
+  const CanvasPaint beneath_windows(diagram_area(), PaintOn::figures);
   const int top = std::exchange(Y1_min, 0);
   const int bottom = std::exchange(Y1_max, yymax);
   lift_figures();

@@ -145,6 +145,10 @@ FigurePlace place_of(const Vobj& figure) {
   return {figure.x1, figure.y1, figure.x2, figure.y2};
 }
 
+Rect diagram_area() {
+  return {xxmin, yymin, xxmax, yymax};
+}
+
 bool is_seen(const Vobj& figure) {
   if (figure.phase == 0) return false;
   return figure.label != nullptr || shows(figure.kind, place_of(figure));

@@ -21,6 +21,9 @@ void draw_vobj(VectorMode mode, Vobj* figure, int flags);
 
 [[nodiscard]] FigurePlace place_of(const Vobj& figure);
 
+/// Where figures are drawn: the standing clip rectangle.
+[[nodiscard]] Rect diagram_area();
+
 /// Whether anything of a figure is to be seen: it is placed and shows, or its label does.
 [[nodiscard]] bool is_seen(const Vobj& figure);
 

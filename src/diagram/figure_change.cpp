@@ -3,15 +3,10 @@
 #include "diagram/drawing.hpp"
 #include "diagram/history.hpp"
 #include "diagram/labels.hpp"
-#include "display/screen_state.hpp"
 
 namespace torve {
 
 namespace {
-
-Rect diagram_area() {
-  return {xxmin, yymin, xxmax, yymax};
-}
 
 void erase(Vobj* figure) {
   if (figure == nullptr || (figure->phase & phase_on_canvas) == 0) return;

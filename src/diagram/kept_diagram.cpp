@@ -5,7 +5,6 @@
 
 #include "diagram/drawing.hpp"
 #include "diagram/labels.hpp"
-#include "display/screen_state.hpp"
 #include "wm/canvas_paint.hpp"
 
 namespace torve {
@@ -70,7 +69,7 @@ void restore_diagram(const KeptDiagram& kept) {
     return figure.phase != 0 && !is_kept(kept, figure.serial);
   };
   for_figures(goes, close_property_menu);  // not while the windows are off the canvas
-  const CanvasPaint beneath_windows({xxmin, yymin, xxmax, yymax}, PaintOn::figures);
+  const CanvasPaint beneath_windows(diagram_area(), PaintOn::figures);
   lift_figures();
   for_figures(goes, remove_vobj);
   for (const KeptFigure& figure : kept)

@@ -6,16 +6,13 @@
 #include <string>
 
 #include "diagram/drawing.hpp"
-#include "display/screen_state.hpp"
-#include "text/fonts.hpp"
+#include "diagram/figure_points.hpp"
 #include "wm/canvas_paint.hpp"
 #include "wm/wd_object.hpp"
 
 namespace torve {
 
 namespace {
-
-constexpr int label_height = 10;  // pixels
 
 bool is_blank(const char* text) {
   return text[std::strspn(text, " \t")] == 0;
@@ -52,7 +49,7 @@ void put_vlabel(VectorMode mode, int x, int y, const char* text) {
   if (cvobj == nullptr) return;
   const std::string kept(text, strnlen(text, label_text_length));
   close_property_menu(cvobj);
-  const CanvasPaint beneath_windows({xxmin, yymin, xxmax, yymax}, PaintOn::figures);
+  const CanvasPaint beneath_windows(diagram_area(), PaintOn::figures);
   remove_label_of(mode, cvobj);
   if (is_blank(kept.c_str())) return;
   Vobj* label = add_label(x, y, kept.c_str(), cvobj->colour);
@@ -63,8 +60,7 @@ void put_vlabel(VectorMode mode, int x, int y, const char* text) {
 
 void set_label_text(Vobj* label, const char* text) {
   std::snprintf(label->text, sizeof label->text, "%s", text);
-  label->x2 = label->x1 + fntlen2(label->text);
-  label->y2 = label->y1 + label_height;
+  set_x1_y1(label, label->x1, label->y1);
 }
 
 void close_property_menu(Vobj* figure) {
