@@ -232,7 +232,7 @@ class ServeLoop {
 
 }  // namespace
 
-void ServedWindow::keep_scroll_in_range() {
+void ServedWindow::keep_scroll_in_range() const {
   WdObject& window = object();
   window.scroll_column = std::clamp(window.scroll_column, 0, std::max(0, scroll.column_range));
   window.scroll_line = std::clamp(window.scroll_line, 0, std::max(0, scroll.line_range));

@@ -48,7 +48,7 @@ class ServedWindow {
 
  protected:
   /// Brings the scroll position inside the ranges of the scroll bars.
-  void keep_scroll_in_range();
+  void keep_scroll_in_range() const;
   /// Text from now on: the default font, cut off at the edge, in these colours.
   static void write_with(int ink, int paper);
 
