@@ -44,22 +44,31 @@ void put_pair(char* out, std::uint64_t pair) {
   std::memcpy(out, &digit_pairs[static_cast<std::size_t>(2 * pair)], 2);
 }
 
+constexpr std::array<std::uint64_t, 20> integer_powers_of_ten = [] {
+  std::array<std::uint64_t, 20> powers = {1};
+  for (std::size_t i = 1; i < powers.size(); ++i)
+    powers[i] = 10 * powers[i - 1];
+  return powers;
+}();
+
+int count_digits(std::uint64_t value) {
+  value |= 1;  // one digit for 0, too
+  // log10(2) is 1233 / 4096: never too large for 64 bits, and too small by less than one.
+  const int below = std::bit_width(value) * 1233 >> 12;
+  return below + (value >= integer_powers_of_ten[static_cast<std::size_t>(below)] ? 1 : 0);
+}
+
 char* put_unsigned(char* out, std::uint64_t value) {
-  std::array<char, longest_decimal> text;
-  std::size_t first = text.size();
-  while (value >= 100) {
-    first -= 2;
-    put_pair(&text[first], value % 100);
-    value /= 100;
-  }
+  char* const end = out + count_digits(value);
+  char* at = end;
+  for (; value >= 100; value /= 100)
+    put_pair(at -= 2, value % 100);
   if (value >= 10) {
-    first -= 2;
-    put_pair(&text[first], value);
+    put_pair(at - 2, value);
   } else {
-    text[--first] = static_cast<char>('0' + value);
+    at[-1] = static_cast<char>('0' + value);
   }
-  std::memcpy(out, &text[first], text.size() - first);
-  return out + (text.size() - first);
+  return end;
 }
 
 /// |value| x 10^6 rounded as the exact product would be, half to even; |value| < fixed6_limit.

@@ -43,7 +43,7 @@ class OutputFile {
   /// on standard output, undoes as the destructor does, and returns false. Ends the object's use.
   [[nodiscard]] bool finish();
 
-  static constexpr std::size_t buffer_size = 1 << 14;
+  static constexpr std::size_t buffer_size = 1 << 16;
 
  private:
   enum class Placing { direct, rename, copy };

@@ -26,6 +26,15 @@ TEST(NumberText, IsThatOfPrintf) {
     std::snprintf(theirs, sizeof theirs, "%f", value);
     EXPECT_EQ(std::string(ours, put_fixed6(ours, value)), theirs);
   }
+  const auto decimal = [](std::int64_t value) {
+    char text[longest_decimal];
+    return std::string(text, put_decimal(text, value));
+  };
+  for (std::int64_t power = 1, digits = 1; digits < 19; power *= 10, ++digits) {
+    for (const std::int64_t value : {power - 1, power, -power})
+      EXPECT_EQ(decimal(value), std::to_string(value));
+  }
+  EXPECT_EQ(decimal(std::numeric_limits<std::int64_t>::min()), "-9223372036854775808");
 }
 
 TEST(SampleFile, BudgetsAndValues) {
@@ -41,7 +50,7 @@ TEST(SampleFile, BudgetsAndValues) {
 // Larger than the buffer, so that it is written in parts.
 bool write_numbers(const std::string& name) {
   OutputFile file(name);
-  write_samples(file, std::vector<float>(5000, 1));
+  write_samples(file, std::vector<float>(OutputFile::buffer_size / 8, 1));
   return file && file.finish();
 }
 
