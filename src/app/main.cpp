@@ -79,6 +79,7 @@ int say_no_memory() {
 
 int main(int argc, char** argv) try {
   set_up_console();
+  return_large_blocks();
   return hold_memory_reserve() ? run(argc, argv) : say_no_memory();
 } catch (const std::bad_alloc&) {
   release_everything();

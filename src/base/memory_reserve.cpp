@@ -1,6 +1,7 @@
 #include "base/memory_reserve.hpp"
 
 #include <cstddef>
+#include <malloc.h>
 #include <memory>
 #include <new>
 
@@ -11,6 +12,8 @@ namespace {
 // More than everything that one press takes in small pieces. Pages that nobody writes to are not
 // resident.
 constexpr std::size_t reserve_bytes = std::size_t{8} << 20;
+
+constexpr int large_block_bytes = 256 << 10;
 
 std::unique_ptr<std::byte[]> reserve;
 
@@ -24,6 +27,10 @@ void give_back() {
 }
 
 }  // namespace
+
+void return_large_blocks() {
+  mallopt(M_MMAP_THRESHOLD, large_block_bytes);
+}
 
 bool hold_memory_reserve() {
   std::set_new_handler(nullptr);

@@ -1,4 +1,4 @@
-// What keeps the program whole when memory runs out.
+// What keeps the program small, and whole when memory runs out.
 //
 // Most of the code takes small pieces of memory without asking whether there are any. So that such
 // a piece can always be had, a block lies in reserve and is given back to the system by the first
@@ -7,6 +7,11 @@
 #pragma once
 
 namespace torve {
+
+/// From now on a block of 256 KiB or more goes back to the system when it is freed. Otherwise
+/// the C library raises that limit with every larger block it meets, and hours of windows of all
+/// sizes leave the process with more free memory than it uses.
+void return_large_blocks();
 
 /// Sets the reserve aside, or anew after it has been given back; false when there is no memory.
 [[nodiscard]] bool hold_memory_reserve();

@@ -23,6 +23,7 @@
 #include "app/tools/tool_menu.hpp"
 #include "app/tools/tools.hpp"
 #include "base/console.hpp"
+#include "base/memory_reserve.hpp"
 #include "diagram/editor.hpp"
 #include "dialogs/install.hpp"
 #include "display/graph.hpp"
@@ -309,6 +310,7 @@ void wait_for_user(InputEvent& event) {
 
 bool start() {
   set_up_console();
+  return_large_blocks();
   defaultfont = 7;
   install_pool_reporters(), install_dialogs(), install_diagram();
   if (init_font(7) + init_font2(label_font) != 0 || initPool(0, 0, 0, 0) != 0) return false;
