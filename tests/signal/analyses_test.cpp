@@ -102,28 +102,46 @@ TEST_F(Analyses, MatchesOverAnInputAndByShifts) {
 TEST_F(Analyses, MatchesThatAreRefused) {
   literal::write("a", recorded(10'000, 2));
   literal::write("b", recorded(10'000, 3));
-  write_file("c", "good");
-  EXPECT_EQ(match(-5, 1).result, 0);
-  for (const Outcome& none : {match(0, 1, "c", 1, "9999"), match(0, 1, "no/c"), match(50'000, 1),
-                              match(0, 1e30F), match(0, NAN)}) {
-    EXPECT_EQ(none.result, 1);
+  const std::string good = read_file("a");
+  const struct {
+    int start, result;
+    float scale;
+    const char *samples, *out, *left;
+  } cases[] = {
+      {-5, 0, 1, "all", "c", "good"},
+      {0, 1, 1, "all", "no/c", "good"},
+      {0, 1, 1, "9999", "a", "good"},  // an input stays
+      {50'000, 1, 1, "all", "a", "good"},
+      {0, 1, 1, "9999", "c", ""},  // no older match passes for this one's result
+      {50'000, 1, 1, "all", "c", ""},
+      {0, 1, 1e30F, "all", "c", ""},
+      {0, 1, NAN, "all", "c", ""},
+  };
+  for (const auto& c : cases) {
+    write_file("c", "good");
+    const Outcome none = match(c.start, c.scale, c.out, 1, c.samples);
+    EXPECT_EQ(none.result, c.result);
     EXPECT_EQ(none.printed.find("offset_best"), std::string::npos);
+    EXPECT_EQ(read_file("c"), c.left) << c.start << ' ' << c.scale << ' ' << c.samples;
+    EXPECT_EQ(read_file("a"), good);
   }
-  EXPECT_EQ(read_file("c"), "good");
 }
 
 TEST_F(Analyses, SpectraHaveTheirLeastSize) {
   literal::write("short", recorded(9'998, 1));
   literal::write("a", recorded(9'999, 1));
-  write_file("spe", "good");
   printed_by([] { EXPECT_EQ(filter_spectrum("x", "x", 0, 1, 0), 1); });
-  for (const auto& too_few : {std::pair("short", "all"), {"a", "9999"}}) {
-    EXPECT_EQ(printed_by([&too_few] {
-                EXPECT_EQ(power_spectrum(too_few.first, "spe", too_few.second), 1);
-              }),
+  const std::string input = read_file("a");
+  const struct {
+    const char *in, *samples, *out;
+    std::string left;
+  } too_few[] = {{"short", "all", "spe", ""}, {"a", "9999", "spe", ""}, {"a", "9999", "a", input}};
+  for (const auto& c : too_few) {
+    write_file("spe", "older");
+    EXPECT_EQ(printed_by([&c] { EXPECT_EQ(power_spectrum(c.in, c.out, c.samples), 1); }),
               "in power_spectrum\nnot enough samples\n");
+    EXPECT_EQ(read_file(c.out), c.left) << c.in << ' ' << c.out;
   }
-  EXPECT_EQ(read_file("spe"), "good");
   EXPECT_EQ(printed_by([] { EXPECT_EQ(power_spectrum("a", "a", "10000"), 0); }),
             "in power_spectrum\n0 percent ready\n20 percent ready\n40 percent ready\n"
             "60 percent ready\n80 percent ready\n100 percent ready\n");

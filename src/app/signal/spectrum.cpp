@@ -88,6 +88,7 @@ int transform_file(const std::string& res_in, const std::string& spe_out,
   const int size = static_cast<int>(x.size());
   if (size < least_spectrum_size) {
     say("not enough samples\n");
+    refuse_output(output, spe_out, {res_in});
     return 1;
   }
   const Spectrum spectrum = compute_spectrum(x, report_percent);

@@ -29,7 +29,7 @@ struct Spectrum {
 /// Writes the spectrum of a sample file as a spectrum file and leaves its coefficients in the work
 /// buffer. `samples` is "all" or a decimal count N: at most N - 1 values are taken, because the
 /// first goes to x(1) and x(0) is 0. 0; or 1 if a file cannot be opened or written, or there are
-/// fewer than least_spectrum_size values.
+/// fewer than least_spectrum_size values (the output is empty then, unless it is the input).
 int power_spectrum(const std::string& res_in, const std::string& spe_out,
                    const std::string& samples);
 
