@@ -135,6 +135,23 @@ TEST_F(Faults, AFullDiskLeavesWhatWasThere) {
     EXPECT_TRUE(contents("old") == "good data") << writer.what;
     EXPECT_FALSE(std::filesystem::exists("new")) << writer.what;
     EXPECT_EQ(writer.write("old"), 0) << writer.what;
+    EXPECT_NE(writer.write("/dev/full"), 0) << writer.what;
+  }
+}
+
+// TORVE_SMALL_DISK names a directory of a file system that may be filled up.
+TEST_F(Faults, ASmallDiskLeavesWhatWasThere) {
+  const char* disk = std::getenv("TORVE_SMALL_DISK");
+  if (disk == nullptr) GTEST_SKIP() << "docs/reliability.md says how to give it a small disk";
+  const std::string old_file = std::string(disk) + "/old", filler = std::string(disk) + "/filler";
+  for (const Writer& writer : writers) {
+    write_file(old_file, "good data");
+    write_file(filler, std::string(std::filesystem::space(disk).free, 'x'));
+    EXPECT_NE(writer.write(old_file.c_str()), 0) << writer.what;
+    EXPECT_EQ(contents(old_file), "good data") << writer.what;
+    std::filesystem::remove(filler);
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(disk), {}), 1) << writer.what;
+    EXPECT_EQ(writer.write(old_file.c_str()), 0) << writer.what;
   }
 }
 
