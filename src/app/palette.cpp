@@ -51,7 +51,6 @@ constexpr std::array<const char*, std::size(palette)> texts_of_palette() {
 constexpr auto texts = texts_of_palette();
 
 int tool_line = no_line;  // of the tool that was armed last
-int shown_line = no_line;
 
 int palette_actions(int, int* line_flags, MenuItem*, char**);
 
@@ -70,33 +69,32 @@ int palette_actions(int, int* line_flags, MenuItem*, char**) {
   const int line = chosen_line(line_flags, menu.table);
   if (line < 0) return 0;
   if (palette[line].is_tool) tool_line = line;
-  shown_line = line;
   return palette[line].run();
 }
 
 }  // namespace
 
 void open_palette() {
-  if (open_tool(menu) == 1) {
-    bring_id_to_top(palette_id, 1);
-  } else {
-    shown_line = no_line;
-  }
+  if (open_tool(menu) == 1) bring_id_to_top(palette_id, 1);
 }
 
 void palette_press(int button, int x) {
   if (button == 2 && x <= last_diagram_column && vobjmode != mode_pointer) open_palette();
 }
 
+// A line that was pressed and not run is selected, too, until the palette is left.
 void show_armed_tool() {
   if (vobjmode == mode_idle) tool_line = no_line;
   if (vobjmode == mode_pointer) tool_line = pointer_line;
-  if (tool_line == shown_line) return;
-  shown_line = tool_line;
   if (wd(palette_id).kind != kind_popup_menu) return;
-  for (int line = 0; line < wd(palette_id).line_count; ++line)
-    wd(palette_id).line_flags[line] = line == tool_line ? line_selected : 0;
-  refresh_menu(palette_id);
+  bool changed = false;
+  for (int line = 0; line < wd(palette_id).line_count; ++line) {
+    int& flags = wd(palette_id).line_flags[line];
+    const int wanted = line == tool_line ? line_selected : 0;
+    changed = changed || (flags & line_selected) != wanted;
+    flags = wanted;
+  }
+  if (changed) refresh_menu(palette_id);
 }
 
 }  // namespace torve

@@ -158,6 +158,7 @@ class DiagramUsers : public ScreenTest, protected Hands {
         return use_a_menu();
       case 3:
         if (one_in(4)) add({.type = Type::key, .keysym = one_in(2) ? 0xFF1BUL : 0xFFFFUL});
+        if (one_in(4)) click(720, line_row(wd(palette_id), below(palette_lines)));  // runs nothing
         return;
       case 4:
       case 5:
@@ -185,8 +186,19 @@ class DiagramUsers : public ScreenTest, protected Hands {
       ASSERT_FALSE(main_loop_round(no_icons_));
   }
 
+  // The palette's line of what a press on the canvas does now; another one while that goes on.
+  static int line_of_mode() {
+    constexpr int of_kinds[] = {8, 1, 4, 7, 6, 5, -1, -1, 2, 3};
+    if (vobjmode == mode_idle) return -1;
+    return vobjmode == mode_pointer ? 0 : of_kinds[vobjmode - mode_armed - 1];
+  }
+
   void check() {
     ASSERT_EQ(canvas_fault(base_), "");
+    const bool says = vobjmode == mode_idle || vobjmode == mode_pointer ||
+                      (vobjmode > mode_armed && vobjmode <= mode_armed + 10);
+    for (int line = 0; says && line < wd(palette_id).line_count; ++line)
+      ASSERT_EQ(wd(palette_id).line_flags[line] & 1, line == line_of_mode() ? 1 : 0) << line;
     for (const Vobj* figure = firstvobj; figure != nullptr; figure = figure->next) {
       ASSERT_TRUE(figure->label == nullptr || owner_of(figure->label) == figure);
     }
