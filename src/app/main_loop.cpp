@@ -18,6 +18,9 @@
 
 namespace torve {
 
+int color_request_flag = 0;
+int exit_vect_ed = 0;
+
 namespace {
 
 constexpr int pause_after_handler = 100;      // rounds of delay
@@ -30,6 +33,7 @@ bool press_on_canvas(const JumpEntry* table) {
   if (!press_is_for_canvas()) return false;
   const JumpEntry* icon = canvas_press_began() ? find_icon(table, X, Y) : nullptr;
   if (icon != nullptr) {
+    exit_vect_ed = 0;  // the handler may set it
     present();
     if (icon->handler(buttons, X, Y) != 0) return true;
     delay(pause_after_handler);
@@ -37,7 +41,7 @@ bool press_on_canvas(const JumpEntry* table) {
   } else if (canvas_press_began()) {
     palette_press(buttons, X);
   }
-  vect_ed(buttons, X, Y);
+  if (exit_vect_ed == 0) vect_ed(buttons, X, Y);
   return false;
 }
 
@@ -102,6 +106,10 @@ int edi1_operations(int id) {
 }
 
 bool main_loop_round(const JumpEntry* table) {
+  if (color_request_flag != 0) {
+    readmouse(&buttons, &X, &Y);
+    return false;
+  }
   const int wanted = do_operations();
   if (wanted == engine_run_action && run_action()) return true;
   if (wanted == engine_canvas_press && press_on_canvas(table)) return true;

@@ -5,6 +5,10 @@
 
 namespace torve {
 
+// State.
+extern int color_request_flag;  // nonzero: a colour is being asked for, presses are for nobody else
+extern int exit_vect_ed;        // nonzero: presses are not for the diagram until one hits an icon
+
 /// Calls the action callback of window object `id`, or the default one where it has none of its
 /// own, and returns its result; 0 where there is neither. Both names do the same.
 int edi1_operations(int id);

@@ -179,11 +179,11 @@ class DiagramUsers : public ScreenTest, protected Hands {
     }
   }
 
-  void play() {
+  static void play(const JumpEntry* icons = no_icons) {
     while (!user_events.empty())
-      ASSERT_FALSE(main_loop_round(no_icons_));
+      ASSERT_FALSE(main_loop_round(icons));
     while (popwindow != 0 || cur_button != 0)
-      ASSERT_FALSE(main_loop_round(no_icons_));
+      ASSERT_FALSE(main_loop_round(icons));
   }
 
   // The palette's line of what a press on the canvas does now; another one while that goes on.
@@ -242,7 +242,7 @@ class DiagramUsers : public ScreenTest, protected Hands {
 
   std::mt19937 random_;
   Pixels base_;
-  const JumpEntry no_icons_[1] = {};
+  static constexpr JumpEntry no_icons[1] = {};
   TemporaryDirectory directory_;
 };
 
@@ -299,6 +299,39 @@ TEST_F(DiagramUsers, TakeLabelsAlong) {
     EXPECT_EQ(figure->label, nullptr);
     close_everything();
   }
+}
+
+TEST_F(DiagramUsers, PressOnIconsOrBesideThem) {
+  static int calls;
+  calls = 0;
+  const auto keep_diagram_out_once = [](int, int, int) {
+    if (calls++ == 0) exit_vect_ed = 1;
+    return 0;
+  };
+  const JumpEntry icons[] = {{10, 50, 540, 580, keep_diagram_out_once}, {}};
+  const struct {
+    int x, y, colour_asked, calls;
+    bool placed;
+    const char* what;
+  } presses[] = {
+      {10, 560, 0, 0, true, "the border line is not the icon"},
+      {11, 541, 0, 1, false, "the icon's press is spent"},
+      {300, 300, 0, 1, false, "the handler keeps the diagram out"},
+      {49, 579, 0, 2, false, "another lets it in again"},
+      {300, 300, 0, 2, true, "from the next press on"},
+      {30, 560, 1, 2, false, "a colour is asked for"},
+      {300, 300, 1, 2, false, "whatever is pressed"},
+  };
+  for (const auto& press : presses) {
+    node_ope();
+    color_request_flag = press.colour_asked;
+    const int armed = vobjmode;
+    click(press.x, press.y, 1, 600), play(icons);
+    EXPECT_EQ(calls, press.calls) << press.what;
+    EXPECT_EQ(vobjmode != armed, press.placed) << press.what;
+    exit_ope();
+  }
+  color_request_flag = 0;
 }
 
 TEST_F(DiagramUsers, PrintNamesAsTheyAre) {
