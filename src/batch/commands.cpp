@@ -32,6 +32,12 @@ int status(int result) {
   return result == 0 ? exit_done : exit_failed;
 }
 
+/// The status of a procedure that has run and written `output`: only then can that be delivered.
+int status_of(int result, OutputName& output) {
+  const int delivered = output.deliver();
+  return status(result != 0 ? result : delivered);
+}
+
 /// Word `i`, or `otherwise` if there are fewer.
 std::string word_or(Words words, std::size_t i, const char* otherwise) {
   return i < words.size() ? words[i] : otherwise;
@@ -44,7 +50,7 @@ int run_report(Words words) {
 int run_to_au(Words words) {
   const InputName res(words[0]);
   OutputName au(words[1]);
-  return status(make_au_file(res.name(), au.name()) | au.deliver());
+  return status_of(make_au_file(res.name(), au.name()), au);
 }
 
 int run_cut(Words words) {
@@ -53,7 +59,7 @@ int run_cut(Words words) {
   if (!start || !end) return exit_usage;
   const InputName au(words[0]);
   OutputName res(words[1]);
-  return status(cut_part(au.name(), res.name(), *start, *end) | res.deliver());
+  return status_of(cut_part(au.name(), res.name(), *start, *end), res);
 }
 
 int run_autocorrelation(Words words) {
@@ -74,15 +80,15 @@ int run_match(Words words) {
   OutputName rest(words[2]);
   float mean = 0;
   int offset = 0;
-  return status(my_correlation(res1.name(), words[1], rest.name(), &mean, &offset, &*scale, 1,
-                               *start, word_or(words, 5, "all")) |
-                rest.deliver());
+  return status_of(my_correlation(res1.name(), words[1], rest.name(), &mean, &offset, &*scale, 1,
+                                  *start, word_or(words, 5, "all")),
+                   rest);
 }
 
 int run_spectrum(Words words) {
   const InputName res(words[0]);
   OutputName spe(words[1]);
-  return status(power_spectrum(res.name(), spe.name(), word_or(words, 2, "all")) | spe.deliver());
+  return status_of(power_spectrum(res.name(), spe.name(), word_or(words, 2, "all")), spe);
 }
 
 int run_filter(Words words, FilterMode mode) {
