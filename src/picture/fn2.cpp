@@ -193,4 +193,31 @@ void point_to_fn2b(int x, int y, std::uint32_t value, int plane_stride, int row_
   }
 }
 
+void point_to_fn2_b(int x, int y, std::uint32_t value, int plane_stride, int row_stride,
+                    std::span<std::uint8_t> buffer) {
+  point_to_fn2b(x, y, value, plane_stride, row_stride, buffer);
+}
+
+std::uint32_t point_from_fn2b(int x, int y, int plane_stride, int row_stride,
+                              std::span<const std::uint8_t> buffer) {
+  std::uint32_t value = 0;
+  for (int plane = 0; plane < gplanes; ++plane) {
+    const int index = y * row_stride + plane * plane_stride + x / 8;
+    const bool inside = index >= 0 && static_cast<std::size_t>(index) < buffer.size();
+    const unsigned byte = inside ? buffer[static_cast<std::size_t>(index)] : 0U;
+    value = value << 1 | (byte >> (7 - (x & 7)) & 1U);
+  }
+  return value;
+}
+
+int point_from_fn2(int x, int y, int plane_stride, int row_stride,
+                   std::span<const std::uint8_t> buffer) {
+  const std::uint32_t value = point_from_fn2b(x, y, plane_stride, row_stride, buffer);
+  const std::uint32_t mask = 0xFFFFFFU >> (screen_planes - gplanes);
+  for (int number = 0; number < colour_count; ++number) {
+    if ((colour_pixel(number) & mask) == value) return number;
+  }
+  return -1;
+}
+
 }  // namespace torve

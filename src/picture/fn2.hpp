@@ -48,5 +48,15 @@ void point_to_fn2(int x, int y, int colour, int plane_stride, int row_stride,
 /// behind the buffer is left out.
 void point_to_fn2b(int x, int y, std::uint32_t value, int plane_stride, int row_stride,
                    std::span<std::uint8_t> buffer);
+void point_to_fn2_b(int x, int y, std::uint32_t value, int plane_stride, int row_stride,
+                    std::span<std::uint8_t> buffer);
+
+/// The value of pixel (x, y) of a gplanes-plane buffer; what lies behind the buffer is 0.
+[[nodiscard]] std::uint32_t point_from_fn2b(int x, int y, int plane_stride, int row_stride,
+                                            std::span<const std::uint8_t> buffer);
+
+/// The first colour number whose pixel value ends in the bits of pixel (x, y); -1 for none.
+[[nodiscard]] int point_from_fn2(int x, int y, int plane_stride, int row_stride,
+                                 std::span<const std::uint8_t> buffer);
 
 }  // namespace torve

@@ -161,6 +161,19 @@ TEST_F(ImageTest, HeadersThatCannotBeTrueAreRefused) {
   EXPECT_EQ(all_pixels(), expected_);
 }
 
+TEST_F(ImageTest, PointsHoldAsManyBitsAsThereArePlanes) {
+  std::vector<std::uint8_t> buffer(2 * 24);
+  for (const auto& [planes, colour, read] : {std::tuple(24, 20, 20), {16, 5, 5}, {16, 4, 0}}) {
+    gplanes = planes;
+    point_to_fn2_b(9, 0, colour_pixel(colour), 2, 48, buffer);
+    if (planes == 16) point_to_fn2(9, 0, colour, 2, 48, buffer);
+    EXPECT_EQ(point_from_fn2(9, 0, 2, 48, buffer), read) << planes << ' ' << colour;
+  }
+  point_to_fn2_b(9, 0, 0x1234, 2, 48, buffer);
+  EXPECT_EQ(point_from_fn2(9, 0, 2, 48, buffer), -1) << "of no colour";
+  gplanes = 24;
+}
+
 TEST_F(ImageTest, SavedPicturesArriveAtEveryBitPhaseWholeAndCut) {
   constexpr int width = 21, height = 3, stride = 24 * 3;
   std::vector<std::uint32_t> pixels(width * height);
@@ -169,6 +182,7 @@ TEST_F(ImageTest, SavedPicturesArriveAtEveryBitPhaseWholeAndCut) {
     const auto pixel = pixels[static_cast<std::size_t>(i)] =
         static_cast<std::uint32_t>(any(0, 0xFFFFFF));
     point_to_fn2b(i % width, i / width, pixel, 3, stride, buffer);
+    ASSERT_EQ(point_from_fn2b(i % width, i / width, 3, stride, buffer), pixel);
   }
   ASSERT_EQ(savebuf_tofile("s.fn2", width, height, stride, buffer), 0);
   for (const int wanted : {100, 5}) {
