@@ -18,4 +18,15 @@ void set_connection_lost_handler(void (*handler)());
 /// again: then there is nothing to do.
 int endgraph();
 
+// Video cards, their memory banks and the mouse are the server's business: these return at once.
+inline void cirrusbank(int) {}
+inline void check_bank(int) {}
+inline void is_it_S3() {}
+inline void which_S3() {}
+inline void what_vesa_is_supported() {}
+inline void initvesagraph() {}
+inline void endvesagraph() {}
+inline void startmouse() {}
+inline void stopmouse() {}
+
 }  // namespace torve
