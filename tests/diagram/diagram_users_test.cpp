@@ -11,12 +11,17 @@
 #include "diagram/diagram_file.hpp"
 #include "diagram/diagram_text.hpp"
 #include "diagram/editor.hpp"
+#include "diagram/figure_change.hpp"
+#include "diagram/figure_menu.hpp"
 #include "diagram/figure_points.hpp"
 #include "diagram/history.hpp"
 #include "diagram/labels.hpp"
 #include "dialogs/input_window.hpp"
 #include "dialogs/install.hpp"
+#include "dialogs/menu_structure.hpp"
+#include "dialogs/menu_table.hpp"
 #include "dialogs/messages.hpp"
+#include "display/colours.hpp"
 #include "pool/pool.hpp"
 #include "support/canvas_model.hpp"
 #include "support/hands.hpp"
@@ -29,7 +34,7 @@ namespace torve {
 namespace {
 
 constexpr int palette_id = 2, files_id = 4, figure_menu_id = 14, last_id = 40;
-constexpr int palette_lines = 12, undo_line = 9;
+constexpr int palette_lines = 12, undo_line = 9, cut_line = 0, copy_line = 1, color_line = 2;
 
 class DiagramUsers : public ScreenTest, protected Hands {
  protected:
@@ -90,6 +95,7 @@ class DiagramUsers : public ScreenTest, protected Hands {
     for (int i = 0; i < 14; ++i) {
       tools[below(8)]();
       const int x = 200 + below(250), y = 150 + below(250);
+      cvobj->colour = colour_pixel(below(15));
       vect_ed(1, x, y), vect_ed(1, x + below(200) - 60, y + below(150));
       if (one_in(2)) put_vlabel(VectorMode::clipped, x - 10, y - 20, "cpu one");
     }
@@ -104,6 +110,7 @@ class DiagramUsers : public ScreenTest, protected Hands {
 
   // A press on a part of a figure, or on the place where it may have been.
   void pick_something() {
+    if (figure_menu_is_on_top() && one_in(2)) return use_figure_menu();
     if (vobjmode != mode_pointer) choose(0);
     const Vobj* figure = firstvobj;
     for (int i = below(20); i > 0 && figure != nullptr && figure->next != nullptr; --i)
@@ -112,11 +119,29 @@ class DiagramUsers : public ScreenTest, protected Hands {
     const int xs[] = {figure->x1, figure->x2, (figure->x1 + figure->x2) / 2};
     const int ys[] = {figure->y1, figure->y2, (figure->y1 + figure->y2) / 2};
     const bool by_hand = one_in(2);
-    const int part = by_hand || one_in(2) ? below(3) : 0;
+    const int part = by_hand ? below(3) : 2 * below(2);  // ends have no menu
     if (by_hand) return drag(xs[part], ys[part], 150 + below(300), 100 + below(350));
     click(xs[part], ys[part], 3, 600), play();
-    if (is_eligible(wd(figure_menu_id))) return run_line(figure_menu_id, below(3));
+    if (figure_menu_is_on_top() && !one_in(3)) return use_figure_menu();
     if (cvobj != nullptr && property_menu_of(*cvobj) != 0) name(property_menu_of(*cvobj));
+  }
+
+  static bool figure_menu_is_on_top() {
+    return is_eligible(wd(figure_menu_id)) && over_is_zero(figure_menu_id - 1) != 0;
+  }
+
+  // Cuts, copies or colours; a copy looks like its figure.
+  void use_figure_menu() {
+    const WdObject& menu = wd(figure_menu_id);
+    const Vobj* figure = figure_of(static_cast<int>(menu.kind_word));
+    const int line = below(3);
+    if (line == color_line) click(menu.x + 68, line_row(menu, line), 1, 600), type("\b\b4\r");
+    if (line != copy_line) return run_line(figure_menu_id, line);
+    const auto look = [](const Vobj& f) {
+      return std::tuple(f.kind, f.x2 - f.x1, f.y2 - f.y1, f.colour, std::string(f.text));
+    };
+    run_line(figure_menu_id, line), play();
+    EXPECT_TRUE(vobjmode == mode_moving && cvobj != figure && look(*cvobj) == look(*figure));
   }
 
   // Types into a field and lets the menu apply.
@@ -125,7 +150,7 @@ class DiagramUsers : public ScreenTest, protected Hands {
     const int line = menu.line_count == 11 ? 0 : below(menu.visible_lines);
     click(menu.x + 14 + 8 * (one_in(2) ? 5 : 14), line_row(menu, line), 1, 600);
     type(one_in(3) ? "\b\bnet %s\r" : "7\r");
-    if (!one_in(4)) click(menu.x + 4, menu.y + 4, 1, 600);
+    if (one_in(2)) click(menu.x + 4, menu.y + 4, 1, 600);
   }
 
   void use_a_menu() {
@@ -332,6 +357,27 @@ TEST_F(DiagramUsers, PressOnIconsOrBesideThem) {
     exit_ope();
   }
   color_request_flag = 0;
+}
+
+// Its menu was opened when the figure was still on top.
+TEST_F(DiagramUsers, ChangeAFigureThatAnotherOneCrosses) {
+  for (const int line : {cut_line, color_line}) {
+    base_ = all_pixels();
+    make_input_window(6, 280, 220, 160, 68, 15, 1, 0, 0, "w", 0, -1, -1, nullptr);
+    ASSERT_EQ(put_wd_objects(6, 6), 0);
+    vline_ope(), vect_ed(1, 250, 210), vect_ed(1, 350, 260);
+    Vobj* figure = cvobj;
+    vline_ope(), vect_ed(1, 250, 260), vect_ed(1, 350, 210);
+    Vobj* other = cvobj;
+    open_figure_menu(figure, 500, 400), raise_figure(other);
+    WdObject& menu = wd(figure_menu_id);
+    menu.line_flags[line] = line_selected, set_field(menu.menu_items[0], "4");
+    msc_menu_actions(figure_menu_id - 1, menu.line_flags, menu.menu_items, menu.menu_lines);
+    EXPECT_EQ(lastvobj, line == cut_line ? other : figure);
+    EXPECT_EQ(canvas_fault(base_), "") << line;
+    close_everything();
+    EXPECT_TRUE(all_pixels() == base_);
+  }
 }
 
 TEST_F(DiagramUsers, PrintNamesAsTheyAre) {

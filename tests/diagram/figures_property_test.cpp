@@ -117,6 +117,8 @@ TEST_F(FiguresTest, RandomDiagramsLeaveNoTrace) {
   for (unsigned seed = 1; seed <= seeds; ++seed) {
     random_.seed(seed);
     paint_base();
+    if (seed == 2)
+      std::fill_n(chdist2.get(), advance_classes * advance_classes, 3);  // letters meet
     int count = 0;
     for (int i = 0; i < 40; ++i) {
       step(count);
