@@ -58,6 +58,7 @@ std::string colour_of(const Vobj& figure) {
 // --- actions ------------------------------------------------------------------------------------
 
 void cut(Vobj* figure) {
+  let_change_go_on(false);  // also of a copy that has just been made
   prepare_change();
   note_change();
   cut_figure(figure);

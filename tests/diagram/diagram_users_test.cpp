@@ -126,6 +126,15 @@ class DiagramUsers : public ScreenTest, protected Hands {
     if (cvobj != nullptr && property_menu_of(*cvobj) != 0) name(property_menu_of(*cvobj));
   }
 
+  // Where the figures stand and what they look like, whatever lies above what.
+  using Looks = std::tuple<FigureKind, int, int, int, int, std::uint32_t, std::string>;
+  static std::multiset<Looks> looks_of_all() {
+    std::multiset<Looks> all;
+    for (const auto& [f, label] : keep_diagram())
+      all.insert({f.kind, f.x1, f.y1, f.x2, f.y2, f.colour, f.text});
+    return all;
+  }
+
   static bool figure_menu_is_on_top() {
     return is_eligible(wd(figure_menu_id)) && over_is_zero(figure_menu_id - 1) != 0;
   }
@@ -142,6 +151,15 @@ class DiagramUsers : public ScreenTest, protected Hands {
     };
     run_line(figure_menu_id, line), play();
     EXPECT_TRUE(vobjmode == mode_moving && cvobj != figure && look(*cvobj) == look(*figure));
+  }
+
+  // What is cut comes back, also a copy that has just been made.
+  void cut_and_undo() {
+    const std::multiset<Looks> before = looks_of_all();
+    const bool in_hand = figure_is_in_hand();
+    cut_current_figure();
+    if (in_hand) undo_ope();
+    EXPECT_TRUE(looks_of_all() == before) << "cut and undone";
   }
 
   // Types into a field and lets the menu apply.
@@ -189,7 +207,8 @@ class DiagramUsers : public ScreenTest, protected Hands {
       case 5:
         return draw_something();
       default:
-        return pick_something();
+        pick_something(), play();
+        return one_in(3) ? cut_and_undo() : void();
     }
   }
 
@@ -227,15 +246,6 @@ class DiagramUsers : public ScreenTest, protected Hands {
     for (const Vobj* figure = firstvobj; figure != nullptr; figure = figure->next) {
       ASSERT_TRUE(figure->label == nullptr || owner_of(figure->label) == figure);
     }
-  }
-
-  // Where the figures stand and what they look like, whatever lies above what.
-  using Looks = std::tuple<FigureKind, int, int, int, int, std::uint32_t, std::string>;
-  static std::multiset<Looks> looks_of_all() {
-    std::multiset<Looks> all;
-    for (const auto& [f, label] : keep_diagram())
-      all.insert({f.kind, f.x1, f.y1, f.x2, f.y2, f.colour, f.text});
-    return all;
   }
 
   // What a gesture has changed, undo takes back.

@@ -180,8 +180,10 @@ TEST_F(PropertyMenus, EachMenuHasItsOwnFigure) {
   for (int i = 0; i < 3; ++i)
     shown(figures[i], id + i);
   enter(4, "left", id), enter(4, "middle", id + 1), enter(0, "12", id + 2);
-  for (int i = 2; i >= 0; --i)
+  for (int i = 2; i >= 0; --i) {
+    let_change_go_on(i == 0);  // a copy is in hand
     EXPECT_EQ(run(id + i), 0);
+  }
   const std::tuple<int, int, std::string> labels[] = {
       {90, 80, "left"}, {300, 88, "middle"}, {524, 136, "12"}};
   for (int i = 0; i < 3; ++i) {
