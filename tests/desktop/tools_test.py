@@ -1,8 +1,9 @@
 """Menus and plots: what a person sees after each line of the tools."""
 
 import numpy as np
-from pictures import BLACK, cut, icon_area, same
-from workbench import CORRELATE, PLOT, PRINT, READ, SIGNALS, SPECTRUM, WRITE, pane_area
+from pictures import BLACK, DATA, cut, icon_area, same
+from workbench import CORRELATE, DRAG, PLOT, PRINT, READ, RETURN, SIGNALS, SPECTRUM, WRITE
+from workbench import pane_area
 
 
 def changed_panes(before, after):
@@ -96,3 +97,20 @@ def test_a_match_fills_in_the_settings_and_draws_all_panes(desk):
         assert desk.shows(PLOT, line, 12, start)
     assert not desk.shows(PLOT, 0, 42, "1.0")
     assert len(desk.read_signal("compres.res")) > 80000
+
+
+def test_a_taller_font_of_ones_own_keeps_fields_on_their_lines(desk):
+    font = (DATA / "font" / "font7.dat").read_bytes()
+    rows, count = font[:2]
+    glyphs = (font[2 + rows * i : 2 + rows * (i + 1)] for i in range(count))
+    taller = bytes((15, count)) + b"".join(glyph.ljust(15, b"\0") for glyph in glyphs)
+    (desk.folder / "font7.dat").write_bytes(taller)
+    desk.start()
+    desk.open(READ)
+    # The menu has room for four lines of 16 rows and ends where the canvas does.
+    x, y = READ.x + 16 + 8 * 16 + 4, 600 - 8 - 16 - 8
+    desk.tap(x, y)
+    for key in (*map(ord, "my"), RETURN):
+        desk.key(key)
+    desk.drag((READ.x + 20, y), (READ.x + 20 + DRAG, y))
+    assert (desk.folder / "myfigure.gif").exists()

@@ -5,6 +5,7 @@
 #include "base/number_text.hpp"
 #include "display/input.hpp"
 #include "text/fonts.hpp"
+#include "text/text_output.hpp"
 #include "wm/wd_object.hpp"
 
 namespace torve {
@@ -25,6 +26,7 @@ MenuTable table_of(const ToolMenu& menu) {
 int open_tool(const ToolMenu& menu) {
   flush_mouse();
   if (wd(menu.id).kind != kind_free) return 1;
+  use_default_font();  // a plot leaves another one, and the lines are those of this one
   const int failed =
       make_menu(table_of(menu), menu.id, menu.x_cells * cs, menu.y_lines * cr + menu.y_pixels);
   if (failed == 0) static_cast<void>(put_wd_objects(menu.id, menu.id));
