@@ -104,7 +104,9 @@ int read_chlist(int number, int* height, int* count, GlyphBlock* glyphs) {
   const std::string name = font_file(number, ".dat");
   const FilePtr file = open_data_file(name, DataKind::font, "r+");
   std::uint8_t header[2] = {};
-  if (!file || std::fread(header, 1, sizeof header, file.get()) != sizeof header) {
+  // Text without rows could be neither read nor pressed.
+  if (!file || std::fread(header, 1, sizeof header, file.get()) != sizeof header ||
+      header[0] == 0) {
     std::printf("can't open font file %s\n", name.c_str());
     return 1;
   }

@@ -47,8 +47,8 @@ int free_font();
 int free_font2();
 
 /// Loads the glyphs of a font; the outputs are written on success only. Returns 1 after
-/// "can't open font file %s\n" (missing, or shorter than its header says) or "malloc fails
-/// fsize=%d ysize=%d\n", else 0.
+/// "can't open font file %s\n" (missing, without rows, or shorter than its header says) or "malloc
+/// fails fsize=%d ysize=%d\n", else 0.
 [[nodiscard]] int read_chlist(int number, int* height, int* count, GlyphBlock* glyphs);
 
 /// Loads the pair advances of a font; a font without any gives a null table. Returns 1 after

@@ -101,7 +101,8 @@ TEST_F(TextTest, BackgroundsAsEachRoutineTreatsThem) {
 
 TEST_F(TextTest, AFontThatCannotBeLoadedLeavesTheOldOne) {
   write_file("font40.dat", tiny_font().substr(0, 100));
-  for (const int number : {9, 40}) {
+  write_file("font41.dat", std::string("\0\xFF", 2));
+  for (const int number : {9, 40, 41}) {
     EXPECT_EQ(printed_by([&] { EXPECT_EQ(init_font(number), 1); }),
               "can't open font file font" + std::to_string(number) + ".dat\n");
     EXPECT_EQ(std::pair(curfnt, cr), std::pair(7, rows + 1));
