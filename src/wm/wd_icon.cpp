@@ -64,6 +64,11 @@ int make_icon(int id) {
   return 0;
 }
 
+int restore_icon(int id) {
+  const WdObject& icon = wd(id);
+  return resize_lifted(id, icon.normal_place, icon.kind & ~kind_icon_bit) ? 0 : 1;
+}
+
 int draw_old_icon(int id) {
   WdObject& object = wd(id);
   const bool repaint = object.painted;
@@ -85,12 +90,7 @@ int draw_old_icon(int id) {
 }
 
 int serve_icon(int id) {
-  if (buttons == 1) {
-    if (!resize_lifted(id, wd(id).normal_place, wd(id).kind & ~kind_icon_bit)) {
-      return command_no_memory;
-    }
-    return command_put_down_only;
-  }
+  if (buttons == 1) return restore_icon(id) == 0 ? command_put_down_only : command_no_memory;
   cxoff = X - wd(id).x;
   cyoff = Y - wd(id).y;
   return command_move;

@@ -7,6 +7,10 @@ namespace torve {
 /// for the icon's background; the object is as it was then.
 int make_icon(int id);
 
+/// Gives a lifted icon its object's size back. Returns 0, or 1 when there is no memory for the
+/// background; it is an icon as before then.
+int restore_icon(int id);
+
 /// Paints the icon: put and refresh of an object that is one. Returns -2, or 2 without memory.
 int draw_old_icon(int id);
 

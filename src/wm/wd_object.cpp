@@ -82,10 +82,23 @@ bool put_hidden(int id) {
   return true;
 }
 
+// At its full size, above all others.
+bool put_icon(int id) {
+  WdObject& object = wd(id);
+  bring_any_to_top(id, 0);
+  object.flags = object.flags | WdFlags::off_screen;
+  update_over(id);
+  const bool restored = restore_icon(id) == 0;
+  object.flags = object.flags & ~WdFlags::off_screen;
+  update_over(id);
+  return restored;
+}
+
 bool put(int id) {
   WdObject& object = wd(id);
   if (has(object.flags, WdFlags::fresh)) return put_fresh(id);
   if (has(object.flags, WdFlags::off_screen) && !object.painted) return put_hidden(id);
+  if (is_icon(object) && is_eligible(object)) return put_icon(id);
   if (is_eligible(object)) bring_any_to_top(id, 0);
   return refresh_one_wd_object(id) == 0;
 }

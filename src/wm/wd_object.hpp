@@ -171,8 +171,8 @@ int serve_wd_objects(int index);
 void free_one_wd_object(int id);
 
 /// Puts the objects first .. last: a fresh one on top of everything, a hidden one again, one that
-/// lies on the canvas is raised and refreshed. Returns 0, or 1 at once when one cannot be put; its
-/// slot is free then.
+/// lies on the canvas is raised and refreshed, an icon gets its size back. Returns 0, or 1 at once
+/// when one cannot be put; the slot of a fresh one is free then.
 int put_wd_objects(int first, int last);
 
 /// Frees all objects; all but the message window and permanent ones; all but the message window.

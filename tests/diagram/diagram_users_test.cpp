@@ -121,9 +121,10 @@ class DiagramUsers : public ScreenTest, protected Hands {
     const bool by_hand = one_in(2);
     const int part = by_hand ? below(3) : 2 * below(2);  // ends have no menu
     if (by_hand) return drag(xs[part], ys[part], 150 + below(300), 100 + below(350));
+    const bool picks = vobjmode == mode_pointer;
     click(xs[part], ys[part], 3, 600), play();
     if (figure_menu_is_on_top() && !one_in(3)) return use_figure_menu();
-    if (cvobj != nullptr && property_menu_of(*cvobj) != 0) name(property_menu_of(*cvobj));
+    if (picks && vobjmode == mode_properties) name(property_menu_of(*cvobj));
   }
 
   // Where the figures stand and what they look like, whatever lies above what.
@@ -165,6 +166,7 @@ class DiagramUsers : public ScreenTest, protected Hands {
   // Types into a field and lets the menu apply.
   void name(int id) {
     const WdObject& menu = wd(id);
+    ASSERT_TRUE(is_eligible(menu) && !is_icon(menu)) << "it has just been asked for";
     const int line = menu.line_count == 11 ? 0 : below(menu.visible_lines);
     click(menu.x + 14 + 8 * (one_in(2) ? 5 : 14), line_row(menu, line), 1, 600);
     type(one_in(3) ? "\b\bnet %s\r" : "7\r");

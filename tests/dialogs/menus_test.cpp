@@ -90,10 +90,14 @@ TEST_F(Menus, CloseBoxesCloseHideAndShrink) {
   for (const auto& [flags, button, then] : cases) {
     open(pen_menu);
     wd(id).flags = wd(id).flags | flags;
+    const Pixels whole = all_pixels();
     click(228, 204, button);
     play();
     const int found = is_icon(wd(id)) ? icon : is_eligible(wd(id)) ? shown : hidden;
     EXPECT_EQ(wd(id).kind == kind_free ? gone : found, then);
+    if (then == gone) continue;
+    EXPECT_EQ(put_wd_objects(id, id), 0);
+    EXPECT_EQ(all_pixels(), whole) << "asked for again";
     free_pop_up_menu(id);
   }
 }
