@@ -44,6 +44,7 @@ std::string word_or(Words words, std::size_t i, const char* otherwise) {
 }
 
 int run_report(Words words) {
+  if (names_stream(words[0])) return exit_usage;
   return status(analyse(words[0]));
 }
 
@@ -112,6 +113,7 @@ int run_plot(Words words) {
   const auto xsc = number_of<double>(word_or(words, 5, spectrum ? "0.4" : "0.02"));
   const auto ysc = number_of<double>(word_or(words, 6, "1"));
   if (!pane || *pane < 1 || *pane > 3 || !start || !step || !xsc || !ysc) return exit_usage;
+  if (names_stream(words[0]) || names_stream(words[2])) return exit_usage;
   return status(plot_to_file({.input = words[0],
                               .pane = *pane - 1,
                               .start = *start,

@@ -8,8 +8,6 @@ namespace torve {
 
 namespace {
 
-constexpr const char* stream_word = "-";
-
 std::string name_of(const FilePtr& file) {
   return file ? "/dev/fd/" + std::to_string(fileno(file.get())) : std::string();
 }
@@ -24,15 +22,19 @@ bool copy_bytes(std::FILE* from, std::FILE* to) {
 
 }  // namespace
 
+bool names_stream(const std::string& word) {
+  return word == "-";
+}
+
 InputName::InputName(const std::string& word) : name_(word) {
-  if (word != stream_word) return;
+  if (!names_stream(word)) return;
   copy_.reset(std::tmpfile());
   if (copy_ && !copy_bytes(stdin, copy_.get())) copy_.reset();
   name_ = name_of(copy_);
 }
 
 OutputName::OutputName(const std::string& word) : name_(word) {
-  if (word != stream_word) return;
+  if (!names_stream(word)) return;
   copy_.reset(std::tmpfile());
   name_ = name_of(copy_);
   std::fflush(stdout);

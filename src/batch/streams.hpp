@@ -10,6 +10,9 @@
 
 namespace torve {
 
+/// Whether a word is "-".
+[[nodiscard]] bool names_stream(const std::string& word);
+
 /// The name under which an input is read: the word itself, or for "-" that of a file with all of
 /// standard input (a name of nothing if that cannot be had).
 class InputName {
