@@ -25,7 +25,7 @@ int print_help() {
   std::printf(
       "\nAn input named first may be - for standard input; an output named by the user may be -\n"
       "for standard output (but for OUT.spe of the two filters), and messages then go to standard\n"
-      "error. report, which reads answers there, and plot, which looks at endings, take names alone.\n"
+      "error. report, which reads answers, and plot, which looks at endings, take names alone.\n"
       "SAMPLES is a number or \"all\".\n"
       "Exit status: 0 done, 1 wrong usage, 2 failed.\n");
   return exit_done;
