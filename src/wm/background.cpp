@@ -1,10 +1,12 @@
 #include "wm/background.hpp"
 
 #include <algorithm>
+#include <cstdio>
 #include <new>
 #include <span>
 
 #include "base/errors.hpp"
+#include "display/input.hpp"
 #include "display/screen_state.hpp"
 #include "draw/pixels.hpp"
 #include "draw/plane_copy.hpp"
@@ -20,7 +22,9 @@ namespace {
 
 constexpr int bad_id_in_remove = 8;  // illegal_pointer codes
 constexpr int bad_id_in_move = 10;
+constexpr int no_picture_buffer = 100;
 constexpr int out_of_memory = 2;
+constexpr int text_console = 1;  // value of `term`
 constexpr std::uint32_t outline_pixel = 0;
 
 PlaneLayout layout_of(const WdObject& object) {
@@ -168,6 +172,10 @@ void release_background(WdObject& object) {
 }
 
 int change_background(int id) {
+  if (term == text_console) {
+    std::printf("change_background\n");
+    return 0;
+  }
   WdObject sized = wd(id);
   sized.background = nullptr;
   sized.background_row_bytes = sized.background_line_bytes = sized.background_rows = -1;
@@ -191,6 +199,12 @@ int fg_to_fgbuf(int id) try {
   }
   WdObject& object = wd(id);
   picture_owner = 0;
+  if (fgbuffer.empty()) {
+    std::printf("no fgbuf\n");
+    static_cast<void>(getch());
+    illegal_pointer(no_picture_buffer);
+    return 1;
+  }
   fgbuffer.resize(std::max(fgbuffer.size(), background_bytes(object)));
   save_buf2c(object.x, object.y, object.width, object.height, layout_of(object), fgbuffer);
   picture_owner = id;

@@ -45,11 +45,12 @@ int remove_background(int id);
 void release_background(WdObject& object);
 
 /// A background buffer for the object's present size in place of the old one. Nothing is saved.
-/// Returns 0, or 1 when the pool has no memory (the old one is kept).
+/// Returns 0, or 1 when the pool has no memory (the old one is kept). In terminal mode it only says
+/// "change_background\n".
 int change_background(int id);
 
 /// Copies the object's picture from the canvas into fgbuffer. Returns 0, or 1 (illegal_pointer(10)
-/// for an id below 1; no memory).
+/// for an id below 1; without that buffer "no fgbuf\n", a key and illegal_pointer(100); no memory).
 int fg_to_fgbuf(int id);
 
 /// Mode 2 takes the picture off the canvas (x and y are ignored); mode 0 puts the picture of

@@ -237,7 +237,7 @@ int find_stacking_order_by_coord(int x, int y, StackingOrder* order) {
     }
     const int top = first_uncovered();
     if (top == 0) {
-      std::printf("find_stacking_order_by_coord, could not find a window at (%d,%d)\n", x, y);
+      std::printf("find_stacking_order_by_coord, could not find a window at (x,y)\n");
       illegal_pointer(nothing_at_point);
       --order->last;
       return 1;

@@ -7,6 +7,7 @@
 #include <random>
 #include <tuple>
 
+#include "base/errors.hpp"
 #include "pool/pool.hpp"
 #include "support/screen.hpp"
 #include "wm/background.hpp"
@@ -360,6 +361,42 @@ TEST_F(StackingTest, RandomUsersLeaveTheScreenRight) {
     ASSERT_EQ(all_pixels(), model.base) << "seed " << seed << ": something stayed behind";
     ASSERT_EQ(b_counter, 0) << "seed " << seed;
   }
+}
+
+TEST_F(StackingTest, RefusalsSayWhy) {
+  static StackingOrder order;
+  start_wd_object(5, test_kind, {100, 100, 200, 200}, WdFlags::none);
+  start_wd_object(6, test_kind, {100, 100, 200, 200}, WdFlags::none);
+  ASSERT_EQ(put_wd_objects(6, 6), 0);
+  ErrorReporters reporters = console_reporters;
+  reporters.illegal_pointer = [](int code) { return std::printf("%d", code); };
+  set_error_reporters(reporters);
+  const struct {
+    std::string said;
+    int (*call)();
+  } cases[] = {
+      {"find_stacking_order: invalid id=0\n311", [] { return find_stacking_order(0, &order); }},
+      {"find_stacking_order: invalid id=129\n311", [] { return find_stacking_order(129, &order); }},
+      {"find_stacking_order: id=4 is free\n312", [] { return find_stacking_order(4, &order); }},
+      {"find_stacking_order: id=5 is not put\n313", [] { return find_stacking_order(5, &order); }},
+      {"find_stacking_order_by_coord, could not find a window at (x,y)\n32",
+       [] {
+         return find_stacking_order_by_coord(90, 90, &order) + put_back_order(order, order.last);
+       }},
+      {"", [] { return update_over(129) & force_over(0); }},
+      {"8", [] { return remove_background(0); }},
+      {"10", [] { return fg_to_fgbuf(0); }},
+      {"no fgbuf\n100", [] { return release_staging(), fg_to_fgbuf(6); }},
+      {"3", [] { return if_b_opt_bgtofile(0); }},
+      {"", [] { return -if_b_opt_bgtofile(6); }},
+      {"find_stacking_order: id=6 is hidden\n314",
+       [] { return hide_wd_object(6), find_stacking_order(6, &order) + 1; }},
+  };
+  for (const auto& [said, call] : cases) {
+    queue = {{.type = Type::key, .characters = {' '}, .character_count = 1}};
+    EXPECT_EQ(printed_by([call = call] { EXPECT_EQ(call(), 1); }), said);
+  }
+  set_error_reporters(console_reporters);
 }
 
 }  // namespace
