@@ -34,6 +34,7 @@ def test_the_chosen_pane_is_read_into_and_becomes_a_gif_picture(desk):
         desk.run(READ, 0)
         assert said in desk.said()
         assert desk.pane_shows(pane - 1, title)
+        assert desk.shows(READ, 0, 33, name), "what the second field holds now"
     assert same(cut(desk.screenshot(), *pane_area(0)), cut(before, *pane_area(0)))
     desk.edit(READ, 0, 54, "4")
     screen = desk.screenshot()

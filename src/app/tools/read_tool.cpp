@@ -52,12 +52,12 @@ void get_file(MenuItem* items) {
   set_pane_name(*pane, name);
   set_field(items[to_field], name);
   clear_pane(*pane);
+  refresh_menu(read_menu_id);
   if (has_ending(name, ".spe")) {
     draw_spectrum(*pane, {.xsc = spectrum_xsc}, bins_of_a_file);
   } else if (has_ending(name, ".au")) {
     if (cut_part(name, name, 0, whole_recording) == 0) draw_signal(*pane, {.xsc = overview_xsc});
   } else if (has_ending(name, ".res")) {
-    refresh_menu(read_menu_id);
     draw_signal(*pane, {.xsc = overview_xsc});
   }
 }
