@@ -27,9 +27,10 @@ constexpr int columns_beyond_window = 2;  // of a column range that has to be wo
 
 enum Colour { background_colour, frame_colour_index, kept_colour, text_colour };
 
+// A file of the working directory that may only be read comes last, as with all data files.
 FilePtr open_text(const char* name) {
-  FilePtr file = open_regular_file(name, "rb");
-  return file ? std::move(file) : open_installed_file(name, DataKind::include, "rb");
+  FilePtr file = open_data_file(name, DataKind::include, "rb+");
+  return file ? std::move(file) : open_regular_file(name, "rb");
 }
 
 class TextWindow : public ServedWindow {
