@@ -101,15 +101,21 @@ void set_colour(Vobj* figure, const std::string& text) {
 
 }  // namespace
 
+int fill_mscmenu(Vobj* figure, int id, int x, int y) {
+  if (figure == nullptr) return 1;
+  const int failed = make_menu(table, id, x, y);
+  if (failed != 0) return failed;
+  WdObject& menu = wd(id);
+  menu.kind_word = figure->serial;
+  offered_colour = colour_of(*figure);
+  set_field(menu.menu_items[0], offered_colour);
+  return 0;
+}
+
 void open_figure_menu(Vobj* figure, int x, int y) {
   close_figure_menu();
   if (wd(blocking_object).kind == kind_free && wd(menu_id).kind == kind_free &&
-      make_menu(table, menu_id, x, y) == 0) {
-    WdObject& menu = wd(menu_id);
-    menu.kind_word = figure->serial;
-    keep_on_canvas(menu, true);
-    offered_colour = colour_of(*figure);
-    set_field(menu.menu_items[0], offered_colour);
+      fill_mscmenu(figure, menu_id, x, y) == 0) {
     raise_figure(figure);
     static_cast<void>(put_wd_objects(menu_id, menu_id));
   }

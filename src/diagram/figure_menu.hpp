@@ -6,6 +6,10 @@
 
 namespace torve {
 
+/// Fills object `id` with the menu of a figure, its upper left corner at (x, y), pixels, or as near
+/// as the canvas allows; nothing is drawn. Results as for make_menu; 1 without a figure, too.
+int fill_mscmenu(Vobj* figure, int id, int x, int y);
+
 /// Shows the menu for a figure with its upper left corner at (x, y), pixels, moved inside the
 /// canvas; nothing while object 3 or another menu at its own object id is in use. A menu that is
 /// open for another figure is closed.

@@ -33,6 +33,14 @@ FilePtr open_text(const char* name) {
   return file ? std::move(file) : open_regular_file(name, "rb");
 }
 
+void measure(std::FILE* file, WdObject& window) {
+  const TextExtent extent = measure_text(file);
+  if (window.column_range < 0) {
+    window.column_range = std::max(window.width / cs + columns_beyond_window, extent.columns);
+  }
+  if (window.line_range < 0) window.line_range = extent.lines;
+}
+
 class TextWindow : public ServedWindow {
  public:
   TextWindow(int id, FilePtr file) : ServedWindow(id), file_(std::move(file)) {
@@ -41,14 +49,9 @@ class TextWindow : public ServedWindow {
   }
 
   void lay_out() override {
-    WdObject& window = object();
-    if (file_ && (window.column_range < 0 || window.line_range < 0)) measure(window);
-    init_menu(window, scroll);
-    const int rows = (Y1_max - Y1_min) / cr;
-    scroll.column_range = std::max(0, window.column_range);
-    scroll.line_range = std::max(0, window.line_range - rows);
+    init_resizable(file_.get(), object(), scroll);
     keep_scroll_in_range();
-    init_menu(window, scroll);
+    init_menu(object(), scroll);
     write_with(colour(text_colour), colour(background_colour));
   }
 
@@ -73,14 +76,6 @@ class TextWindow : public ServedWindow {
  private:
   [[nodiscard]] int colour(Colour which) const { return object().colours[which]; }
 
-  void measure(WdObject& window) {
-    const TextExtent extent = measure_text(file_.get());
-    if (window.column_range < 0) {
-      window.column_range = std::max(window.width / cs + columns_beyond_window, extent.columns);
-    }
-    if (window.line_range < 0) window.line_range = extent.lines;
-  }
-
   FilePtr file_;
 };
 
@@ -103,8 +98,22 @@ int make_file_window(int id, int x, int y, int width, int height, int c1, int c2
   return 0;
 }
 
+void init_resizable(std::FILE* file, WdObject& window, ScrollState& scroll) {
+  if (file != nullptr && (window.column_range < 0 || window.line_range < 0)) {
+    measure(file, window);
+  }
+  init_menu(window, scroll);
+  const int rows = (Y1_max - Y1_min) / cr;
+  scroll.column_range = std::max(0, window.column_range);
+  scroll.line_range = std::max(0, window.line_range - rows);
+}
+
 int file_window(int id, int mode, int keep) {
-  if (!is_wd_id(id) || wd(id).kind != kind_file_window) return 1;
+  const bool is_one = is_wd_id(id) && wd(id).kind == kind_file_window;
+  return is_one ? resizable_window(id, mode, keep) : 1;
+}
+
+int resizable_window(int id, int mode, int keep) {
   FilePtr file = open_text(wd(id).name);
   if (!file && mode == mode_put) return command_missing_file;
   if (make_background(wd(id), mode != mode_put) != 0) return command_no_memory;

@@ -4,6 +4,10 @@
 // anew whenever the window is drawn.
 #pragma once
 
+#include <cstdio>
+
+#include "wm/window_shape.hpp"
+
 namespace torve {
 
 /// Makes object `id` a window over the file `name` (31 characters at most). Nothing is drawn.
@@ -16,8 +20,14 @@ int make_file_window(int id, int x, int y, int width, int height, int c1, int c2
 
 /// Draws or serves the window (modes and results as for pop_up_menu; 1 when there is no file).
 /// With `keep` nonzero it can only be scrolled and resized. A window whose file has gone is served
-/// all the same, so that it can be closed; pressing into its text gives 1.
+/// all the same, so that it can be closed; pressing into its text gives 1. resizable_window is not
+/// asked about any other object.
 int file_window(int id, int mode, int keep);
+int resizable_window(int id, int mode, int keep);
+
+/// Works out the ranges of the scroll bars, those of the record too where they are -1, and sets the
+/// drawing limits to the text area. A null file leaves the record as it is.
+void init_resizable(std::FILE* file, WdObject& window, ScrollState& scroll);
 
 /// Takes the window off the canvas and frees its slot. Returns 0, or 1 after illegal_pointer(6)
 /// for an id below 1.

@@ -177,7 +177,10 @@ int make_popup_menu(int id, int x, int y, int width, int height, int c1, int c2,
 }
 
 int pop_up_menu(int id, int mode) {
-  if (!is_menu(id)) return 1;
+  return is_menu(id) ? popUpMenu(id, mode) : 1;
+}
+
+int popUpMenu(int id, int mode) {
   if (make_background(wd(id), mode != mode_put) != 0) return command_no_memory;
   MenuWindow window(id);
   if (mode == mode_serve) return serve_window(window);

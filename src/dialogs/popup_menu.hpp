@@ -31,8 +31,9 @@ int make_popup_menu(int id, int x, int y, int width, int height, int c1, int c2,
 
 /// Draws the menu (mode_put, mode_refresh) or serves the press that is going on (mode_serve).
 /// Returns a command of the engine; command_put_down after drawing, 2 without memory for the
-/// background, 1 for an id that is no menu.
+/// background, 1 for an id that is no menu (popUpMenu is not asked about another one).
 int pop_up_menu(int id, int mode);
+int popUpMenu(int id, int mode);
 
 /// Takes the menu off the canvas and releases it. Returns 0, or 1 after illegal_pointer(7) for an
 /// id below 1.

@@ -29,16 +29,19 @@ std::vector<Rect> make_new_rectangles(const Rect& a, const Rect& b) {
   return pieces;
 }
 
-std::vector<Rect> uncovered_parts(const std::vector<Cover>& list, const Rect& rect) {
-  std::vector<Rect> parts = {rect};
-  for (const Cover& cover : list) {
-    std::vector<Rect> left;
-    for (const Rect& part : parts) {
-      const std::vector<Rect> pieces = make_new_rectangles(part, cover.rect);
-      left.insert(left.end(), pieces.begin(), pieces.end());
-    }
-    parts = std::move(left);
+std::vector<Rect> substract_one_cover(const Rect& cover, const std::vector<Rect>& pieces) {
+  std::vector<Rect> left;
+  for (const Rect& piece : pieces) {
+    const std::vector<Rect> parts = make_new_rectangles(piece, cover);
+    left.insert(left.end(), parts.begin(), parts.end());
   }
+  return left;
+}
+
+std::vector<Rect> update_list(const std::vector<Cover>& list, const Rect& rect) {
+  std::vector<Rect> parts = {rect};
+  for (const Cover& cover : list)
+    parts = substract_one_cover(cover.rect, parts);
   return parts;
 }
 

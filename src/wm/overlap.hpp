@@ -19,7 +19,11 @@ struct Cover {
 /// below where on neither side. A itself when they do not intersect.
 [[nodiscard]] std::vector<Rect> make_new_rectangles(const Rect& a, const Rect& b);
 
-/// The parts of `rect` that no rectangle of `list` covers.
-[[nodiscard]] std::vector<Rect> uncovered_parts(const std::vector<Cover>& list, const Rect& rect);
+/// The pieces without what a rectangle covers of them.
+[[nodiscard]] std::vector<Rect> substract_one_cover(const Rect& cover,
+                                                    const std::vector<Rect>& pieces);
+
+/// The parts of `rect` that no rectangle of `list` covers: what is new when it joins the list.
+[[nodiscard]] std::vector<Rect> update_list(const std::vector<Cover>& list, const Rect& rect);
 
 }  // namespace torve

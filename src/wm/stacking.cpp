@@ -115,7 +115,7 @@ std::vector<Cover> covers_of_last(const StackingOrder& order) {
     const int owner = order.ids[static_cast<std::size_t>(i)];
     const Rect common = intersection(rect_of(wd(owner)), target);
     if (common.empty()) continue;
-    for (const Rect& part : uncovered_parts(list, common))
+    for (const Rect& part : update_list(list, common))
       list.push_back({part, owner});
   }
   return list;

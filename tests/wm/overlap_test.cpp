@@ -46,7 +46,7 @@ TEST(Overlap, PartsAreDisjointAndCoverWhatIsLeft) {
     for (auto i = random() % 5; i > 0; --i)
       list.push_back({any_rect(), 1});
     const Rect whole = any_rect();
-    const std::vector<Rect> parts = uncovered_parts(list, whole);
+    const std::vector<Rect> parts = update_list(list, whole);
     for (int y = 0; y < 50; ++y) {
       for (int x = 0; x < 50; ++x) {
         bool left_free = whole.contains(x, y);
