@@ -66,8 +66,8 @@ void make_gif(MenuItem* items) {
   const std::optional<int> pane = pane_of(items[gif_pane_field].text);
   if (!pane) return;
   const int top = pane_row(*pane);
-  // Menus that reach into the pane are no part of it.
-  const CanvasPaint beneath({0, top, X__max + 1, top + pane_rows + 1});
+  // Menus that reach into the pane are no part of it; figures that are drawn over it are.
+  const CanvasPaint beneath({0, top, X__max + 1, top + pane_rows + 1}, PaintOn::figures);
   writeGIF1(items[gif_field].text, 0, top, X__max, top + pane_rows);
 }
 
