@@ -5,7 +5,7 @@ import signal
 import pytest
 from network import COPY, CPU, CUT, FRAME, NODE, POINTER, PRINT_OUT, READ_BACK, SAVE, UNDO, Editor
 from pictures import BLACK, RED, cut, printed, same, shows_text
-from workbench import PLOT
+from workbench import PLOT, READ
 
 
 def drawing(desk):
@@ -61,6 +61,9 @@ def test_draws_over_plots_and_rescues_what_is_not_saved(desk):
     assert not same(drawn, plotted)
     desk.run(PLOT, 0)
     assert same(drawing(desk), drawn), "a plot goes beneath the figures"
+    desk.open(READ)
+    desk.tap(350, 300)
+    assert same(drawing(desk), drawn), "a tool's icon takes the mouse from the diagram"
     editor.choose(UNDO)
     assert same(drawing(desk), plotted)
     editor.draw(NODE, (200, 40), (200, 140))
