@@ -57,6 +57,11 @@ std::string colour_of(const Vobj& figure) {
 
 // --- actions ------------------------------------------------------------------------------------
 
+// The menu's figure becomes the current one, and no press is meant for it.
+void let_go() {
+  if (figure_is_in_hand()) vobjmode = mode_pointer;
+}
+
 void cut(Vobj* figure) {
   let_change_go_on(false);  // also of a copy that has just been made
   prepare_change();
@@ -129,8 +134,8 @@ void close_figure_menu() {
 void cut_current_figure() {
   if (!figure_is_in_hand()) return;
   close_figure_menu();
+  let_go();
   cut(cvobj);
-  vobjmode = mode_pointer;
 }
 
 int msc_menu_actions(int, int* line_flags, MenuItem* items, char**) {
@@ -139,7 +144,8 @@ int msc_menu_actions(int, int* line_flags, MenuItem* items, char**) {
   Vobj* figure = figure_of(static_cast<int>(wd(menu_id).kind_word));
   hide_errormsg();
   close_figure_menu();
-  if (figure == nullptr) return 0;
+  if (figure == nullptr || line < 0) return 0;
+  let_go();
   if (line == cut_line) cut(figure);
   if (line == copy_line) copy(*figure);
   if (line == color_line) set_colour(figure, colour);

@@ -381,11 +381,13 @@ TEST_F(DiagramUsers, ChangeAFigureThatAnotherOneCrosses) {
     Vobj* figure = cvobj;
     vline_ope(), vect_ed(1, 250, 260), vect_ed(1, 350, 210);
     Vobj* other = cvobj;
-    open_figure_menu(figure, 500, 400), raise_figure(other);
+    open_figure_menu(figure, 500, 400), raise_figure(other), vobjmode = mode_moving;
     WdObject& menu = wd(figure_menu_id);
     menu.line_flags[line] = line_selected, set_field(menu.menu_items[0], "4");
     msc_menu_actions(figure_menu_id - 1, menu.line_flags, menu.menu_items, menu.menu_lines);
     EXPECT_EQ(lastvobj, line == cut_line ? other : figure);
+    EXPECT_FALSE(figure_is_in_hand()) << "nor is the other one any more";
+    EXPECT_EQ(vobjmode, mode_pointer);
     EXPECT_EQ(canvas_fault(base_), "") << line;
     close_everything();
     EXPECT_TRUE(all_pixels() == base_);
