@@ -46,9 +46,11 @@ bool press_on_canvas(const JumpEntry* table) {
 }
 
 // Escape leaves whatever diagram tool is armed, Delete cuts the figure in hand. A key that an
-// action or a window waited for was an answer to it.
+// action or a window waited for was an answer to it. While a window is being moved nothing beneath
+// it may change.
 void heed_key() {
   if (last_event.type != InputEvent::Type::key || last_event_was_mouse()) return;
+  if (an_object_is_lifted()) return;
   if (keysym == escape_key) exit_ope();
   if (keysym == delete_key) cut_current_figure();
 }

@@ -8,6 +8,7 @@
 #include "diagram/editor.hpp"
 #include "diagram/history.hpp"
 #include "dialogs/menu_structure.hpp"
+#include "wm/engine.hpp"
 #include "wm/stacking.hpp"
 
 namespace torve {
@@ -86,7 +87,8 @@ void palette_press(int button, int x) {
 void show_armed_tool() {
   if (vobjmode == mode_idle) tool_line = no_line;
   if (vobjmode == mode_pointer) tool_line = pointer_line;
-  if (wd(palette_id).kind != kind_popup_menu) return;
+  // What is being moved lies above the palette, or is the palette.
+  if (wd(palette_id).kind != kind_popup_menu || an_object_is_lifted()) return;
   bool changed = false;
   for (int line = 0; line < wd(palette_id).line_count; ++line) {
     int& flags = wd(palette_id).line_flags[line];

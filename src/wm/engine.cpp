@@ -329,6 +329,7 @@ void forget_served_object(int id) {
   if (moving != id) return;
   if (as_rectangle != 0) erase_outline();
   moving = as_rectangle = 0;
+  setmouselim(0, 0, X__max, Y__max - margin_after_move);
 }
 
 bool an_object_is_lifted() {

@@ -33,7 +33,7 @@
 namespace torve {
 namespace {
 
-constexpr int palette_id = 2, files_id = 4, figure_menu_id = 14, last_id = 40;
+constexpr int palette_id = 2, figure_menu_id = 14, last_id = 40;
 constexpr int palette_lines = 12, undo_line = 9, cut_line = 0, copy_line = 1, color_line = 2;
 
 class DiagramUsers : public ScreenTest, protected Hands {
@@ -175,7 +175,7 @@ class DiagramUsers : public ScreenTest, protected Hands {
 
   void use_a_menu() {
     std::vector<int> ids;
-    for (int id = files_id; id <= last_id; ++id) {
+    for (int id = palette_id; id <= last_id; ++id) {
       if (is_eligible(wd(id))) ids.push_back(id);
     }
     if (ids.empty()) return;
@@ -187,10 +187,18 @@ class DiagramUsers : public ScreenTest, protected Hands {
       case 1:
         return click(menu.x + menu.width - 4, menu.y + 4, one_in(2) ? 3 : 1, 600);  // closes
       case 2:
-        return drag(menu.x + 60, menu.y + 4, below(680), below(560));
+        return one_in(2) ? move(menu) : drag(menu.x + 60, menu.y + 4, below(680), below(560));
       default:
         return run_line(id, below(std::max(1, menu.visible_lines)));
     }
+  }
+
+  // The diagram's keys mean nothing meanwhile.
+  void move(const WdObject& menu) {
+    if (one_in(2)) click(menu.x + 40, line_row(menu, 0), 1, 600);
+    press(menu.x + 4, menu.y + 4, 3, 600), Hands::move(below(680), below(200));
+    add({.type = Type::key, .keysym = one_in(2) ? 0xFF1BUL : 0xFFFFUL});
+    Hands::move(below(680), below(560)), release(400, 300, 3);
   }
 
   void act() {
@@ -203,7 +211,9 @@ class DiagramUsers : public ScreenTest, protected Hands {
         return use_a_menu();
       case 3:
         if (one_in(4)) add({.type = Type::key, .keysym = one_in(2) ? 0xFF1BUL : 0xFFFFUL});
-        if (one_in(4)) click(720, line_row(wd(palette_id), below(palette_lines)));  // runs nothing
+        if (one_in(4))
+          click(wd(palette_id).x + 40,
+                line_row(wd(palette_id), below(palette_lines)));  // runs nothing
         return;
       case 4:
       case 5:
@@ -241,6 +251,7 @@ class DiagramUsers : public ScreenTest, protected Hands {
 
   void check() {
     ASSERT_EQ(canvas_fault(base_), "");
+    ASSERT_TRUE(X2mouse == 799 && Y2mouse >= 594) << "the pointer is shut in";
     const bool says = vobjmode == mode_idle || vobjmode == mode_pointer ||
                       (vobjmode > mode_armed && vobjmode <= mode_armed + 10);
     for (int line = 0; says && line < wd(palette_id).line_count; ++line)
@@ -391,6 +402,24 @@ TEST_F(DiagramUsers, ChangeAFigureThatAnotherOneCrosses) {
     EXPECT_EQ(canvas_fault(base_), "") << line;
     close_everything();
     EXPECT_TRUE(all_pixels() == base_);
+  }
+}
+
+// A figure is in hand, a line of the palette was pressed and not run.
+TEST_F(DiagramUsers, MoveAWindowWhateverKeysTheyPress) {
+  base_ = all_pixels();
+  node_ope(), vect_ed(1, 300, 250), vect_ed(1, 300, 400);
+  choose(0), click(300, 325), play();
+  ASSERT_EQ(vobjmode, mode_moving);
+  const WdObject& palette = wd(palette_id);
+  for (const unsigned long key : {0xFF1BUL, 0xFFFFUL}) {
+    click(palette.x + 40, line_row(palette, 3), 1, 600);
+    press(palette.x + 4, palette.y + 4, 3, 600), Hands::move(250, 230), Hands::move(270, 330);
+    add({.type = Type::key, .keysym = key});
+    Hands::move(400, 100), release(400, 100, 3);
+    play(), check();
+    EXPECT_TRUE(figure_is_in_hand());
+    EXPECT_EQ(palette.line_flags[0], line_selected);
   }
 }
 

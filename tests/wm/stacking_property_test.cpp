@@ -274,9 +274,9 @@ class StackingTest : public ScreenTest {
   }
 
   static void step() {
-    const int id = any(1, objects);
-    // While an object is up only the mouse has a say.
-    switch (an_object_is_lifted() ? 9 : any(0, 9)) {
+    // While an object is up only the mouse has a say, or it goes itself.
+    const int id = moving > message_window_id && any(0, 1) == 0 ? moving : any(1, objects);
+    switch (an_object_is_lifted() ? id == moving ? 1 : 9 : any(0, 9)) {
       case 0:
         if (id != message_window_id) open(id);
         break;
@@ -284,6 +284,7 @@ class StackingTest : public ScreenTest {
         if (id == message_window_id) break;
         free_one_wd_object(id);
         model.take_off(id);
+        EXPECT_TRUE(moving != 0 || X2mouse == X__max) << "the pointer is shut in";
         break;
       case 2:
         hide_wd_object(id);
