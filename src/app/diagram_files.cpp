@@ -44,7 +44,7 @@ int diagram_file_actions(int, int* line_flags, MenuItem* items, char**) {
 }  // namespace
 
 int open_diagram_files() {
-  if (open_tool(menu) == 1) bring_id_to_top(menu.id, 1);
+  if (open_tool(menu.id, [] { return fill_menu(menu); }) == 1) bring_id_to_top(menu.id, 1);
   return 0;
 }
 

@@ -76,7 +76,7 @@ int palette_actions(int, int* line_flags, MenuItem*, char**) {
 }  // namespace
 
 void open_palette() {
-  if (open_tool(menu) == 1) bring_id_to_top(palette_id, 1);
+  if (open_tool(menu.id, [] { return fill_menu(menu); }) == 1) bring_id_to_top(palette_id, 1);
 }
 
 void palette_press(int button, int x) {

@@ -108,8 +108,12 @@ void compare_into_pane(const MenuItem* file) {
 
 }  // namespace
 
+int fill_analysis_menu() {
+  return fill_menu(menu);
+}
+
 int analysis_ope(int, int, int) {
-  return open_tool(menu);
+  return open_tool(menu.id, fill_analysis_menu);
 }
 
 int analysis_menu_actions(int, int* line_flags, MenuItem* items, char**) {

@@ -102,8 +102,12 @@ PaneView plot_settings_of(int pane) {
   return view_of(object.menu_items, pane);
 }
 
+int fill_audiomenu() {
+  return fill_menu(menu);
+}
+
 int audio_ope(int, int, int) {
-  return open_tool(menu);
+  return open_tool(menu.id, fill_audiomenu);
 }
 
 int audio_menu_actions(int, int* line_flags, MenuItem* items, char**) {

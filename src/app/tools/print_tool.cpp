@@ -29,8 +29,12 @@ constexpr ToolMenu menu = {
 
 }  // namespace
 
+int fill_printeps_menu() {
+  return fill_menu(menu);
+}
+
 int printeps_ope(int, int, int) {
-  return open_tool(menu);
+  return open_tool(menu.id, fill_printeps_menu);
 }
 
 // Every line writes to the file named in the first field.

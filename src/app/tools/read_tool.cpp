@@ -73,8 +73,12 @@ void make_gif(MenuItem* items) {
 
 }  // namespace
 
+int fill_read_au_menu() {
+  return fill_menu(menu);
+}
+
 int read_au_ope(int, int, int) {
-  return open_tool(menu);
+  return open_tool(menu.id, fill_read_au_menu);
 }
 
 int read_au_menu_actions(int, int* line_flags, MenuItem* items, char**) {

@@ -68,8 +68,12 @@ void spectrum_into_pane(const MenuItem* items) {
 
 }  // namespace
 
+int fill_analysis2_menu() {
+  return fill_menu(menu);
+}
+
 int analysis2_ope(int, int, int) {
-  return open_tool(menu);
+  return open_tool(menu.id, fill_analysis2_menu);
 }
 
 int analysis2_menu_actions(int, int* line_flags, MenuItem* items, char**) {

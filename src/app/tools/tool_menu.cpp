@@ -23,13 +23,16 @@ MenuTable table_of(const ToolMenu& menu) {
 
 }  // namespace
 
-int open_tool(const ToolMenu& menu) {
-  flush_mouse();
-  if (wd(menu.id).kind != kind_free) return 1;
+int fill_menu(const ToolMenu& menu) {
   use_default_font();  // a plot leaves another one, and the lines are those of this one
-  const int failed =
-      make_menu(table_of(menu), menu.id, menu.x_cells * cs, menu.y_lines * cr + menu.y_pixels);
-  if (failed == 0) static_cast<void>(put_wd_objects(menu.id, menu.id));
+  return make_menu(table_of(menu), menu.id, menu.x_cells * cs, menu.y_lines * cr + menu.y_pixels);
+}
+
+int open_tool(int id, int (*fill)()) {
+  flush_mouse();
+  if (wd(id).kind != kind_free) return 1;
+  const int failed = fill();
+  if (failed == 0) static_cast<void>(put_wd_objects(id, id));
   buttons = 0;
   return failed;
 }

@@ -32,9 +32,13 @@ inline constexpr int read_menu_id = 14;
 inline constexpr int analysis_menu_id = 15;
 inline constexpr int spectrum_menu_id = 16;
 
-/// Shows a tool's menu. Returns 0; 1 when its object is in use, and then nothing happens; -1 after
-/// "failed to allocate menu" has been written on the canvas.
-int open_tool(const ToolMenu& menu);
+/// Makes a tool's menu, to be put on the canvas. Returns 0, or -1 after "failed to allocate menu"
+/// has been written there.
+[[nodiscard]] int fill_menu(const ToolMenu& menu);
+
+/// Has the menu of object `id` made and shows it. Returns 0; 1 when the object is in use, and then
+/// nothing happens; what the builder returned when it failed.
+int open_tool(int id, int (*fill)());
 
 /// The numbers that fields hold, or what a field without a number stands for. A real is a float
 /// before it is anything else.

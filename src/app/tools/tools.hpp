@@ -1,7 +1,7 @@
 // The six tools of the icon bar, and their actions.
 //
-// An opener shows its tool's menu; it returns 1 when that is open already and -1 when it cannot be
-// had. An action runs the chosen line and returns 0.
+// An opener shows its tool's menu, which its builder makes; it returns 1 when that is open already
+// and -1 when it cannot be had, as the builder does. An action runs the chosen line and returns 0.
 #pragma once
 
 #include "text/menu_items.hpp"
@@ -14,6 +14,13 @@ int read_au_ope(int buttons, int x, int y);    // files into panes, report, a pa
 int write_au_ope(int buttons, int x, int y);   // AU conversions
 int analysis_ope(int buttons, int x, int y);   // correlations
 int analysis2_ope(int buttons, int x, int y);  // spectrum and filters
+
+int fill_audiomenu();
+int fill_printeps_menu();
+int fill_read_au_menu();
+int fill_write_au_menu();
+int fill_analysis_menu();
+int fill_analysis2_menu();
 
 int audio_menu_actions(int index, int* line_flags, MenuItem* items, char** lines);
 int printeps_menu_actions(int index, int* line_flags, MenuItem* items, char** lines);

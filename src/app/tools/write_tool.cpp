@@ -45,8 +45,12 @@ void cut(MenuItem* items) {
 
 }  // namespace
 
+int fill_write_au_menu() {
+  return fill_menu(menu);
+}
+
 int write_au_ope(int, int, int) {
-  return open_tool(menu);
+  return open_tool(menu.id, fill_write_au_menu);
 }
 
 int write_au_menu_actions(int, int* line_flags, MenuItem* items, char**) {
