@@ -1,6 +1,8 @@
 #include "display/colours.hpp"
 
+#include <algorithm>
 #include <cstdio>
+#include <span>
 
 namespace torve {
 
@@ -32,7 +34,6 @@ ColourRecord xcolor[colour_table_size];
 ColourRecord* xcolor2 = xcolor;
 
 namespace {
-constexpr int first_copy = 21;          // entries 21 .. 31 hold the colours 0 .. 10
 constexpr int first_aligned_copy = 32;  // from here on entry i holds colour i % 16
 constexpr int palette_size = 16;
 }  // namespace
@@ -58,9 +59,16 @@ void allocate_colours(ColourAllocator allocate) {
 }
 
 void set_xcolor2() {
-  for (int i = first_copy; i < colour_table_size; ++i) {
-    xcolor2[i] = xcolor2[i < first_aligned_copy ? i - first_copy : i % palette_size];
+  for (int i = first_colour_copy; i < colour_table_size; ++i) {
+    xcolor2[i] = xcolor2[i < first_aligned_copy ? i - first_colour_copy : i % palette_size];
   }
+}
+
+int color_by_pixel1(std::uint32_t pixel, int mode) {
+  const std::span table(xcolor);
+  const auto searched = mode == 2 ? table.subspan(first_colour_copy) : table.first(colour_count);
+  const auto found = std::ranges::find(searched, pixel, &ColourRecord::pixel);
+  return found == searched.end() ? -1 : static_cast<int>(found - searched.begin());
 }
 
 void setVGApalette(int, int) {}

@@ -11,6 +11,7 @@ namespace torve {
 
 inline constexpr int colour_count = 21;        // colours of our own
 inline constexpr int colour_table_size = 277;  // entries of the table
+inline constexpr int first_colour_copy = 21;   // entry that the copies of the colours start at
 inline constexpr int white_colour = 15;
 
 struct ColourRecord {
@@ -49,5 +50,9 @@ void setVGApalette(int index, int value);
 [[nodiscard]] inline std::uint32_t colour_pixel(int number) {
   return number >= 0 && number < colour_table_size ? xcolor[number].pixel : 0;
 }
+
+/// The first place at which a pixel value is found, -1 for none: among the copies that start at
+/// entry 21 (places 0 .. 255) for `mode` 2, otherwise among the colours 0 to 20.
+[[nodiscard]] int color_by_pixel1(std::uint32_t pixel, int mode);
 
 }  // namespace torve

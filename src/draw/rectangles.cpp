@@ -86,6 +86,10 @@ void clear_win(int x1, int y1, int x2, int y2, int colour) {
   }
 }
 
+void clearwin_c(int x1, int y1, int x2, int y2, int colour) {
+  clear_win(x1, y1, x2, y2, first_colour_copy + colour);
+}
+
 void fillbox2(int x, int y, int width, int height, std::uint32_t pixel) {
   fillbox3(x, y, width, height, pixel);
   mark_dirty(box(x, y, width, height));

@@ -14,6 +14,8 @@ int clear_win1(int x1, int y1, int x2, int y2, std::uint32_t pixel);
 
 /// The same result as clearwin, pixel by pixel.
 void clear_win(int x1, int y1, int x2, int y2, int colour);
+/// The same with the copy of a colour that pictures use, entry 21 + colour of the table.
+void clearwin_c(int x1, int y1, int x2, int y2, int colour);
 
 /// Fills width x height pixels from (x, y) with a pixel value.
 void fillbox2(int x, int y, int width, int height, std::uint32_t pixel);

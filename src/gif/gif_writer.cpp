@@ -17,7 +17,6 @@ namespace torve {
 namespace {
 
 constexpr int table_entries = 256;
-constexpr int first_looked_up = 21;  // table entry that index 0 is found at
 constexpr std::uint8_t outside_index = 15;
 constexpr double source_step = 0.8359375;    // screen columns from a picture column to the next
 constexpr std::uint8_t screen_flags = 0xF7;  // global table of 256 entries, 8 bits a colour
@@ -41,14 +40,22 @@ void put_colour_table(Bytes& bytes) {
   }
 }
 
-// From a pixel value to the first index that shows it.
-std::unordered_map<std::uint32_t, std::uint8_t> pixel_indices() {
-  std::unordered_map<std::uint32_t, std::uint8_t> indices;
-  for (int index = 0; index < table_entries; ++index) {
-    indices.emplace(colour_pixel(first_looked_up + index), static_cast<std::uint8_t>(index));
+// The index of each pixel value that has been met.
+class PixelIndices {
+ public:
+  std::uint8_t of(std::uint32_t pixel) {
+    const auto [known, is_new] = known_.try_emplace(pixel, std::uint8_t{0});
+    if (is_new) {
+      known->second = static_cast<std::uint8_t>(std::max(0, color_by_pixel1(pixel, copies)));
+    }
+    return known->second;
   }
-  return indices;
-}
+
+ private:
+  static constexpr int copies = 2;  // mode: among the entries from 21 on
+
+  std::unordered_map<std::uint32_t, std::uint8_t> known_;
+};
 
 void WriteRaster(Bytes& bytes, std::span<const std::uint8_t> indices) {
   bytes.push_back(minimum_code_size);
@@ -76,17 +83,15 @@ int gif_width(int columns) {
 
 Bytes gif_indices(const Rect& rect) {
   Bytes indices(static_cast<std::size_t>(gif_width(rect.width()) * rect.height()));
-  const auto index_of = pixel_indices();
+  PixelIndices known;
   Bytes row_of_screen(screen_width);  // the index of each screen column, by column
   std::vector<std::uint32_t> pixels(screen_width);
   auto out = indices.begin();
   for (int y = rect.y1; y < rect.y2; ++y) {
     const bool on_screen = y >= 0 && y < screen_height;
     if (on_screen) read_pixels({0, y, screen_width, y + 1}, pixels.data(), screen_width);
-    std::transform(pixels.begin(), pixels.end(), row_of_screen.begin(), [&](std::uint32_t pixel) {
-      const auto found = index_of.find(pixel);
-      return found == index_of.end() ? std::uint8_t{0} : found->second;
-    });
+    std::transform(pixels.begin(), pixels.end(), row_of_screen.begin(),
+                   [&known](std::uint32_t pixel) { return known.of(pixel); });
     for (int i = 0; i < gif_width(rect.width()); ++i, ++out) {
       const int x = static_cast<int>(i * source_step) + rect.x1;
       if (x < 0 || y < 0) {

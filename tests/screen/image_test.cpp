@@ -124,6 +124,21 @@ TEST_F(ImageTest, FrameLinesBoxesArrowsAndThumbs) {
   EXPECT_EQ(std::pair(x_fraction, y_fraction), std::pair(0, 0));
 }
 
+TEST_F(ImageTest, ColoursAreFoundByTheirPixels) {
+  const struct {
+    std::uint32_t pixel;
+    int own, copy;
+  } cases[] = {{0, 0, 0}, {0xBC8F8F, 5, 5}, {0xFCFCFC, 15, 26}, {0xB4FAC8, 16, -1}, {9, -1, -1}};
+  for (const auto& c : cases) {
+    EXPECT_EQ(color_by_pixel1(c.pixel, 0), c.own) << c.pixel;
+    EXPECT_EQ(color_by_pixel1(c.pixel, 2), c.copy) << c.pixel;
+  }
+  for (const auto& [colour, shown] : {std::pair(10, 10), {14, 3}}) {
+    clearwin_c(797, 3, 801, 4, colour);
+    EXPECT_EQ(getpixel2c(799, 3), colour_pixel(shown)) << colour;
+  }
+}
+
 // Bytes of a row, planes, rows, columns.
 std::string header(std::array<std::uint16_t, 4> fields) {
   return {reinterpret_cast<const char*>(fields.data()), sizeof fields};
