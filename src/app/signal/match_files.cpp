@@ -28,6 +28,7 @@ std::optional<Signals> read_signals(const std::string& path1, const std::string&
   auto a = read_sample_file(path1, budget);
   auto b = read_sample_file(path2, budget);
   if (!a || !b) return std::nullopt;
+  if (std::min(a->size(), b->size()) < least_match_samples) return std::nullopt;
   return Signals{std::move(*a), std::move(*b)};
 }
 
@@ -101,20 +102,15 @@ struct Results {
   float* scale;
 };
 
-bool long_enough(const Signals& signals) {
-  return std::min(signals.a.size(), signals.b.size()) >= least_match_samples;
-}
-
-/// Nothing if no offset qualifies; otherwise whether the output was written.
-std::optional<bool> match(Signals& signals, OutputFile& output, const std::string& path3,
-                          const Results& results, int mode, int start) {
+int match(Signals& signals, OutputFile& output, const std::string& path3, const Results& results,
+          int mode, int start) {
   const double mean_a = normalise(signals.a);
   const double mean_b = normalise(signals.b);
   say("my_correlation, got ave1=%f ave2=%f counter1=%d counter2=%d\n", mean_a, mean_b,
       as_int(signals.a.size()), as_int(signals.b.size()));
   const auto start_scale = static_cast<double>(*results.scale);
   const auto offset = best_offset(signals.a, signals.b, start_scale, start);
-  if (!offset) return std::nullopt;
+  if (!offset) return 1;
   say("offset_best=%d ave3min=%f samples=%d\n", offset->offset, offset->mean,
       as_int(offset->last_samples));
   const auto from_offset = std::span(signals.a).subspan(static_cast<std::size_t>(offset->offset));
@@ -133,7 +129,7 @@ std::optional<bool> match(Signals& signals, OutputFile& output, const std::strin
   } else {
     write_residual(output, path3, a, b, scale.scale);
   }
-  return output.finish();
+  return output.finish() ? 0 : 1;
 }
 
 }  // namespace
@@ -150,12 +146,7 @@ int my_correlation(const std::string& path1, const std::string& path2, const std
   if (!signals) return 1;
   OutputFile output(path3);
   if (!output) return 1;
-  std::optional<bool> written;
-  if (long_enough(*signals)) {
-    written = match(*signals, output, path3, {ave3_out, offset_out, scale_io}, mode, start_offset);
-  }
-  if (!written) refuse_output(output, path3, {path1, path2});
-  return written.value_or(false) ? 0 : 1;
+  return match(*signals, output, path3, {ave3_out, offset_out, scale_io}, mode, start_offset);
 } catch (const std::bad_alloc&) {
   return 1;
 }

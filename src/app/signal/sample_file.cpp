@@ -133,14 +133,6 @@ void write_samples(OutputFile& file, std::span<const float> values) {
     write_sample(file, index++, static_cast<double>(value));
 }
 
-void refuse_output(OutputFile& file, const std::string& name,
-                   std::initializer_list<std::string> inputs) {
-  const auto is_output = [&name](const std::string& input) { return same_file(input, name); };
-  if (std::any_of(inputs.begin(), inputs.end(), is_output)) return;
-  // That this may fail changes nothing any more.
-  static_cast<void>(file.finish());
-}
-
 void write_spectrum(OutputFile& file, int size, std::span<const float> bins) {
   char text[longest_decimal];
   file.write("size=");

@@ -7,7 +7,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
-#include <initializer_list>
 #include <memory>
 #include <optional>
 #include <span>
@@ -81,11 +80,6 @@ void write_integer_sample(OutputFile& file, std::int64_t index, int value);
 
 /// Writes the lines of a sample file, index 0 and up.
 void write_samples(OutputFile& file, std::span<const float> values);
-
-/// The end of an output whose inputs turned out to be unfit. It is left empty, because what an
-/// earlier run left under the name would pass for its result; but an input is left as it is.
-void refuse_output(OutputFile& file, const std::string& name,
-                   std::initializer_list<std::string> inputs);
 
 /// Writes a spectrum file: the header line with `size`, then the bins.
 void write_spectrum(OutputFile& file, int size, std::span<const float> bins);

@@ -1,3 +1,4 @@
+#include <cstdio>
 #include <optional>
 #include <string>
 
@@ -95,8 +96,12 @@ void compare_into_pane(const MenuItem* file) {
   float mean = 0;
   float scale = start.scale;
   int offset = 0;
-  static_cast<void>(my_correlation(file[0].text, file[1].text, name, &mean, &offset, &scale, 1,
-                                   start.offset, file[3].text));
+  if (my_correlation(file[0].text, file[1].text, name, &mean, &offset, &scale, 1, start.offset,
+                     file[3].text) != 0) {
+    std::printf("sample too small\n");  // what the pane shows is an older comparison
+    report_missing(file[0].text);
+    report_missing(file[1].text);
+  }
   PaneView view = {.start = offset, .xsc = overview_xsc};
   if (*pane == 2) {
     view.ysc = static_cast<double>(scale);
