@@ -73,6 +73,7 @@ int make_menu(const MenuTable& table, int id, int x, int y) {
   const int line_count = static_cast<int>(table.lines.size());
   const int field_count = static_cast<int>(table.fields.size()) + table.spare_fields;
   const int visible = table.visible_lines > 0 ? table.visible_lines : line_count;
+  use_default_font();  // a plot leaves another one, and the lines are those of this one
   fill_jmptable_b(id - 1, table.action);
   MenuStructure made;
   if (create_menustructure(&made.items, &made.lines, &made.flags, field_count, line_count,

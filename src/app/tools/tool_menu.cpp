@@ -24,7 +24,7 @@ MenuTable table_of(const ToolMenu& menu) {
 }  // namespace
 
 int fill_menu(const ToolMenu& menu) {
-  use_default_font();  // a plot leaves another one, and the lines are those of this one
+  use_default_font();  // a plot leaves another one, and the place is in lines of this one
   return make_menu(table_of(menu), menu.id, menu.x_cells * cs, menu.y_lines * cr + menu.y_pixels);
 }
 
