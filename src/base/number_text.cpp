@@ -46,7 +46,7 @@ void put_pair(char* out, std::uint64_t pair) {
 
 constexpr std::array<std::uint64_t, 20> integer_powers_of_ten = [] {
   std::array<std::uint64_t, 20> powers = {1};
-  for (std::size_t i = 1; i < powers.size(); ++i)
+  for (std::size_t i = 1; i != powers.size(); ++i)
     powers[i] = 10 * powers[i - 1];
   return powers;
 }();
@@ -54,7 +54,7 @@ constexpr std::array<std::uint64_t, 20> integer_powers_of_ten = [] {
 int count_digits(std::uint64_t value) {
   value |= 1;  // one digit for 0, too
   // log10(2) is 1233 / 4096: never too large for 64 bits, and too small by less than one.
-  const int below = std::bit_width(value) * 1233 >> 12;
+  const int below = static_cast<int>(std::bit_width(value)) * 1233 >> 12;
   return below + (value >= integer_powers_of_ten[static_cast<std::size_t>(below)] ? 1 : 0);
 }
 
