@@ -124,6 +124,11 @@ TEST_F(PropertyMenus, WhatIsShownIsStored) {
     reset_history();
     free_vector_objects(VectorMode::clipped);
   }
+  Vobj* exact = placed(queue);
+  exact->value[0] = 1234.5678;
+  EXPECT_EQ(shown(exact).at(4), "1234.57");
+  run();
+  EXPECT_EQ(exact->value[0], 1234.5678) << "what was not edited stays";
 }
 
 TEST_F(PropertyMenus, CodesWithoutAWordBecomeOne) {

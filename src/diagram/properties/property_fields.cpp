@@ -71,6 +71,7 @@ std::string property_text(const PropertyField& field, Vobj& figure) {
 }
 
 void store_property(const PropertyField& field, Vobj& figure, const char* text) {
+  if (text == property_text(field, figure)) return;
   if (field.real != nullptr) {
     get_float(text, &field.real(figure));
   } else if (field.integer == nullptr) {
