@@ -85,7 +85,7 @@ void palette_press(int button, int x) {
 
 // A line that was pressed and not run is selected, too, until the palette is left.
 void show_armed_tool() {
-  if (vobjmode == mode_idle) tool_line = no_line;
+  if (vobjmode == mode_idle || vobjmode == mode_properties) tool_line = no_line;
   if (vobjmode == mode_pointer) tool_line = pointer_line;
   // What is being moved lies above the palette, or is the palette.
   if (wd(palette_id).kind != kind_popup_menu || an_object_is_lifted()) return;
