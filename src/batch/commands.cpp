@@ -76,7 +76,7 @@ int run_correlation(Words words) {
 int run_match(Words words) {
   const auto start = number_of<int>(word_or(words, 3, "0"));
   auto scale = number_of<float>(word_or(words, 4, "1"));
-  if (!start || !scale) return exit_usage;
+  if (!start || *start < 0 || !scale) return exit_usage;
   const InputName res1(words[0]);
   OutputName rest(words[2]);
   float mean = 0;

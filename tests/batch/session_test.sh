@@ -67,7 +67,7 @@ expect 0 "$batch" plot cut.spe 3 cut.gif 0 1 0.4 1 all
 expect 0 "$batch" --version
 expect 0 "$batch" --help
 for wrong in '' nothing 'cut made.au' 'cut made.au x.res 0 much' 'report a b' 'plot cut.res 4 x' \
-  'plot cut.res 1 -' 'report -'; do
+  'plot cut.res 1 -' 'report -' 'match cut.res cut.res x -5'; do
   # shellcheck disable=SC2086
   expect 1 "$batch" $wrong
 done
