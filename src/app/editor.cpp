@@ -72,7 +72,7 @@ void draw_start_plots(const StartFiles& files) {
 }  // namespace
 
 void set_start_state() {
-  term = 2;
+  term = text_screen;
   lg = plg = 0;
   bgcol = 1;
   X1_min = Y1_min = 0;

@@ -20,7 +20,6 @@ namespace torve {
 namespace {
 
 constexpr const char* file_name = "messages.txt";
-constexpr int text_console = 1;  // value of `term`
 constexpr int window_columns = 20;
 constexpr int window_y = 200;
 constexpr int text_ink = 15;

@@ -39,7 +39,7 @@ void reset_screen_state() {
   gplanes = screen_planes;
   nocolor = white;
   pensize = 0;
-  term = 2;
+  term = text_screen;
   window_width = screen_width;
   window_height = screen_height;
 }

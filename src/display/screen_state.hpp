@@ -3,6 +3,10 @@
 
 namespace torve {
 
+/// Values of `term`.
+inline constexpr int text_console = 1;  // standard output
+inline constexpr int text_screen = 2;
+
 // State. Start values are those of reset_screen_state().
 extern int X__max, Y__max;        // last column and row of the drawing surface: 799, 599
 extern int X1_min, Y1_min;        // upper left corner of the current drawing area, pixels
@@ -15,7 +19,7 @@ extern int lineLen;               // characters on a line of text
 extern int gplanes;               // planes that the picture routines work with
 extern int nocolor;               // the colour number that means: leave the background
 extern int pensize;               // width of figure strokes, 0 for a single pixel
-extern int term;                  // 1: text and messages go to standard output; 2: to the screen
+extern int term;                  // where text and messages go: text_console or text_screen
 extern int window_width, window_height;  // the window's size, pixels; written by resize events
 
 /// Every variable above to its start value.

@@ -110,7 +110,7 @@ void edit_text(Edit& edit) {
 
 int got_parstring(MenuItem* items, char** lines, int field, int coloff, int x, int y,
                   int max_length, int line_background, int field_background) {
-  if (term != 2) return 0;
+  if (term != text_screen) return 0;
   key_came = false;
   Edit edit = {.items = items,
                .lines = lines,

@@ -66,7 +66,7 @@ void clear_behind_corner_text(const char* text) {
 }
 
 bool printed_on_terminal(const char* text) {
-  if (term != 1) return false;
+  if (term != text_console) return false;
   std::printf("%s\n", text);
   return true;
 }
@@ -186,7 +186,7 @@ void otext(const char* text, int fg, int bg) {
 }
 
 void osprints(const char* text, int x, int y) {
-  if (term == 1) {
+  if (term == text_console) {
     std::printf("%s%s", text, y != ykoord ? "\n" : "");
     xkoord = x % terminal_modulus;
     ykoord = y % terminal_modulus;

@@ -24,7 +24,6 @@ constexpr int bad_id_in_remove = 8;  // illegal_pointer codes
 constexpr int bad_id_in_move = 10;
 constexpr int no_picture_buffer = 100;
 constexpr int out_of_memory = 2;
-constexpr int text_console = 1;  // value of `term`
 constexpr std::uint32_t outline_pixel = 0;
 
 PlaneLayout layout_of(const WdObject& object) {

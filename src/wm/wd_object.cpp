@@ -20,7 +20,6 @@ WdAction wd_actions[wd_object_count + 1];
 namespace {
 
 constexpr int most_kinds = 16;
-constexpr int text_console = 1;  // value of `term`
 
 struct KnownKind {
   std::uint32_t kind = kind_free;

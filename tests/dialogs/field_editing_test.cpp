@@ -93,7 +93,7 @@ TEST_F(FieldEditing, APressEndsItAndIsKept) {
   EXPECT_STREQ(items[0].text, "qabc");
   readmouse(&buttons, &X, &Y);
   EXPECT_EQ(buttons * 1000 + X, 1300);
-  term = 1;
+  term = text_console;
   EXPECT_EQ(edit(0, 30, ""), 0) << "terminal mode";
 }
 

@@ -147,7 +147,7 @@ TEST_F(Messages, ErrorsOfTheirOwnAreSwallowed) {
   EXPECT_EQ(no_memory(), 1);
   set_pool_allocator(std::malloc);
   EXPECT_EQ(no_memory(), 0) << "the window is still there";
-  term = 1;
+  term = text_console;
   EXPECT_EQ(printed_by([] { EXPECT_EQ(cannot_find_file("x"), 0); }), "cannot_find_file\n");
   EXPECT_EQ(printed_by([] { EXPECT_EQ(change_background(1), 0); }), "change_background\n");
 }
