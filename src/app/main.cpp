@@ -23,7 +23,6 @@ namespace {
 
 using namespace torve;
 
-constexpr int menu_font = 7;
 constexpr int status_font_missing = 1;
 constexpr int status_no_memory = 1;
 

@@ -8,6 +8,7 @@
 #include "diagram/editor.hpp"
 #include "diagram/history.hpp"
 #include "dialogs/menu_structure.hpp"
+#include "display/input.hpp"
 #include "wm/engine.hpp"
 #include "wm/stacking.hpp"
 
@@ -80,7 +81,8 @@ void open_palette() {
 }
 
 void palette_press(int button, int x) {
-  if (button == 2 && x <= last_diagram_column && vobjmode != mode_pointer) open_palette();
+  if (button == second_button && x <= last_diagram_column && vobjmode != mode_pointer)
+    open_palette();
 }
 
 // A line that was pressed and not run is selected, too, until the palette is left.

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "base/rect.hpp"
+#include "display/colours.hpp"
 #include "display/input.hpp"
 #include "display/screen_image.hpp"
 #include "display/screen_state.hpp"
@@ -20,12 +21,11 @@ constexpr int failure_column = 200;
 constexpr int failure_row = 260;
 constexpr int size_column = 14;  // cells behind the text
 constexpr int red = 4;
-constexpr int white = 15;
 
 void write_at(int x, int y, const char* text) {
   xkoord = x;
   ykoord = y;
-  textn(text, white, red);
+  textn(text, white_colour, red);
 }
 
 void show_start_failure(int size) {

@@ -16,16 +16,13 @@ namespace torve {
 
 namespace {
 
-constexpr int menu_font = 7;
-constexpr int white = 15;
-
 // A canvas as the workbench starts with, in memory.
 bool prepare_canvas() {
   if (!create_screen_image()) return false;
   allocate_colours(allocate_true_colour);
   set_xcolor2();
   reset_screen_state();
-  clearwin(0, 0, screen_width, screen_height, white);
+  clearwin(0, 0, screen_width, screen_height, white_colour);
   defaultfont = menu_font;
   return init_font(menu_font) == 0 && init_font2(label_font) == 0;
 }

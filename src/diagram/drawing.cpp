@@ -5,6 +5,7 @@
 #include <span>
 #include <string>
 
+#include "display/colours.hpp"
 #include "display/screen_state.hpp"
 #include "draw/lines.hpp"
 #include "eps/eps_stream.hpp"
@@ -16,7 +17,6 @@ namespace torve {
 namespace {
 
 constexpr std::size_t first_label_slot = 20;  // the slots before it once held the text
-constexpr int white = 15;
 constexpr int label_ink = 0;
 
 // The clip rectangle as it was, at the end.
@@ -84,7 +84,7 @@ void write_label_to_eps(const Vobj& figure, const FigurePlace& place) {
   const int y = ykoord;
   xkoord = place.x1;
   ykoord = place.y1;
-  textn1(label_font, target_eps, escaped_for_eps(figure.text).c_str(), label_ink, white);
+  textn1(label_font, target_eps, escaped_for_eps(figure.text).c_str(), label_ink, white_colour);
   xkoord = x;
   ykoord = y;
 }

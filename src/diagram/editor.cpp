@@ -24,8 +24,6 @@ namespace {
 constexpr int nodec_reach = 10;  // from a nodec's first point to its second column at creation
 constexpr int first_property_menu = 17;  // 15 and 16 are tools' menus
 constexpr int last_property_menu = 127;
-constexpr int first_button = 1;
-constexpr int second_button = 2;
 
 int kind_number(const Vobj& figure) {
   return static_cast<int>(figure.kind);

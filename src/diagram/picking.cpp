@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "diagram/figure_points.hpp"
+#include "display/input.hpp"
 
 namespace torve {
 
@@ -12,7 +13,6 @@ constexpr int grab_reach = 2;            // columns beside a point that no longe
 constexpr int properties_reach = 5;      // the same for the property menu
 constexpr int least_tolerance = 2;       // rows
 constexpr double tolerance_share = 0.1;  // of a figure's height
-constexpr int first_button = 1;
 
 int tolerance_of(const Vobj& figure) {
   const int share = static_cast<int>((figure.y2 - figure.y1) * tolerance_share);

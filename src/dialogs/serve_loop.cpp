@@ -12,7 +12,6 @@ namespace torve {
 
 namespace {
 
-constexpr int left_button = 1;
 constexpr int bar_width = 11;  // of a scroll bar, pixels
 constexpr int bar_middle = 5;
 constexpr int track_start = 20;              // from a window's corner to a bar's track
@@ -137,7 +136,7 @@ class ServeLoop {
   }
 
   int on_top_left_box() {
-    if (buttons == left_button) return command_run_action;
+    if (buttons == first_button) return command_run_action;
     if (window_.stays) return serving_goes_on;
     cxoff = X - window_.object().x;
     cyoff = Y - window_.object().y;
@@ -148,7 +147,7 @@ class ServeLoop {
     const WdFlags flags = window_.object().flags;
     // A message has no other way to go.
     if (window_.id() == message_window_id) return command_hide;
-    if (buttons != left_button) {
+    if (buttons != first_button) {
       return has(flags, WdFlags::right_close_puts_down) ? command_put_down : command_make_icon;
     }
     if (has(flags, WdFlags::close_hides)) return command_hide;

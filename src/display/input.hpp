@@ -9,8 +9,12 @@
 
 namespace torve {
 
+/// Values of `buttons`, and of what handlers get of it.
+inline constexpr int first_button = 1;   // left
+inline constexpr int second_button = 2;  // middle or right
+
 // State.
-extern int buttons;            // button of the event handled last: 1 left, 2 middle or right, 0
+extern int buttons;            // button of the event handled last; 0 for none
 extern int X, Y;               // pointer position of that event, pixels, inside the clamp
 extern int oldX, oldY;         // position of the last press or release
 extern int cur_button;         // button held since the last press, 0 when none

@@ -1,5 +1,6 @@
 #include "display/screen_state.hpp"
 
+#include "display/colours.hpp"
 #include "display/screen_image.hpp"
 
 namespace torve {
@@ -19,7 +20,6 @@ int term;
 int window_width, window_height;
 
 namespace {
-constexpr int white = 15;
 [[maybe_unused]] const bool initialised = (reset_screen_state(), true);
 }  // namespace
 
@@ -34,10 +34,10 @@ void reset_screen_state() {
   yymax = Y__max;
   xkoord = ykoord = 0;
   bgcol = 0;
-  fgcol = fg1col = white;
+  fgcol = fg1col = white_colour;
   lineLen = 80;
   gplanes = screen_planes;
-  nocolor = white;
+  nocolor = white_colour;
   pensize = 0;
   term = text_screen;
   window_width = screen_width;

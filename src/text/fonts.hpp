@@ -21,6 +21,7 @@ using GlyphBlock = std::unique_ptr<std::uint8_t[]>;
 using AdvanceTable = std::unique_ptr<signed char[]>;
 
 inline constexpr int advance_classes = 60;
+inline constexpr int menu_font = 7;     // menus, fields and messages of the workbench
 inline constexpr int label_font = 6;    // titles and labels; also the second font
 inline constexpr int number_font = 33;  // numbers along axes
 

@@ -90,7 +90,8 @@ int draw_old_icon(int id) {
 }
 
 int serve_icon(int id) {
-  if (buttons == 1) return restore_icon(id) == 0 ? command_put_down_only : command_no_memory;
+  if (buttons == first_button)
+    return restore_icon(id) == 0 ? command_put_down_only : command_no_memory;
   cxoff = X - wd(id).x;
   cyoff = Y - wd(id).y;
   return command_move;
