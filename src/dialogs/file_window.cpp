@@ -86,11 +86,8 @@ int make_file_window(int id, int x, int y, int width, int height, int c1, int c2
   if (!is_wd_id(id)) return 1;
   x &= ~7;
   width &= ~7;
-  WdObject& window =
-      start_wd_object(id, kind_file_window, {x, y, x + width, y + height}, WdFlags::snap);
-  int i = 0;
-  for (const int colour : {c1, c2, c3, c4})
-    window.colours.at(static_cast<std::size_t>(i++)) = static_cast<std::uint8_t>(colour);
+  WdObject& window = start_wd_object(id, kind_file_window, {x, y, x + width, y + height},
+                                     WdFlags::snap, {c1, c2, c3, c4});
   std::snprintf(window.name, sizeof window.name, "%s", name);
   window.column_range = columns;
   window.line_range = lines;

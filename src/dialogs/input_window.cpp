@@ -225,11 +225,8 @@ int serve(InputWindow& served) {
 int make_input_window(int id, int x, int y, int width, int height, int c1, int c2, int c3, int c4,
                       const char* name, int value, int columns, int lines, InputDraw draw) {
   if (!is_wd_id(id)) return 1;
-  WdObject& window =
-      start_wd_object(id, kind_input_window, {x, y, x + width, y + height}, WdFlags::none);
-  int i = 0;
-  for (const int colour : {c1, c2, c3, c4})
-    window.colours.at(static_cast<std::size_t>(i++)) = static_cast<std::uint8_t>(colour);
+  WdObject& window = start_wd_object(id, kind_input_window, {x, y, x + width, y + height},
+                                     WdFlags::none, {c1, c2, c3, c4});
   std::snprintf(window.name, sizeof window.name, "%s", name);
   window.kind_word = value;
   window.column_range = columns;

@@ -159,11 +159,8 @@ int make_popup_menu(int id, int x, int y, int width, int height, int c1, int c2,
   width &= ~7;
   WdFlags object_flags = WdFlags::snap;
   if (width * height > outline_area) object_flags = object_flags | WdFlags::outline_move;
-  WdObject& menu =
-      start_wd_object(id, kind_popup_menu, {x, y, x + width, y + height}, object_flags);
-  int i = 0;
-  for (const int colour : {c1, c2, c3, c4, c5})
-    menu.colours.at(static_cast<std::size_t>(i++)) = static_cast<std::uint8_t>(colour);
+  WdObject& menu = start_wd_object(id, kind_popup_menu, {x, y, x + width, y + height}, object_flags,
+                                   {c1, c2, c3, c4, c5});
   menu.menu_items = items;
   menu.menu_lines = lines;
   menu.line_flags = flags;

@@ -137,7 +137,8 @@ void keep_on_canvas(WdObject& object, bool to_cell) {
   if (to_cell && has(object.flags, WdFlags::snap)) object.x &= ~7;
 }
 
-WdObject& start_wd_object(int id, std::uint32_t kind, const Rect& place, WdFlags flags) {
+WdObject& start_wd_object(int id, std::uint32_t kind, const Rect& place, WdFlags flags,
+                          std::initializer_list<int> colours) {
   free_one_wd_object(id);
   WdObject& object = wd(id);
   object = {};
@@ -147,6 +148,9 @@ WdObject& start_wd_object(int id, std::uint32_t kind, const Rect& place, WdFlags
   object.width = place.width();
   object.height = place.height();
   object.flags = flags | WdFlags::fresh;
+  std::size_t i = 0;
+  for (const int colour : colours)
+    object.colours.at(i++) = static_cast<std::uint8_t>(colour);
   return object;
 }
 

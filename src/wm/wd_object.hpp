@@ -15,6 +15,7 @@
 
 #include <array>
 #include <cstdint>
+#include <initializer_list>
 #include <vector>
 
 #include "base/enum_flags.hpp"
@@ -153,9 +154,10 @@ void fill_jmptable_b(int slot, WdAction action);
 /// Brings an object's position inside the canvas; with `to_cell`, x to a multiple of 8.
 void keep_on_canvas(WdObject& object, bool to_cell);
 
-/// Starts a record: everything else at its start value, flags `flags` and `fresh`. An object that
-/// is in the slot is hidden and freed before.
-WdObject& start_wd_object(int id, std::uint32_t kind, const Rect& place, WdFlags flags);
+/// Starts a record: everything else at its start value, flags `flags` and `fresh`, the colours c1
+/// and so on, five at most. An object that is in the slot is hidden and freed before.
+WdObject& start_wd_object(int id, std::uint32_t kind, const Rect& place, WdFlags flags,
+                          std::initializer_list<int> colours = {});
 
 /// Dispatch to the kind, with the drawing limits, text cursor, colours and truncation as they were
 /// afterwards. The first two return 1 when the kind reported a failure, else 0; serve returns the
