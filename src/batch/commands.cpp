@@ -2,6 +2,7 @@
 
 #include <array>
 #include <charconv>
+#include <cstdio>
 #include <optional>
 
 #include "app/signal/au_file.hpp"
@@ -11,6 +12,7 @@
 #include "app/signal/report.hpp"
 #include "app/signal/spectrum.hpp"
 #include "app/signal/work_buffer.hpp"
+#include "base/files.hpp"
 #include "batch/plot.hpp"
 #include "batch/streams.hpp"
 
@@ -36,6 +38,15 @@ int status(int result) {
 int status_of(int result, OutputName& output) {
   const int delivered = output.deliver();
   return status(result != 0 ? result : delivered);
+}
+
+/// `result`, after saying which inputs are no files: some procedures keep that to themselves.
+int naming_missing(Words inputs, int result) {
+  for (const std::string& name : inputs) {
+    if (result == exit_done || names_stream(name) || open_regular_file(name, "r")) continue;
+    std::fprintf(stderr, "torve-batch: no file %s\n", name.c_str());
+  }
+  return result;
 }
 
 /// Word `i`, or `otherwise` if there are fewer.
@@ -65,12 +76,12 @@ int run_cut(Words words) {
 
 int run_autocorrelation(Words words) {
   const InputName res(words[0]);
-  return status(autocorrelation(res.name(), words[1]));
+  return naming_missing(words.first(1), status(autocorrelation(res.name(), words[1])));
 }
 
 int run_correlation(Words words) {
   const InputName res1(words[0]);
-  return status(correlation(res1.name(), words[1], words[2]));
+  return naming_missing(words.first(2), status(correlation(res1.name(), words[1], words[2])));
 }
 
 int run_match(Words words) {
@@ -81,9 +92,9 @@ int run_match(Words words) {
   OutputName rest(words[2]);
   float mean = 0;
   int offset = 0;
-  return status_of(my_correlation(res1.name(), words[1], rest.name(), &mean, &offset, &*scale, 1,
-                                  *start, word_or(words, 5, "all")),
-                   rest);
+  const int result = my_correlation(res1.name(), words[1], rest.name(), &mean, &offset, &*scale, 1,
+                                    *start, word_or(words, 5, "all"));
+  return naming_missing(words.first(2), status_of(result, rest));
 }
 
 int run_spectrum(Words words) {
@@ -114,14 +125,14 @@ int run_plot(Words words) {
   const auto ysc = number_of<double>(word_or(words, 6, "1"));
   if (!pane || *pane < 1 || *pane > 3 || !start || !step || !xsc || !ysc) return exit_usage;
   if (names_stream(words[0]) || names_stream(words[2])) return exit_usage;
-  return status(plot_to_file({.input = words[0],
-                              .pane = *pane - 1,
-                              .start = *start,
-                              .step = *step,
-                              .xsc = *xsc,
-                              .ysc = *ysc,
-                              .samples = word_or(words, 7, "all")},
-                             words[2]));
+  const PlotRequest request = {.input = words[0],
+                               .pane = *pane - 1,
+                               .start = *start,
+                               .step = *step,
+                               .xsc = *xsc,
+                               .ysc = *ysc,
+                               .samples = word_or(words, 7, "all")};
+  return naming_missing(words.first(1), status(plot_to_file(request, words[2])));
 }
 
 int run_band_pass(Words words) {

@@ -42,6 +42,7 @@ int run(const std::string& name, Words words) {
   const bool fits = command->least_words <= words.size() && words.size() <= command->most_words;
   const int status = fits ? command->run(words) : exit_usage;
   if (status == exit_usage) print_usage(stderr, *command);
+  if (status == exit_failed) std::fprintf(stderr, "torve-batch: %s failed\n", command->name);
   return status;
 }
 

@@ -73,9 +73,11 @@ for wrong in '' nothing 'cut made.au' 'cut made.au x.res 0 much' 'report a b' 'p
 done
 for failing in 'report cut.res' 'cut cut.res x.res 0 1' 'to-au none.res x' 'spectrum none.res x' \
   'spectrum cut.res /dev/full' 'autocorrelation none.res 1' 'correlation cut.res none.res 1' \
-  'match none.res cut.res x 0 1 all' 'plot none.res 1 none.eps'; do
+  'match none.res cut.res x 0 1 all' 'plot none.res 1 none.eps' 'plot cut.res 1 none/x.eps'; do
   # shellcheck disable=SC2086
   expect 2 "$batch" $failing
+  said "torve-batch: ${failing%% *} failed"
+  [[ $failing != *none.res* ]] || grep -q 'none\.res' said || fail "$failing: which file? $(<said)"
 done
 [[ ! -e none.eps ]] || fail "an output without an input"
 if ldd "$batch" | grep -q libX; then fail "links X"; fi
