@@ -17,11 +17,6 @@ std::filesystem::path executable_directory() {
   return error ? std::filesystem::path(".") : self.parent_path();
 }
 
-bool is_regular(std::FILE* file) {
-  struct stat info = {};
-  return fstat(fileno(file), &info) == 0 && S_ISREG(info.st_mode);
-}
-
 }  // namespace
 
 FilePtr open_file(const std::string& name, const char* mode) {
@@ -48,8 +43,7 @@ FilePtr open_installed_file(const std::string& name, DataKind kind, const char* 
 }
 
 FilePtr open_data_file(const std::string& name, DataKind kind, const char* mode) {
-  FilePtr file = open_file(name, mode);
-  if (file && !is_regular(file.get())) file.reset();
+  FilePtr file = open_regular_file(name, mode);
   return file ? std::move(file) : open_installed_file(name, kind, mode);
 }
 

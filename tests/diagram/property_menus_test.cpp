@@ -4,6 +4,7 @@
 
 #include <random>
 #include <sys/resource.h>
+#include <sys/stat.h>
 
 #include "diagram/drawing.hpp"
 #include "diagram/editor.hpp"
@@ -256,11 +257,13 @@ TEST_F(PropertyMenus, SitesNameAttributes) {
       {"", "Name |Attr1 |Attr2 |Attr3 |Attr4 |"},
       {"Speed\n", "Name |Attr1 |Attr2 |Attr3 |Attr4 |", false},
       {"none", "Name |Attr1 |Attr2 |Attr3 |Attr4 |"},  // the program's own
+      {"pipe", "Name |Attr1 |Attr2 |Attr3 |Attr4 |"},  // nobody writes into it
   };
   Vobj* figure = placed(nodeb);
   for (const auto& test : cases) {
     write_file("nodeattrs.dat", test.file);
-    if (test.file == "none") std::filesystem::remove("nodeattrs.dat");
+    if (test.file == "none" || test.file == "pipe") std::filesystem::remove("nodeattrs.dat");
+    if (test.file == "pipe") ASSERT_EQ(mkfifo("nodeattrs.dat", 0600), 0);
     EXPECT_EQ(printed_by([&] {
                 if (!test.can_be_opened) setrlimit(RLIMIT_NOFILE, &no_files);
                 shown(figure);
