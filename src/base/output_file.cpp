@@ -24,6 +24,16 @@ bool exists(const std::string& name) {
   return stat(name.c_str(), &info) == 0;
 }
 
+/// A named pipe that nobody reads from is refused: to wait for a reader would stop the window.
+FilePtr open_for_writing(const std::string& name) {
+  struct stat info = {};
+  if (stat(name.c_str(), &info) != 0 || !S_ISFIFO(info.st_mode)) return open_file(name, "wb");
+  const int pipe = open(name.c_str(), O_WRONLY | O_NONBLOCK | O_CLOEXEC);
+  if (pipe < 0) return nullptr;
+  fcntl(pipe, F_SETFL, O_WRONLY);  // writing may wait
+  return FilePtr(fdopen(pipe, "wb"));
+}
+
 /// The name of an existing file with all links followed.
 std::string real_name(const std::string& name) {
   std::error_code error;
@@ -43,7 +53,7 @@ OutputFile::OutputFile(const std::string& name, Existing existing) : name_(name)
     return;
   }
   const bool is_new = !exists(name);
-  stream_ = open_file(name, "wb");
+  stream_ = open_for_writing(name);
   usable_ = stream_ != nullptr;
   if (usable_ && is_new) temporary_ = real_name(name);
 }

@@ -3,7 +3,7 @@
 // Where the name already leads to a file with content, that content stays until the new one is
 // complete: the new one is written beside it, from the first full buffer on, and takes its place
 // at the end. Symbolic links are followed; permissions, and the other names of a file that has
-// several, stay. A device or a pipe is written directly.
+// several, stay. A device, or a pipe that somebody reads from, is written directly.
 #pragma once
 
 #include <array>

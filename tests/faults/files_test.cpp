@@ -122,6 +122,7 @@ TEST_F(Faults, OtherNamesOfAFileStayItsNames) {
 }
 
 TEST_F(Faults, AFullDiskLeavesWhatWasThere) {
+  ASSERT_EQ(mkfifo("pipe", 0600), 0);
   for (const Writer& writer : writers) {
     write_file("old", "good data");
     // No file may grow beyond this; what a full disk says, said for every file.
@@ -136,6 +137,7 @@ TEST_F(Faults, AFullDiskLeavesWhatWasThere) {
     EXPECT_FALSE(std::filesystem::exists("new")) << writer.what;
     EXPECT_EQ(writer.write("old"), 0) << writer.what;
     EXPECT_NE(writer.write("/dev/full"), 0) << writer.what;
+    EXPECT_NE(writer.write("pipe"), 0) << writer.what << " waits for nobody";
   }
 }
 
