@@ -160,6 +160,7 @@ class DiagramUsers : public ScreenTest, protected Hands {
     const bool in_hand = figure_is_in_hand();
     cut_current_figure();
     if (in_hand) undo_ope();
+    show_armed_tool();  // as the main loop does
     EXPECT_TRUE(looks_of_all() == before) << "cut and undone";
   }
 
