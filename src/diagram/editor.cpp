@@ -37,7 +37,6 @@ void leave_tool() {
     if (!is_seen(*figure)) cut_figure(figure);
     figure = next;
   }
-  let_change_go_on(false);
   cvobj = nullptr;
 }
 
@@ -152,7 +151,7 @@ void edit(int x, int y) {
   if (is_armed()) {
     place(x, y);
   } else if (canvas_press_began()) {
-    prepare_change();  // a later press goes on with the figure in hand
+    prepare_placing();  // a later press goes on with the figure in hand
   }
   if (is_kind(vobjmode)) {
     stretch(x, y);

@@ -63,7 +63,6 @@ void let_go() {
 }
 
 void cut(Vobj* figure) {
-  let_change_go_on(false);  // also of a copy that has just been made
   prepare_change();
   note_change();
   cut_figure(figure);
@@ -88,7 +87,7 @@ void copy(const Vobj& original) {
   shift(figure, std::min(X, last_diagram_column) - centre.x, Y - centre.y);
   figure->phase = phase_draw;
   vobjmode = mode_moving;
-  let_change_go_on(true);
+  let_change_go_on();
 }
 
 void set_colour(Vobj* figure, const std::string& text) {

@@ -13,7 +13,7 @@ namespace {
 
 std::optional<KeptDiagram> prepared;
 std::optional<KeptDiagram> before_last_change;
-bool goes_on = false;  // the next change belongs to the last one
+bool goes_on = false;  // the next placing belongs to the last change
 bool unsaved = false;
 
 // A figure in the hand is let go: it would jump to the next press.
@@ -26,12 +26,17 @@ void let_go() {
 }  // namespace
 
 void prepare_change() {
-  if (!goes_on) prepared = keep_diagram();
+  prepared = keep_diagram();
   goes_on = false;
 }
 
-void let_change_go_on(bool whether) {
-  goes_on = whether;
+void let_change_go_on() {
+  goes_on = true;
+}
+
+void prepare_placing() {
+  if (!goes_on) prepare_change();
+  goes_on = false;
 }
 
 void note_change() {

@@ -13,8 +13,10 @@ void prepare_change();
 /// it), and the diagram is not saved any more.
 void note_change();
 
-/// Whether the next change belongs to the last one: a copy is made and then put in its place.
-void let_change_go_on(bool whether);
+/// Before a figure in hand is put in its place. That is a change of its own, but for a copy that
+/// has just been made, let_change_go_on(): making it and placing it is one.
+void prepare_placing();
+void let_change_go_on();
 
 /// Goes back to before the last change; nothing when there is none. Figures that were not changed
 /// stay as they are. Returns 0.

@@ -265,7 +265,7 @@ class DiagramUsers : public ScreenTest, protected Hands {
   // What a gesture has changed, undo takes back.
   void undo_one_change() {
     diagram_was_saved();
-    let_change_go_on(false);  // a copy in hand and its first place would be one
+    prepare_change();  // a copy in hand and its first place would be one
     const std::multiset<Looks> before = looks_of_all();
     one_in(2) ? draw_something() : pick_something();
     play();

@@ -187,7 +187,7 @@ TEST_F(PropertyMenus, EachMenuHasItsOwnFigure) {
     shown(figures[i], id + i);
   enter(4, "left", id), enter(4, "middle", id + 1), enter(0, "12", id + 2);
   for (int i = 2; i >= 0; --i) {
-    let_change_go_on(i == 0);  // a copy is in hand
+    if (i == 0) let_change_go_on();  // a copy is in hand
     EXPECT_EQ(run(id + i), 0);
   }
   const std::tuple<int, int, std::string> labels[] = {
@@ -263,7 +263,9 @@ TEST_F(PropertyMenus, SitesNameAttributes) {
   for (const auto& test : cases) {
     write_file("nodeattrs.dat", test.file);
     if (test.file == "none" || test.file == "pipe") std::filesystem::remove("nodeattrs.dat");
-    if (test.file == "pipe") ASSERT_EQ(mkfifo("nodeattrs.dat", 0600), 0);
+    if (test.file == "pipe") {
+      ASSERT_EQ(mkfifo("nodeattrs.dat", 0600), 0);
+    }
     EXPECT_EQ(printed_by([&] {
                 if (!test.can_be_opened) setrlimit(RLIMIT_NOFILE, &no_files);
                 shown(figure);

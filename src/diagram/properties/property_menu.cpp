@@ -51,7 +51,6 @@ Vobj* make_current(int id) {
 }
 
 void apply(const PropertyMenu& menu, Vobj* figure, const MenuItem* items) {
-  let_change_go_on(false);  // a copy may be in hand
   prepare_change();
   note_change();
   for (const PropertyField& field : menu.fields)
