@@ -5,6 +5,8 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include "base/unfinished_files.hpp"
+
 namespace torve {
 
 namespace {
@@ -41,6 +43,7 @@ void set_up_console() {
   std::signal(SIGPIPE, SIG_IGN);
   std::signal(SIGTTIN, SIG_IGN);
   std::signal(SIGXFSZ, SIG_IGN);
+  clean_up_when_ended();
 }
 
 }  // namespace torve

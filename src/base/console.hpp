@@ -22,7 +22,8 @@ void serve_screen();
 /// What every program of ours does first: standard streams that are closed lead to /dev/null,
 /// standard output goes line by line (readers behind a pipe see each line at once), SIGPIPE,
 /// SIGTTIN and SIGXFSZ are ignored (a closed pipe or a file beyond the size allowed is a write
-/// error, a background read an end of input; none of them stops the program).
+/// error, a background read an end of input; none of them stops the program), signals that end the
+/// program remove the files that it has not finished.
 void set_up_console();
 
 }  // namespace torve

@@ -53,29 +53,36 @@ OutputFile::OutputFile(const std::string& name, Existing existing) : name_(name)
     return;
   }
   const bool is_new = !exists(name);
+  const EndingSignalsHeld held;  // until it is known what there is to remove
   stream_ = open_for_writing(name);
   usable_ = stream_ != nullptr;
-  if (usable_ && is_new) temporary_ = real_name(name);
+  if (usable_ && is_new) temporary_.own(real_name(name));
 }
 
 OutputFile::~OutputFile() {
   discard();
 }
 
+bool OutputFile::open_temporary(const std::string& stem) {
+  std::string pattern = stem + ".XXXXXX";
+  const EndingSignalsHeld held;
+  const int descriptor = mkstemp(pattern.data());
+  if (descriptor < 0) return false;
+  temporary_.own(pattern);
+  stream_.reset(fdopen(descriptor, "w+b"));
+  return true;
+}
+
 void OutputFile::open_beside() {
   struct stat info = {};
-  std::string pattern = target_ + ".XXXXXX";
-  const int descriptor = placing_ == Placing::rename ? mkstemp(pattern.data()) : -1;
-  if (descriptor >= 0) {
-    temporary_ = pattern;
-    stream_.reset(fdopen(descriptor, "w+b"));
-    if (stat(target_.c_str(), &info) == 0) fchmod(descriptor, info.st_mode & 07777);
-  } else {
-    // The file must stay, or nothing may be created beside it: it is filled again at the end.
-    placing_ = Placing::copy;
-    stream_.reset(std::tmpfile());
+  if (open_temporary(target_)) {
+    if (placing_ == Placing::rename && stat(target_.c_str(), &info) == 0)
+      fchmod(fileno(stream_.get()), info.st_mode & 07777);
+    return;
   }
-  if (!stream_) error_ = errno;
+  placing_ = Placing::copy;
+  const std::string last = std::filesystem::path(target_).filename().string();
+  if (!open_temporary(P_tmpdir "/" + last)) error_ = errno;
 }
 
 void OutputFile::flush() {
@@ -107,10 +114,10 @@ bool OutputFile::finish() {
   flush();
   if (error_ == 0 && std::fflush(stream_.get()) != 0) error_ = errno;
   if (error_ == 0 && !place()) error_ = errno;
-  if (error_ != 0) {
-    std::printf("could not write %s: %s\n", name_.c_str(), std::strerror(error_));
-  } else if (placing_ != Placing::copy) {
-    temporary_.clear();
+  if (error_ != 0) std::printf("could not write %s: %s\n", name_.c_str(), std::strerror(error_));
+  if (is_half_filled_) {
+    std::printf("all of it is in %s\n", temporary_.name().c_str());
+    temporary_.keep();
   }
   discard();
   return error_ == 0;
@@ -120,7 +127,12 @@ bool OutputFile::place() {
   if (placing_ == Placing::copy) return copy_into_target();
   // Closing reports what the file system kept back until now.
   if (std::fclose(stream_.release()) != 0) return false;
-  return placing_ == Placing::direct || std::rename(temporary_.c_str(), target_.c_str()) == 0;
+  const EndingSignalsHeld held;
+  if (placing_ == Placing::rename && std::rename(temporary_.name().c_str(), target_.c_str()) != 0) {
+    return false;
+  }
+  temporary_.keep();
+  return true;
 }
 
 bool OutputFile::copy_into_target() {
@@ -140,17 +152,20 @@ bool OutputFile::copy_into_target() {
       return false;
     }
   }
+  const EndingSignalsHeld held;
   std::rewind(stream_.get());
+  is_half_filled_ = true;
   for (std::size_t got; (got = std::fread(buffer_.data(), 1, buffer_.size(), stream_.get())) > 0;) {
     if (std::fwrite(buffer_.data(), 1, got, target.get()) != got) return false;
   }
-  return std::fflush(target.get()) == 0 && ftruncate(descriptor, size) == 0;
+  is_half_filled_ = std::fflush(target.get()) != 0 || ftruncate(descriptor, size) != 0;
+  if (!is_half_filled_) temporary_.remove();
+  return !is_half_filled_;
 }
 
 void OutputFile::discard() {
   stream_.reset();
-  if (!temporary_.empty()) std::remove(temporary_.c_str());
-  temporary_.clear();
+  temporary_.remove();
 }
 
 }  // namespace torve

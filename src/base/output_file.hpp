@@ -4,6 +4,10 @@
 // complete: the new one is written beside it, from the first full buffer on, and takes its place
 // at the end. Symbolic links are followed; permissions, and the other names of a file that has
 // several, stay. A device, or a pipe that somebody reads from, is written directly.
+//
+// A file with several names, or in a directory where none can be made, is filled again at the end.
+// Signals wait meanwhile, and the whole new content has a name, beside it or in the directory for
+// temporary files, until that is done.
 #pragma once
 
 #include <array>
@@ -13,6 +17,7 @@
 #include <string_view>
 
 #include "base/files.hpp"
+#include "base/unfinished_files.hpp"
 
 namespace torve {
 
@@ -40,7 +45,8 @@ class OutputFile {
   void advance(std::size_t size) { used_ += size; }
 
   /// Completes the file and puts it in its place. On failure says "could not write NAME: REASON"
-  /// on standard output, undoes as the destructor does, and returns false. Ends the object's use.
+  /// on standard output, undoes as the destructor does, and returns false. When that is too late
+  /// because a file was being filled again, says where the whole of it is. Ends the object's use.
   [[nodiscard]] bool finish();
 
   static constexpr std::size_t buffer_size = 1 << 16;
@@ -49,18 +55,20 @@ class OutputFile {
   enum class Placing { direct, rename, copy };
 
   void open_beside();
+  bool open_temporary(const std::string& stem);
   void flush();
   bool place();
   bool copy_into_target();
   void discard();
 
   std::string name_;
-  std::string target_;     // name_ with its links followed
-  std::string temporary_;  // what to remove when it comes to nothing; empty: nothing
+  std::string target_;        // name_ with its links followed
+  UnfinishedFile temporary_;  // what goes when it comes to nothing
   Placing placing_ = Placing::direct;
   bool usable_ = false;
   FilePtr stream_;
-  int error_ = 0;  // errno of the first failed write
+  int error_ = 0;                // errno of the first failed write
+  bool is_half_filled_ = false;  // the target is neither what it was nor what it shall be
   std::size_t used_ = 0;
   std::array<char, buffer_size> buffer_;
 };

@@ -7,16 +7,32 @@
 #include <poll.h>
 #include <unistd.h>
 
+#include "base/unfinished_files.hpp"
+
 namespace torve {
 
 namespace {
 
 int signal_pipe[2] = {-1, -1};  // a byte for each signal that has come
 
+// The second one of a kind.
+extern "C" void end_at_once(int signal) {
+  remove_unfinished_files();
+  raise(signal);
+}
+
+void set_handler(int signal, void (*handler)(int)) {
+  struct sigaction action = {};
+  action.sa_handler = handler;
+  action.sa_flags = static_cast<int>(SA_RESETHAND);
+  sigaction(signal, &action, nullptr);
+}
+
 // Only what a handler may call.
-extern "C" void note_signal(int) {
+extern "C" void note_signal(int signal) {
   const int error = errno;
   const char byte = 0;
+  set_handler(signal, end_at_once);
   if (write(signal_pipe[1], &byte, 1) != 1) _exit(1);
   errno = error;
 }
@@ -34,11 +50,7 @@ void watch_ending_signals() {
   for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
     struct sigaction before = {};
     sigaction(signal, nullptr, &before);
-    if (before.sa_handler == SIG_IGN) continue;
-    struct sigaction action = {};
-    action.sa_handler = note_signal;
-    action.sa_flags = static_cast<int>(SA_RESETHAND);
-    sigaction(signal, &action, nullptr);
+    if (before.sa_handler != SIG_IGN) set_handler(signal, note_signal);
   }
 }
 

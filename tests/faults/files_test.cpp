@@ -18,6 +18,7 @@
 #include "app/signal/spectrum.hpp"
 #include "app/signal/work_buffer.hpp"
 #include "base/console.hpp"
+#include "base/output_file.hpp"
 #include "diagram/diagram_file.hpp"
 #include "diagram/diagram_text.hpp"
 #include "eps/eps_stream.hpp"
@@ -172,25 +173,54 @@ TEST_F(Faults, ADirectoryForReadingOnlyLeavesWhatWasThere) {
   chmod(".", 0755);
 }
 
+// How many files there are with names that begin like this one.
+int relatives_of(const std::string& name) {
+  const std::filesystem::path path(name);
+  const auto is_one = [&path](const auto& entry) {
+    return entry.path().filename().string().starts_with(path.filename().string());
+  };
+  const std::filesystem::directory_iterator entries(path.parent_path());
+  return static_cast<int>(std::count_if(begin(entries), end(entries), is_one));
+}
+
+// Writes `name` again and again, with "a" and with "b" in turn, until a signal comes.
+int write_in_turns(const std::string& name, std::size_t size) {
+  for (char letter = 'b';; letter = letter == 'a' ? 'b' : 'a') {
+    OutputFile file(name);
+    for (std::size_t done = 0; done < size; done += 1000)
+      file.write(std::string(1000, letter));
+    if (!file.finish()) return 1;
+  }
+}
+
+// Whatever is written how: beside the file, into it because it has a second name, or because
+// nothing can be made beside it.
 TEST_F(Faults, ASignalMeetsTheOldFileOrTheNewOne) {
+  constexpr std::size_t size = 3'000'000;
   std::mt19937 random(1);
-  for (const Writer& writer : {writers[0], writers[2], writers[3], writers[4]}) {
-    ASSERT_EQ(writer.write("file"), 0);
-    const std::string good = contents("file");
-    for (const int signal : {SIGTERM, SIGINT, SIGTERM, SIGINT, SIGTERM}) {
+  const std::string last = "file" + std::to_string(getpid());
+  for (const char* where : {"alone", "twice", "locked"}) {
+    std::filesystem::create_directory(where);
+    const std::string name = where + ("/" + last);
+    write_file(name, std::string(size, 'a'));
+    if (where == std::string("twice")) std::filesystem::create_hard_link(name, "twice/twin");
+    chmod(name.c_str(), 0666), chmod(".", 0755), chmod(where, *where == 'l' ? 0555 : 0777);
+    for (int i = 0; i < 20; ++i) {
+      const int signal = i % 2 == 0 ? SIGTERM : SIGINT;
       const pid_t child = fork();
-      if (child == 0) {
-        while (writer.write("file") == 0) {
-        }
-        _exit(1);
-      }
+      if (child == 0)
+        _exit(seteuid(geteuid() == 0 ? 65534 : geteuid()) + write_in_turns(name, size));
       std::this_thread::sleep_for(std::chrono::microseconds(2000 + random() % 20000));
       kill(child, signal);
       int status = 0;
       waitpid(child, &status, 0);
-      EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == signal) << writer.what;
-      EXPECT_TRUE(contents("file") == good) << writer.what;
+      EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == signal) << where;
+      const std::string now = contents(name);
+      EXPECT_TRUE(now.size() == size && now == std::string(size, now[0])) << where;
+      EXPECT_EQ(relatives_of(name), 1) << where;
+      EXPECT_EQ(relatives_of("/tmp/" + last), 0) << where;
     }
+    chmod(where, 0755);
   }
 }
 
