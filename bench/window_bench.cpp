@@ -32,17 +32,17 @@ namespace {
 
 constexpr std::uint32_t plain_kind = 5;
 
-int put_plain(int id) {
-  if (make_background(wd(id), false) != 0) return 2;
+bool put_plain(int id) {
+  if (make_background(wd(id), false) != 0) return false;
   const Rect rect = rect_of(wd(id));
   clearwin(rect.x1, rect.y1, rect.x2, rect.y2, id % 16);
-  return -2;
+  return true;
 }
 
-int refresh_plain(int id) {
+bool refresh_plain(int id) {
   const Rect rect = rect_of(wd(id));
   clearwin(rect.x1, rect.y1, rect.x2, rect.y2, id % 16);
-  return -2;
+  return true;
 }
 
 void start_canvas() {

@@ -75,9 +75,7 @@ void set_start_state() {
   term = text_screen;
   lg = plg = 0;
   bgcol = 1;
-  X1_min = Y1_min = 0;
-  X1_max = X__max;
-  Y1_max = Y__max;
+  open_drawing_area();
 }
 
 int editor() {

@@ -29,41 +29,59 @@ constexpr unsigned long delete_key = 0xFFFF;
 
 // A press that is for no window object: when it begins it may be an icon's, and whatever it is then
 // goes to the diagram, held motion too. Whether the program is to end.
-bool press_on_canvas(const JumpEntry* table) {
-  if (!press_is_for_canvas()) return false;
-  const JumpEntry* icon = canvas_press_began() ? find_icon(table, X, Y) : nullptr;
+bool press_on_canvas(const JumpEntry* table, const PointerEvent& press) {
+  const bool begins = press.action == PointerAction::press;
+  const JumpEntry* icon = begins ? find_icon(table, press.x, press.y) : nullptr;
   if (icon != nullptr) {
     exit_vect_ed = 0;  // the handler may set it
     present();
-    if (icon->handler(buttons, X, Y) != 0) return true;
+    if (icon->handler(press.button, press.x, press.y) != 0) return true;
     delay(pause_after_handler);
     spend_press();
-  } else if (canvas_press_began()) {
-    palette_press(buttons, X);
+    // The diagram is told of every press on the canvas; of this one no button is left.
+    if (exit_vect_ed == 0) vect_ed(0, press.x, press.y);
+    return false;
   }
-  if (exit_vect_ed == 0) vect_ed(buttons, X, Y);
+  if (begins) palette_press(press.button, press.x);
+  if (exit_vect_ed == 0 && edit_diagram(press) == PressUse::spent) spend_press();
   return false;
 }
 
-// Escape leaves whatever diagram tool is armed, Delete cuts the figure in hand. A key that an
-// action or a window waited for was an answer to it. While a window is being moved nothing beneath
-// it may change.
+// Escape leaves whatever diagram tool is armed, Delete cuts the figure in hand. While a window is
+// being moved nothing beneath it may change.
 void heed_key() {
-  if (last_event.type != InputEvent::Type::key || last_event_was_mouse()) return;
-  if (an_object_is_lifted()) return;
+  if (lifted_object() != 0) return;
   if (keysym == escape_key) exit_ope();
   if (keysym == delete_key) cut_current_figure();
 }
 
-// Runs the action of the object that has just been put down; whether the program is to end.
-bool run_action() {
+// Runs the action of an object that has just been put down; whether the program is to end.
+bool run_action(int object) {
   pensize = 0;
   hide_errormsg();
   present();
-  if (edi1_operations(popwindow) == 1) return true;
+  if (edi1_operations(object) == 1) return true;
   delay(pause_after_handler);
   flush_mouse();
   spend_press();
+  return false;
+}
+
+// Whether the program is to end.
+bool act_on(const EngineRound& round, const JumpEntry* table) {
+  switch (round.result) {
+    case EngineRound::Result::run_action:
+      return run_action(round.object);
+    case EngineRound::Result::canvas_press:
+      return press_on_canvas(table, round.press);
+    case EngineRound::Result::key:
+      heed_key();
+      break;
+    case EngineRound::Result::nothing:
+    case EngineRound::Result::put_down:
+    case EngineRound::Result::move_failed:
+      break;
+  }
   return false;
 }
 
@@ -109,13 +127,10 @@ int edi1_operations(int id) {
 
 bool main_loop_round(const JumpEntry* table) {
   if (color_request_flag != 0) {
-    readmouse(&buttons, &X, &Y);
+    next_pointer_event();
     return false;
   }
-  const int wanted = do_operations();
-  if (wanted == engine_run_action && run_action()) return true;
-  if (wanted == engine_canvas_press && press_on_canvas(table)) return true;
-  heed_key();
+  if (act_on(engine_round(), table)) return true;
   show_armed_tool();
   kbhit();
   return false;

@@ -90,7 +90,7 @@ void show_armed_tool() {
   if (vobjmode == mode_idle || vobjmode == mode_properties) tool_line = no_line;
   if (vobjmode == mode_pointer) tool_line = pointer_line;
   // What is being moved lies above the palette, or is the palette.
-  if (wd(palette_id).kind != kind_popup_menu || an_object_is_lifted()) return;
+  if (wd(palette_id).kind != kind_popup_menu || lifted_object() != 0) return;
   bool changed = false;
   for (int line = 0; line < wd(palette_id).line_count; ++line) {
     int& flags = wd(palette_id).line_flags[line];

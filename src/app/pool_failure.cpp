@@ -32,19 +32,13 @@ void show_start_failure(int size) {
   nosound();
   delay(100);
   if (have_screen_image()) {
-    const Rect limits = {X1_min, Y1_min, X1_max, Y1_max};
-    X1_min = Y1_min = 0;
-    X1_max = X__max;
-    Y1_max = Y__max;
+    const auto limits = kept_drawing_area();
+    open_drawing_area();
     clearwin(failure_box.x1, failure_box.y1, failure_box.x2, failure_box.y2, red);
     write_at(failure_column, failure_row, "initPool, call to malloc");
     write_at(failure_column, failure_row + cr, "failed, size=");
     write_at(failure_column + size_column * cs, failure_row + cr, std::to_string(size).c_str());
     static_cast<void>(getch());
-    X1_min = limits.x1;
-    Y1_min = limits.y1;
-    X1_max = limits.x2;
-    Y1_max = limits.y2;
     return;
   }
   static_cast<void>(getch());

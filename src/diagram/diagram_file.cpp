@@ -54,14 +54,13 @@ int refuse(const char* name, int line) {
 // Every figure into the EPS file, which draws it on the canvas, too.
 void print_figures() {
   const CanvasPaint beneath_windows(diagram_area(), PaintOn::figures);
-  const int top = std::exchange(Y1_min, 0);
-  const int bottom = std::exchange(Y1_max, yymax);
+  const Kept rows(Y1_min, Y1_max);
+  Y1_min = 0;
+  Y1_max = yymax;
   lift_figures();
   for (Vobj* figure = firstvobj; figure != nullptr; figure = figure->next) {
     if (figure->phase != 0) draw_vobj(VectorMode::eps, figure, figure_draw);
   }
-  Y1_min = top;
-  Y1_max = bottom;
 }
 
 }  // namespace

@@ -19,26 +19,6 @@ namespace {
 constexpr std::size_t first_label_slot = 20;  // the slots before it once held the text
 constexpr int label_ink = 0;
 
-// The clip rectangle as it was, at the end.
-class KeptClip {
- public:
-  KeptClip() : kept_{xxmin, yymin, xxmax, yymax} {}
-  ~KeptClip() { set(kept_); }
-  KeptClip(const KeptClip&) = delete;
-  KeptClip& operator=(const KeptClip&) = delete;
-
-  static void set(const Rect& clip) {
-    xxmin = clip.x1;
-    yymin = clip.y1;
-    xxmax = clip.x2;
-    yymax = clip.y2;
-  }
-  [[nodiscard]] const Rect& kept() const { return kept_; }
-
- private:
-  Rect kept_;
-};
-
 std::span<std::uint32_t> slots_of(Vobj& figure, std::size_t first, std::size_t limit) {
   const std::span<std::uint32_t> all(figure.saved);
   if (first >= all.size()) return {};
@@ -80,13 +60,10 @@ std::string escaped_for_eps(const char* text) {
 }
 
 void write_label_to_eps(const Vobj& figure, const FigurePlace& place) {
-  const int x = xkoord;
-  const int y = ykoord;
+  const Kept cursor(xkoord, ykoord);
   xkoord = place.x1;
   ykoord = place.y1;
   textn1(label_font, target_eps, escaped_for_eps(figure.text).c_str(), label_ink, white_colour);
-  xkoord = x;
-  ykoord = y;
 }
 
 // The line through a circle's points and back to the first.
@@ -146,7 +123,7 @@ FigurePlace place_of(const Vobj& figure) {
 }
 
 Rect diagram_area() {
-  return {xxmin, yymin, xxmax, yymax};
+  return figure_area();
 }
 
 bool is_seen(const Vobj& figure) {
@@ -166,8 +143,8 @@ void draw_vobj(VectorMode mode, Vobj* figure, int flags) {
 
 int pick_up_cvobj() {
   if (cvobj == nullptr || cvobj == lastvobj) return 1;
-  const KeptClip clip;
-  KeptClip::set(intersection(box_of(*cvobj), clip.kept()));
+  const auto clip = kept_figure_area();
+  set_figure_area(intersection(box_of(*cvobj), figure_area()));
   for (Vobj* figure = lastvobj; figure != cvobj->prev; figure = figure->prev) {
     if (is_on_canvas(*figure)) draw_vobj(VectorMode::clipped, figure, figure_erase);
   }
@@ -181,8 +158,8 @@ int pick_up_cvobj() {
 }
 
 int refresh_cvobj(int xmin, int ymin, int xmax, int ymax) {
-  const KeptClip clip;
-  KeptClip::set({xmin, ymin, xmax, ymax});
+  const auto clip = kept_figure_area();
+  set_figure_area({xmin, ymin, xmax, ymax});
   for (Vobj* figure = firstvobj; figure != nullptr; figure = figure->next) {
     if (!is_on_canvas(*figure)) continue;
     // What is drawn over here, a window's inside, is not what the figure covers on the canvas.
@@ -194,16 +171,16 @@ int refresh_cvobj(int xmin, int ymin, int xmax, int ymax) {
 }
 
 void lift_figures(const Rect& rect) {
-  const KeptClip clip;
-  KeptClip::set(intersection(rect, clip.kept()));
+  const auto clip = kept_figure_area();
+  set_figure_area(intersection(rect, figure_area()));
   for (Vobj* figure = lastvobj; figure != nullptr; figure = figure->prev) {
     if (is_on_canvas(*figure)) draw_vobj(VectorMode::clipped, figure, figure_erase);
   }
 }
 
 void lay_figures(const Rect& rect) {
-  const KeptClip clip;
-  KeptClip::set(intersection(rect, clip.kept()));
+  const auto clip = kept_figure_area();
+  set_figure_area(intersection(rect, figure_area()));
   for (Vobj* figure = firstvobj; figure != nullptr; figure = figure->next) {
     if (is_on_canvas(*figure)) draw_vobj(VectorMode::clipped, figure, figure_draw);
   }

@@ -75,7 +75,6 @@ void open_properties(Vobj* figure, int x, int y) {
     show_property_menu(figure, x, y);
   }
   flush_mouse();
-  spend_press();
 }
 
 void grab(Vobj* figure, int mode) {
@@ -84,16 +83,15 @@ void grab(Vobj* figure, int mode) {
   vobjmode = mode;
 }
 
-void pick(int button, int x, int y) {
-  const auto [figure, part] = picked_at(button, x, y);
+PressUse pick(const PointerEvent& press) {
+  const auto [figure, part] = picked_at(press.button, press.x, press.y);
   switch (part) {
     case FigurePart::middle:
-      if (button == first_button) {
-        grab(figure, mode_moving);
-      } else {
-        open_figure_menu(figure, x, y);
-        spend_press();
+      if (press.button != first_button) {
+        open_figure_menu(figure, press.x, press.y);
+        return PressUse::spent;
       }
+      grab(figure, mode_moving);
       break;
     case FigurePart::end:
       grab(figure, kind_number(*figure));
@@ -102,11 +100,12 @@ void pick(int button, int x, int y) {
       grab(figure, -kind_number(*figure));
       break;
     case FigurePart::properties:
-      open_properties(figure, x, y);
-      break;
+      open_properties(figure, press.x, press.y);
+      return PressUse::spent;
     case FigurePart::none:
       break;
   }
+  return PressUse::goes_on;
 }
 
 // --- placing, stretching, moving ----------------------------------------------------------------
@@ -147,18 +146,18 @@ bool is_kind(int mode) {
   return mode >= static_cast<int>(FigureKind::arrow) && mode <= static_cast<int>(FigureKind::nodec);
 }
 
-void edit(int x, int y) {
+void edit(const PointerEvent& press) {
   if (is_armed()) {
-    place(x, y);
-  } else if (canvas_press_began()) {
+    place(press.x, press.y);
+  } else if (press.action == PointerAction::press) {
     prepare_placing();  // a later press goes on with the figure in hand
   }
   if (is_kind(vobjmode)) {
-    stretch(x, y);
+    stretch(press.x, press.y);
   } else if (vobjmode == mode_moving) {
-    move_centre(x, y);
+    move_centre(press.x, press.y);
   } else if (is_kind(-vobjmode)) {
-    move_head(x, y);
+    move_head(press.x, press.y);
   }
 }
 
@@ -170,13 +169,24 @@ void install_diagram() {
                     }});
 }
 
-void vect_ed(int button, int x, int y) {
-  if (button != first_button && button != second_button) return;
+PressUse edit_diagram(const PointerEvent& press) {
+  if (press.button != first_button && press.button != second_button) return PressUse::goes_on;
   if (vobjmode == mode_pointer) {
-    if (canvas_press_began()) pick(button, x, y);
-  } else if (button == first_button && x <= last_diagram_column && cvobj != nullptr) {
-    edit(x, y);
+    return press.action == PointerAction::press ? pick(press) : PressUse::goes_on;
   }
+  if (press.button == first_button && press.x <= last_diagram_column && cvobj != nullptr) {
+    edit(press);
+  }
+  return PressUse::goes_on;
+}
+
+void vect_ed(int button, int x, int y) {
+  const bool begins = last_event.type == InputEvent::Type::press;
+  const PointerEvent press = {.action = begins ? PointerAction::press : PointerAction::motion,
+                              .button = button,
+                              .x = x,
+                              .y = y};
+  if (edit_diagram(press) == PressUse::spent) spend_press();
 }
 
 bool figure_is_in_hand() {

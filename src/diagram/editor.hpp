@@ -6,7 +6,10 @@
 // property menu is open. Releasing the button changes nothing: a later press goes on.
 #pragma once
 
+#include <cstdint>
+
 #include "diagram/vobj.hpp"
+#include "display/input.hpp"
 
 namespace torve {
 
@@ -22,8 +25,13 @@ inline constexpr int last_diagram_column = 679;
 /// Lets plots go beneath the figures. To be called once.
 void install_diagram();
 
-/// A press, or the motion of a held button, on the free canvas: button, pixels. A press that opens
-/// a menu is spent.
+/// Whether the rest of a press means anything.
+enum class PressUse : std::uint8_t { goes_on, spent };
+
+/// A press, or the motion of a held button, on the free canvas. A press that opens a menu is spent.
+PressUse edit_diagram(const PointerEvent& press);
+
+/// The same for the present press: button (0: nothing happens), pixels.
 void vect_ed(int button, int x, int y);
 
 /// Whether a press would go on stretching or moving the current figure.

@@ -6,7 +6,6 @@
 
 #include "base/errors.hpp"
 #include "base/files.hpp"
-#include "dialogs/messages.hpp"
 #include "dialogs/popup_menu.hpp"
 #include "dialogs/serve_loop.hpp"
 #include "dialogs/text_lines.hpp"
@@ -15,7 +14,6 @@
 #include "text/fonts.hpp"
 #include "text/text_output.hpp"
 #include "wm/background.hpp"
-#include "wm/engine.hpp"
 #include "wm/stacking.hpp"
 
 namespace torve {
@@ -59,7 +57,7 @@ class TextWindow : public ServedWindow {
     const Rect all = rect_of(object());
     clearwin(all.x1, all.y1, all.x2, all.y2 - 1, bgcol);
     draw_scrolled();
-    if (id() == message_window_id) draw_message_detail();
+    if (over_text != nullptr) over_text();
   }
 
   void draw_scrolled() override {
@@ -68,10 +66,12 @@ class TextWindow : public ServedWindow {
 
   [[nodiscard]] bool scrolls_at_once() const override { return false; }
 
-  int text_area_event(PointerAction action) override {
-    const bool asks_for_text = action == PointerAction::press && !file_;
-    return asks_for_text ? command_missing_file : serving_goes_on;
+  Reply text_area_event(const PointerEvent& event) override {
+    if (event.action == PointerAction::press && !file_) return Command::missing_file;
+    return Reply::goes_on();
   }
+
+  void (*over_text)() = nullptr;
 
  private:
   [[nodiscard]] int colour(Colour which) const { return object().colours[which]; }
@@ -105,20 +105,20 @@ void init_resizable(std::FILE* file, WdObject& window, ScrollState& scroll) {
   scroll.line_range = std::max(0, window.line_range - rows);
 }
 
-int file_window(int id, int mode, int keep) {
-  const bool is_one = is_wd_id(id) && wd(id).kind == kind_file_window;
-  return is_one ? resizable_window(id, mode, keep) : 1;
+Command paint_text_window(int id, int mode, void (*over_text)()) {
+  FilePtr file = open_text(wd(id).name);
+  if (!file && mode == mode_put) return Command::missing_file;
+  if (make_background(wd(id), mode != mode_put) != 0) return Command::no_memory;
+  TextWindow window(id, std::move(file));
+  window.over_text = over_text;
+  paint_window(window);
+  return Command::put_down;
 }
 
-int resizable_window(int id, int mode, int keep) {
-  FilePtr file = open_text(wd(id).name);
-  if (!file && mode == mode_put) return command_missing_file;
-  if (make_background(wd(id), mode != mode_put) != 0) return command_no_memory;
-  TextWindow window(id, std::move(file));
-  window.stays = keep != 0;
-  if (mode == mode_serve) return serve_window(window);
-  paint_window(window);
-  return command_put_down;
+Served serve_text_window(int id, const PointerEvent& press, Keep keep) {
+  TextWindow window(id, open_text(wd(id).name));
+  window.stays = keep == Keep::yes;
+  return serve_window(window, press);
 }
 
 int free_file_window(int id) {
@@ -128,6 +128,17 @@ int free_file_window(int id) {
   }
   if (is_wd_id(id)) free_one_wd_object(id);
   return 0;
+}
+
+int file_window(int id, int mode, int keep) {
+  const bool is_one = is_wd_id(id) && wd(id).kind == kind_file_window;
+  return is_one ? resizable_window(id, mode, keep) : 1;
+}
+
+int resizable_window(int id, int mode, int keep) {
+  if (mode != mode_serve) return static_cast<int>(paint_text_window(id, mode));
+  const Keep stays = keep != 0 ? Keep::yes : Keep::no;
+  return static_cast<int>(serve_text_window(id, present_pointer(), stays).command);
 }
 
 }  // namespace torve

@@ -4,8 +4,10 @@
 // anew whenever the window is drawn.
 #pragma once
 
+#include <cstdint>
 #include <cstdio>
 
+#include "wm/command.hpp"
 #include "wm/window_shape.hpp"
 
 namespace torve {
@@ -18,19 +20,32 @@ namespace torve {
 int make_file_window(int id, int x, int y, int width, int height, int c1, int c2, int c3, int c4,
                      const char* name, int columns, int lines);
 
-/// Draws or serves the window (modes and results as for pop_up_menu; 1 when there is no file).
-/// With `keep` nonzero it can only be scrolled and resized. A window whose file has gone is served
-/// all the same, so that it can be closed; pressing into its text gives 1. resizable_window is not
-/// asked about any other object.
-int file_window(int id, int mode, int keep);
-int resizable_window(int id, int mode, int keep);
+/// Whether a window, once it is served, can only be scrolled and resized.
+enum class Keep : std::uint8_t { no, yes };
+
+/// Draws a window for the first time or anew (`mode` mode_put or mode_refresh); `over_text` draws
+/// something over its text. The number of Command::put_down when it was drawn, of
+/// Command::missing_file when there is no file to put, of Command::no_memory without memory.
+[[nodiscard]] Command paint_text_window(int id, int mode, void (*over_text)() = nullptr);
+
+/// Serves a press on a window. One whose file has gone is served all the same, so that it can be
+/// closed; pressing into its text gives Command::missing_file.
+[[nodiscard]] Served serve_text_window(int id, const PointerEvent& press, Keep keep = Keep::no);
 
 /// Works out the ranges of the scroll bars, those of the record too where they are -1, and sets the
 /// drawing limits to the text area. A null file leaves the record as it is.
 void init_resizable(std::FILE* file, WdObject& window, ScrollState& scroll);
 
+// Not used by the workbench itself.
+
 /// Takes the window off the canvas and frees its slot. Returns 0, or 1 after illegal_pointer(6)
 /// for an id below 1.
 int free_file_window(int id);
+
+/// Draws or serves the window (modes and results as for pop_up_menu; 1 when there is no file).
+/// With `keep` nonzero it can only be scrolled and resized. resizable_window requires a text
+/// window.
+int file_window(int id, int mode, int keep);
+int resizable_window(int id, int mode, int keep);
 
 }  // namespace torve

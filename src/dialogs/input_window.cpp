@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
-#include <tuple>
 
 #include "dialogs/popup_menu.hpp"
 #include "dialogs/serve_loop.hpp"
@@ -14,7 +13,6 @@
 #include "text/text_output.hpp"
 #include "wm/background.hpp"
 #include "wm/canvas_paint.hpp"
-#include "wm/engine.hpp"
 #include "wm/stacking.hpp"
 
 namespace torve {
@@ -54,23 +52,11 @@ bool has_grown(const WdObject& window) {
 }
 
 // What the creator's function may change and others rely on.
-class KeptState {
- public:
-  KeptState() = default;
-  ~KeptState() {
-    std::tie(X1_min, Y1_min, X1_max, Y1_max) = limits_;
-    std::tie(xxmin, yymin, xxmax, yymax) = figures_limits_;
-    std::tie(fgcol, fg1col) = colours_;
-    if (font_ != 0 && curfnt != font_) static_cast<void>(init_font(font_));
-  }
-  KeptState(const KeptState&) = delete;
-  KeptState& operator=(const KeptState&) = delete;
-
- private:
-  std::tuple<int, int, int, int> limits_ = {X1_min, Y1_min, X1_max, Y1_max};
-  std::tuple<int, int, int, int> figures_limits_ = {xxmin, yymin, xxmax, yymax};
-  std::tuple<int, int> colours_ = {fgcol, fg1col};
-  int font_ = curfnt;
+struct KeptState {
+  Kept<int, int, int, int> limits = kept_drawing_area();
+  Kept<int, int, int, int> figure_limits = kept_figure_area();
+  Kept<int, int> inks = Kept(fgcol, fg1col);
+  KeptFont font;
 };
 
 class InputWindow : public ServedWindow {
@@ -120,10 +106,10 @@ class InputWindow : public ServedWindow {
     window.plain_height = std::min(window.plain_height, window.height);
   }
 
-  int scroll_bar_press() override { return press(); }
+  Reply scroll_bar_press(const PointerEvent&) override { return press(); }
 
-  int text_area_event(PointerAction action) override {
-    return action == PointerAction::release ? serving_goes_on : press();
+  Reply text_area_event(const PointerEvent& event) override {
+    return event.action == PointerAction::release ? Reply::goes_on() : press();
   }
 
   /// No figures show from the next drawing on.
@@ -169,32 +155,29 @@ class InputWindow : public ServedWindow {
     }
   }
 
-  int press() {
+  Reply press() {
     lay_out();
     call_creator(mode_serve);
-    if (has_ended()) return command_put_down_only;
+    if (has_ended()) return Command::put_down_only;
     show_figures();
     // A line of text that begins inside the limits may end below them.
     draw_window_frame(object(), scroll, frame_colour, 0);
-    return serving_goes_on;
+    return Reply::goes_on();
   }
 
   void call_creator(int mode) {
     WdObject& window = object();
     if (window.input_draw == nullptr) return;
     const KeptState kept;
-    const Rect inside = inside_of(window);
-    std::tie(xxmin, yymin, xxmax, yymax) = std::tuple(inside.x1, inside.y1, inside.x2, inside.y2);
+    set_figure_area(inside_of(window));
     xkoord = X1_min;
     ykoord = Y1_min;
     if (mode == mode_serve) return window.input_draw(id(), mode);
-    // A lifted window stays one, so that errors wait until it has been put down.
-    const WdFlags flags = window.flags;
-    window.flags = WdFlags::fresh | (flags & WdFlags::off_screen);
+    const Kept flags(window.flags);
+    const Kept depth(draws_going_on);
+    window.flags = WdFlags::fresh;
     ++draws_going_on;
     window.input_draw(id(), mode);
-    --draws_going_on;
-    window.flags = flags;
   }
 
   int ended_before_;
@@ -203,21 +186,25 @@ class InputWindow : public ServedWindow {
   bool is_off_canvas_ = false;  // since a step that has moved an edge
 };
 
-int draw(InputWindow& drawn) {
+bool draw(InputWindow& drawn) {
   WdObject& window = drawn.object();
   if (!window.painted) drawn.forget_growth();
-  if (make_background(window, window.painted) != 0) return command_no_memory;
+  if (make_background(window, window.painted) != 0) return false;
   paint_window(drawn);
-  return command_put_down;
+  return true;
 }
 
-int serve(InputWindow& served) {
+Served serve(InputWindow& served, const PointerEvent& press) {
   served.object().inside_drawn = true;
-  const int command = serve_window(served);
-  if (served.has_ended()) return command_put_down_only;
+  Served answer = serve_window(served, press);
+  if (served.has_ended()) answer.command = Command::put_down_only;
   // The figures of this place do not go with the window to another one.
-  if (command == command_move && has_grown(served.object())) served.draw_scrolled();
-  return command;
+  if (answer.command == Command::move && has_grown(served.object())) served.draw_scrolled();
+  return answer;
+}
+
+int number_of(bool painted) {
+  return static_cast<int>(painted ? Command::put_down : Command::no_memory);
 }
 
 }  // namespace
@@ -236,6 +223,19 @@ int make_input_window(int id, int x, int y, int width, int height, int c1, int c
   return 0;
 }
 
+bool paint_input_window(int id) {
+  const KeptState kept;
+  InputWindow window(id);
+  if (!wd(id).painted) wd(id).inside_drawn = false;
+  return draw(window);
+}
+
+Served serve_input_window(int id, const PointerEvent& press) {
+  const KeptState kept;
+  InputWindow window(id);
+  return serve(window, press);
+}
+
 int input_window(int id, int mode) {
   return is_input_window(id) ? resizable_input_window(id, mode) : 1;
 }
@@ -244,15 +244,12 @@ int resizable_input_window(int id, int mode) {
   const KeptState kept;
   InputWindow window(id);
   const bool shows_presses = wd(id).painted && wd(id).inside_drawn;
-  return mode == mode_serve || shows_presses ? serve(window) : draw(window);
+  if (mode != mode_serve && !shows_presses) return number_of(draw(window));
+  return static_cast<int>(serve(window, present_pointer()).command);
 }
 
 int redraw_input_window(int id) {
-  if (!is_input_window(id)) return 1;
-  const KeptState kept;
-  InputWindow window(id);
-  if (!wd(id).painted) wd(id).inside_drawn = false;
-  return draw(window);
+  return is_input_window(id) ? number_of(paint_input_window(id)) : 1;
 }
 
 void init_input_resizable(const WdObject& window, ScrollState& scroll) {
@@ -266,24 +263,7 @@ void init_input_resizable(const WdObject& window, ScrollState& scroll) {
 
 int move_input1(int id, int x, int y) {
   if (!is_input_window(id)) return 1;
-  WdObject& window = wd(id);
-  const bool booked = is_eligible(window);
-  if (booked) {
-    bring_any_to_top(id, 0);
-    window.flags = window.flags | WdFlags::off_screen;
-    update_over(id);
-  }
-  const bool shown = window.painted;
-  movingPicture(0, 0, 2, id);
-  window.x = x;
-  window.y = y;
-  keep_on_canvas(window, true);
-  if (shown) put_one_wd_object(id);
-  if (booked) {
-    window.flags = window.flags & ~WdFlags::off_screen;
-    zero_over(id - 1);
-    update_over(id);
-  }
+  move_object(id, x, y);
   return 0;
 }
 

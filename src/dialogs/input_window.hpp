@@ -34,9 +34,24 @@ namespace torve {
 int make_input_window(int id, int x, int y, int width, int height, int c1, int c2, int c3, int c4,
                       const char* name, int value, int columns, int lines, InputDraw draw);
 
+/// Draws a window, for the first time or anew, also one that has been served. False without memory.
+[[nodiscard]] bool paint_input_window(int id);
+
+/// Serves a press on a window.
+[[nodiscard]] Served serve_input_window(int id, const PointerEvent& press);
+
+/// For the kind's entry: where the pixels under a window are kept, whether it shows figures and is
+/// not being drawn, and the end of a window.
+[[nodiscard]] std::vector<std::uint8_t>& covered_by_input_window(int id);
+[[nodiscard]] bool input_window_shows_figures(int id);
+void end_input_window(int id);
+
+// Not used by the workbench itself.
+
 /// Draws the window (mode_put, mode_refresh) until it has been served once, and serves it then as
-/// mode_serve does: what presses have made of the inside is not cleared. Returns a command of the
-/// engine; command_put_down after drawing, 2 without memory, 1 for an id that is no input window.
+/// mode_serve does: what presses have made of the inside is not cleared. Returns the number of a
+/// command of the engine: Command::put_down after drawing, 2 without memory; 1 for an id that is no
+/// input window.
 int input_window(int id, int mode);
 int resizable_input_window(int id, int mode);
 
@@ -53,11 +68,5 @@ int move_input1(int id, int x, int y);
 
 /// Takes the window off the canvas and frees its slot. Returns 0, or 1 for an id outside 1 .. 128.
 int free_input_window(int id);
-
-/// For the kind's entry: where the pixels under a window are kept, whether it shows figures and is
-/// not being drawn, and the end of a window.
-[[nodiscard]] std::vector<std::uint8_t>& covered_by_input_window(int id);
-[[nodiscard]] bool input_window_shows_figures(int id);
-void end_input_window(int id);
 
 }  // namespace torve

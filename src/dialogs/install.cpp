@@ -27,32 +27,37 @@ const char* text_window_name(int id) {
   return id == message_window_id ? "Messages" : wd(id).name;
 }
 
+bool paint_text(int id, int mode) {
+  void (*const over_text)() = id == message_window_id ? draw_message_detail : nullptr;
+  return paint_text_window(id, mode, over_text) == Command::put_down;
+}
+
 constexpr WdKind popup_menus = {
-    .put = [](int id) { return pop_up_menu(id, mode_put); },
-    .serve = [](int id) { return pop_up_menu(id, mode_serve); },
-    .refresh = [](int id) { return pop_up_menu(id, mode_refresh); },
+    .put = [](int id) { return paint_menu(id, mode_put); },
+    .serve = serve_menu,
+    .refresh = [](int id) { return paint_menu(id, mode_refresh); },
     .free_memory = free_menu_memory,
     .icon_text = first_menu_line,
 };
 
 constexpr WdKind text_windows = {
-    .put = [](int id) { return file_window(id, mode_put, 0); },
-    .serve = [](int id) { return file_window(id, mode_serve, 0); },
-    .refresh = [](int id) { return file_window(id, mode_refresh, 0); },
+    .put = [](int id) { return paint_text(id, mode_put); },
+    .serve = [](int id, const PointerEvent& press) { return serve_text_window(id, press); },
+    .refresh = [](int id) { return paint_text(id, mode_refresh); },
     .icon_text = text_window_name,
 };
 
 constexpr WdKind labels = {
-    .put = [](int id) { return draw_label(id, mode_put); },
-    .serve = [](int id) { return draw_label(id, mode_serve); },
-    .refresh = [](int id) { return draw_label(id, mode_refresh); },
+    .put = [](int id) { return paint_label(id, mode_put); },
+    .serve = [](int id, const PointerEvent& press) { return ask_to_move(wd(id), press); },
+    .refresh = [](int id) { return paint_label(id, mode_refresh); },
     .icon_text = [](int id) -> const char* { return wd(id).name; },
 };
 
 constexpr WdKind input_windows = {
-    .put = redraw_input_window,
-    .serve = [](int id) { return input_window(id, mode_serve); },
-    .refresh = redraw_input_window,
+    .put = paint_input_window,
+    .serve = serve_input_window,
+    .refresh = paint_input_window,
     .free_memory = end_input_window,
     .icon_text = [](int id) -> const char* { return wd(id).name; },
     .covered = covered_by_input_window,

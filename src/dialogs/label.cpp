@@ -12,7 +12,6 @@
 #include "text/fonts.hpp"
 #include "text/text_output.hpp"
 #include "wm/background.hpp"
-#include "wm/engine.hpp"
 #include "wm/stacking.hpp"
 
 namespace torve {
@@ -22,12 +21,6 @@ namespace {
 constexpr int bad_id_code = 9;
 constexpr int paper = 15;
 constexpr int ink = 0;
-
-int start_move(const WdObject& label) {
-  cxoff = X - label.x;
-  cyoff = Y - label.y;
-  return command_move;
-}
 
 }  // namespace
 
@@ -43,23 +36,25 @@ int make_label(int id, int x, int y, const char* text) {
   return 1;
 }
 
-int draw_label(int id, int mode) {
-  if (!is_wd_id(id)) {
-    illegal_pointer(bad_id_code);
-    return 1;
-  }
+bool paint_label(int id, int mode) {
   WdObject& label = wd(id);
-  if (mode == mode_serve) return start_move(label);
-  if (make_background(label, mode != mode_put) != 0) return command_no_memory;
-  X1_min = Y1_min = 0;
-  X1_max = X__max;
-  Y1_max = Y__max;
+  if (make_background(label, mode != mode_put) != 0) return false;
+  open_drawing_area();
   truncate1 = 1;
   clearwin(label.x, label.y, label.x + label.width, label.y + label.height, paper);
   xkoord = label.x;
   ykoord = label.y;
   textn(label.name, ink, paper);
-  return command_put_down;
+  return true;
+}
+
+int draw_label(int id, int mode) {
+  if (!is_wd_id(id)) {
+    illegal_pointer(bad_id_code);
+    return 1;
+  }
+  if (mode == mode_serve) return static_cast<int>(ask_to_move(wd(id), present_pointer()).command);
+  return static_cast<int>(paint_label(id, mode) ? Command::put_down : Command::no_memory);
 }
 
 int free_label(int id) {

@@ -62,12 +62,13 @@ int field_at(const MenuText& menu, int line, int x) {
   return -1;
 }
 
-int change_field(const MenuText& menu, int field) {
+MenuPress change_field(const MenuText& menu, int field) {
   MenuItem& item = menu.items[field];
   const int line = line_of_field(item);
-  int result = check_edited;
+  MenuPress result = MenuPress::edited;
   if (has(item.itemflags, ItemFlags::selection)) {
     next_selection(item.text);
+    result = MenuPress::next_choice;
   } else {
     char before[field_room];
     std::memcpy(before, item.text, sizeof before);
@@ -76,31 +77,36 @@ int change_field(const MenuText& menu, int field) {
                       X1_min + item.x - cs * menu.coloff, Y1_min + (line - menu.firstline) * cr,
                       limit, menu.selected_background, menu.field_background) == 0) {
       std::memcpy(item.text, before, sizeof before);
-      result = check_undone;
+      result = MenuPress::edit_undone;
     }
   }
   draw_menu_line(menu, line);
   return result;
 }
 
-int check_command(MenuItem* items, char** lines, int* flags, int coloff, int firstline, int nitems,
-                  int nlines, int nvisible, int c1, int c3, int c4, int x, int y) {
-  const MenuText menu = {.items = items,
-                         .lines = lines,
-                         .flags = flags,
-                         .coloff = coloff,
-                         .firstline = firstline,
-                         .item_count = nitems,
-                         .line_count = nlines,
-                         .visible_lines = nvisible,
-                         .background = c1,
-                         .selected_background = c3,
-                         .field_background = c4};
+MenuPress press_on_menu(const MenuText& menu, int x, int y) {
   const int line = line_at(menu, x, y);
-  if (line < 0) return check_nothing;
+  if (line < 0) return MenuPress::nothing;
   select_line(menu, line);
   const int field = field_at(menu, line, x);
-  return field < 0 ? check_selected : change_field(menu, field);
+  return field < 0 ? MenuPress::line_selected : change_field(menu, field);
+}
+
+int check_command(MenuItem* items, char** lines, int* flags, int coloff, int firstline, int nitems,
+                  int nlines, int nvisible, int c1, int c3, int c4, int x, int y) {
+  const MenuPress done = press_on_menu({.items = items,
+                                        .lines = lines,
+                                        .flags = flags,
+                                        .coloff = coloff,
+                                        .firstline = firstline,
+                                        .item_count = nitems,
+                                        .line_count = nlines,
+                                        .visible_lines = nvisible,
+                                        .background = c1,
+                                        .selected_background = c3,
+                                        .field_background = c4},
+                                       x, y);
+  return static_cast<int>(done == MenuPress::next_choice ? MenuPress::edited : done);
 }
 
 }  // namespace torve

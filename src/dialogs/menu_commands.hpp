@@ -1,6 +1,8 @@
 // Presses in the text area of a menu.
 #pragma once
 
+#include <cstdint>
+
 #include "text/menu_items.hpp"
 
 namespace torve {
@@ -32,7 +34,27 @@ void select_line(const MenuText& menu, int line);
 /// The field of a line at column x of the screen, -1 for none.
 [[nodiscard]] int field_at(const MenuText& menu, int line, int x);
 
-/// Lets the user change a field; check_edited or check_undone.
-int change_field(const MenuText& menu, int field);
+/// What a press in the text area has done.
+enum class MenuPress : std::uint8_t {
+  nothing,  // it was not on a line
+  line_selected,
+  edit_undone,  // a field was left empty and has its old text again
+  edited,
+  next_choice,  // a field shows its next choice
+};
+
+/// Lets the user change a field.
+MenuPress change_field(const MenuText& menu, int field);
+
+/// One press at (x, y): selects the line there and handles the field there. `fgcol` is the text
+/// colour.
+MenuPress press_on_menu(const MenuText& menu, int x, int y);
+
+// Not used by the workbench itself.
+
+/// press_on_menu with the parts of a MenuText one by one. Returns the result's number, 3 for the
+/// next choice, too.
+int check_command(MenuItem* items, char** lines, int* flags, int coloff, int firstline, int nitems,
+                  int nlines, int nvisible, int c1, int c3, int c4, int x, int y);
 
 }  // namespace torve

@@ -100,17 +100,10 @@ std::string with_blanks(const Message& message, const std::string& detail) {
   return std::string(static_cast<std::size_t>(blanks), ' ') + detail;
 }
 
-class ShowingGuard {
- public:
-  ShowingGuard() { showing = true; }
-  ~ShowingGuard() { showing = false; }
-  ShowingGuard(const ShowingGuard&) = delete;
-  ShowingGuard& operator=(const ShowingGuard&) = delete;
-};
-
 // 0 when the window shows the message.
 int put_window(const Message& message, const std::string& detail, int paper) {
-  const ShowingGuard guard;
+  const Kept guard(showing);
+  showing = true;
   resize(place_of(message));
   window().scroll_column = 0;
   window().scroll_line = message.first_line;
@@ -121,7 +114,7 @@ int put_window(const Message& message, const std::string& detail, int paper) {
 
 int show(const Message& message, const std::string& detail) {
   if (showing) return 1;
-  if (an_object_is_lifted()) {
+  if (lifted_object() != 0) {
     if (waiting != nullptr) return 1;
     waiting = &message;
     waiting_detail = detail;
@@ -139,7 +132,7 @@ void put_away(const Rect& place) {
 // Shows a message that is not left lying: what `wait` does decides when it goes.
 template <typename Wait>
 bool show_while(const Message& message, const char* detail, int paper, Wait wait) {
-  if (showing || an_object_is_lifted()) return false;
+  if (showing || lifted_object() != 0) return false;
   hide_errormsg();  // an older message has been read by now
   if (remove_current_errormsg() == 0) return false;
   const Rect place = rect_of(window());
@@ -219,8 +212,7 @@ void create_message_window() {
   make_file_window(message_window_id, window_columns * cs, window_y, window_columns * cs,
                    margins * cs + 2 * cr, window_paper, frame_colour, text_ink, text_ink, file_name,
                    window_columns, -1);
-  window().flags = WdFlags::off_screen | WdFlags::no_vertical_bar | WdFlags::no_horizontal_bar |
-                   WdFlags::fixed_size | WdFlags::close_puts_down;
+  window().flags = message_window_flags;
 }
 
 const ErrorReporters& message_reporters() {
@@ -228,7 +220,7 @@ const ErrorReporters& message_reporters() {
 }
 
 void show_waiting_message() {
-  if (waiting == nullptr || an_object_is_lifted()) return;
+  if (waiting == nullptr || lifted_object() != 0) return;
   const Message* message = waiting;
   waiting = nullptr;
   show(*message, waiting_detail);
@@ -237,19 +229,15 @@ void show_waiting_message() {
 int remove_current_errormsg() {
   if (term == text_console) return 1;
   const WdObject& object = window();
-  const bool is_served = popwindow == message_window_id && an_object_is_lifted();
-  return object.kind != kind_free && !is_icon(object) && !is_served &&
-                 has(object.flags, WdFlags::off_screen)
-             ? 1
-             : 0;
+  const bool is_served = lifted_object() == message_window_id;
+  return is_off_screen(object) && !is_icon(object) && !is_served ? 1 : 0;
 }
 
 void draw_message_detail() {
   if (shown_detail.empty()) return;
-  const int kept = fgcol;
+  const Kept ink(fgcol);
   fgcol = text_ink;
   draw_cells(window().x + 2 * cs, window().y + 2 * cs + cr, shown_detail.c_str(), detail_paper);
-  fgcol = kept;
 }
 
 void reset_messages() {

@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "base/errors.hpp"
+#include "dialogs/click_gestures.hpp"
 #include "dialogs/menu_commands.hpp"
 #include "dialogs/menu_structure.hpp"
 #include "dialogs/serve_loop.hpp"
@@ -81,20 +82,18 @@ class MenuWindow : public ServedWindow {
     if (has(moved, Edge::shorter) && menu.visible_lines > 0) --menu.visible_lines;
   }
 
-  int text_area_event(PointerAction action) override {
+  Reply text_area_event(const PointerEvent& event) override {
     const MenuText menu = text();
-    const int row = line_at(menu, X, Y);
-    const Gesture gesture =
-        gestures_.on_event({.action = action, .x = X, .y = Y, .row = row, .time = last_event.time});
-    if (action == PointerAction::press) spent_ = false;
-    if (action == PointerAction::release || spent_) return serving_goes_on;
-    if (asks_to_run(menu, gesture, row)) return command_run_action;
-    if (action == PointerAction::press) {
-      press(menu, row);
-    } else if (row >= 0) {
-      select_line(menu, row);
+    const int row = line_at(menu, event.x, event.y);
+    const Gesture gesture = gestures_.on_event(event, row);
+    if (event.action == PointerAction::release) return Reply::goes_on();
+    if (gesture != Gesture::none && row >= 0 && row == selected_line(menu)) {
+      menu.flags[row] |= line_double_clicked;
+      return Command::run_action;
     }
-    return serving_goes_on;
+    if (event.action == PointerAction::press) return press(menu, event);
+    if (row >= 0) select_line(menu, row);
+    return Reply::goes_on();
   }
 
  private:
@@ -115,34 +114,17 @@ class MenuWindow : public ServedWindow {
             .field_background = colour(field_colour)};
   }
 
-  // The engine's test takes equal positions for a double press, so the slack is passed as equal.
-  bool asks_to_run(const MenuText& menu, Gesture gesture, int row) {
-    if (gesture == Gesture::none || row < 0 || row != selected_line(menu)) return false;
-    const int press_x = gesture == Gesture::drag ? gestures_.first_press().x : X;
-    return doubleclick_and_submenu(menu.flags, menu.line_count, X, Y, buttons, press_x, Y,
-                                   &gestures_.press_rounds, &gestures_.release_rounds,
-                                   double_press_threshold) != 0;
-  }
-
-  void press(const MenuText& menu, int row) {
-    const int field = row < 0 ? -1 : field_at(menu, row, X);
-    check_command(menu.items, menu.lines, menu.flags, menu.coloff, menu.firstline, menu.item_count,
-                  menu.line_count, menu.visible_lines, menu.background, menu.selected_background,
-                  menu.field_background, X, Y);
-    if (field >= 0 && !has(menu.items[field].itemflags, ItemFlags::selection)) edit_has_ended();
-  }
-
   // The wait for keys has swallowed the release. A press that has ended it before any key came may
   // be the second of a double press.
-  void edit_has_ended() {
-    buttons = 0;
-    spent_ = true;
+  Reply press(const MenuText& menu, const PointerEvent& event) {
+    const MenuPress done = press_on_menu(menu, event.x, event.y);
+    if (done != MenuPress::edited && done != MenuPress::edit_undone) return Reply::goes_on();
     gestures_.missed_release();
     if (last_edit_had_a_key()) gestures_.forget();
+    return Reply::press_is_spent();
   }
 
   ClickGestures gestures_;
-  bool spent_ = false;  // the present press has edited a field: the rest of it means nothing
 };
 
 [[nodiscard]] bool is_menu(int id) {
@@ -173,16 +155,25 @@ int make_popup_menu(int id, int x, int y, int width, int height, int c1, int c2,
   return 0;
 }
 
+bool paint_menu(int id, int mode) {
+  if (make_background(wd(id), mode != mode_put) != 0) return false;
+  MenuWindow window(id);
+  paint_window(window);
+  return true;
+}
+
+Served serve_menu(int id, const PointerEvent& press) {
+  MenuWindow window(id);
+  return serve_window(window, press);
+}
+
 int pop_up_menu(int id, int mode) {
   return is_menu(id) ? popUpMenu(id, mode) : 1;
 }
 
 int popUpMenu(int id, int mode) {
-  if (make_background(wd(id), mode != mode_put) != 0) return command_no_memory;
-  MenuWindow window(id);
-  if (mode == mode_serve) return serve_window(window);
-  paint_window(window);
-  return command_put_down;
+  if (mode == mode_serve) return static_cast<int>(serve_menu(id, present_pointer()).command);
+  return static_cast<int>(paint_menu(id, mode) ? Command::put_down : Command::no_memory);
 }
 
 int free_pop_up_menu(int id) {

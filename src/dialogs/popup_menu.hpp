@@ -8,6 +8,7 @@
 #pragma once
 
 #include "text/menu_items.hpp"
+#include "wm/command.hpp"
 
 namespace torve {
 
@@ -16,12 +17,6 @@ inline constexpr int mode_put = 0;
 inline constexpr int mode_serve = 1;
 inline constexpr int mode_refresh = 3;
 
-/// What check_command has done.
-inline constexpr int check_nothing = 0;   // the press was not on a line
-inline constexpr int check_selected = 1;  // a line was selected
-inline constexpr int check_undone = 2;    // a field was left empty and has its old text again
-inline constexpr int check_edited = 3;    // a field was edited or shows its next choice
-
 /// Makes object `id` a menu of a menu structure (menu_structure.hpp), which it owns from now on.
 /// Nothing is drawn. x and width go down to a multiple of 8; lines are filled up with blanks to
 /// their size. Returns 0, or 1 for an id outside 1 .. 128; the structure stays the caller's then.
@@ -29,9 +24,22 @@ int make_popup_menu(int id, int x, int y, int width, int height, int c1, int c2,
                     int c5, MenuItem* items, char** lines, int* flags, int nitems, int nlines,
                     int nvisible, int linesize);
 
+/// Draws a menu, for the first time or anew (`mode` mode_put or mode_refresh). False without memory
+/// for its background.
+[[nodiscard]] bool paint_menu(int id, int mode);
+
+/// Serves a press on a menu.
+[[nodiscard]] Served serve_menu(int id, const PointerEvent& press);
+
+/// Ranges of the scroll bars: the lines that do not show, and the columns (0 at least).
+void init_popupmenu(int nlines, int nvisible, int linesize, int width, int* column_range,
+                    int* line_range);
+
+// Not used by the workbench itself.
+
 /// Draws the menu (mode_put, mode_refresh) or serves the press that is going on (mode_serve).
-/// Returns a command of the engine; command_put_down after drawing, 2 without memory for the
-/// background, 1 for an id that is no menu (popUpMenu is not asked about another one).
+/// Returns the number of a command of the engine: Command::put_down after drawing, 2 without memory
+/// for the background, and pop_up_menu 1 for an id that is no menu. popUpMenu requires a menu.
 int pop_up_menu(int id, int mode);
 int popUpMenu(int id, int mode);
 
@@ -41,14 +49,5 @@ int free_pop_up_menu(int id);
 
 /// Draws the menu and serves it once. Returns 1 when one of both failed or was positive, else 0.
 int pull_down(int id);
-
-/// Ranges of the scroll bars: the lines that do not show, and the columns (0 at least).
-void init_popupmenu(int nlines, int nvisible, int linesize, int width, int* column_range,
-                    int* line_range);
-
-/// One press at (x, y) in the text area: selects the line there and handles the field there.
-/// `fgcol` is the text colour and the drawing limits are those of the text area.
-int check_command(MenuItem* items, char** lines, int* flags, int coloff, int firstline, int nitems,
-                  int nlines, int nvisible, int c1, int c3, int c4, int x, int y);
 
 }  // namespace torve

@@ -1,40 +1,19 @@
 #include "dialogs/serve_loop.hpp"
 
 #include <algorithm>
-#include <tuple>
+#include <optional>
 
+#include "base/kept.hpp"
 #include "display/input.hpp"
 #include "display/screen_state.hpp"
+#include "draw/scroll_bar.hpp"
 #include "text/text_output.hpp"
-#include "wm/engine.hpp"
 
 namespace torve {
 
 namespace {
 
-constexpr int bar_width = 11;  // of a scroll bar, pixels
-constexpr int bar_middle = 5;
-constexpr int track_start = 20;              // from a window's corner to a bar's track
-constexpr int end_of_vertical_track = 11;    // from the track's last row to behind the window
-constexpr int end_of_horizontal_track = 21;  // the same for columns
 constexpr int margin_while_resizing = 4;  // pixels that the pointer keeps from the screen's edges
-
-// The pointer's clamp, put back at the end.
-class PointerLimits {
- public:
-  PointerLimits() : kept_(X1mouse, Y1mouse, X2mouse, Y2mouse) {}
-  ~PointerLimits() { restore(); }
-  PointerLimits(const PointerLimits&) = delete;
-  PointerLimits& operator=(const PointerLimits&) = delete;
-
-  void narrow() {
-    setmouselim(0, 0, X__max - margin_while_resizing, Y__max - margin_while_resizing);
-  }
-  void restore() { std::apply(setmouselim, kept_); }
-
- private:
-  std::tuple<int, int, int, int> kept_;
-};
 
 // Which part of the window the present press belongs to until its release.
 enum class Grip { none, edge, scroll_bar, text };
@@ -46,112 +25,113 @@ class ServeLoop {
         drawn_column_(window.object().scroll_column),
         drawn_line_(window.object().scroll_line) {}
 
-  int run() {
+  Served run(const PointerEvent& press) {
     window_.lay_out();
-    int command = handle(PointerAction::press);
-    while (command == serving_goes_on) {
+    event_ = press;
+    std::optional<Command> command = handle();
+    while (!command) {
       if (cur_button == 0 || window_.scrolls_at_once()) show_scrolling();
-      command = handle_next_event();
+      event_ = next_pointer_event();
+      command = handle();
     }
     show_scrolling();  // whatever ended a press on a scroll bar
-    return command;
+    return {*command, event_};
   }
 
  private:
   // Keys, exposure and changes of the window's size neither begin nor end a press.
-  int handle_next_event() {
-    readmouse(&buttons, &X, &Y);
-    if (!last_event_was_mouse()) return serving_goes_on;
-    if (last_event.type == InputEvent::Type::press) return handle(PointerAction::press);
-    return handle(buttons != 0 ? PointerAction::motion : PointerAction::release);
-  }
-
-  int handle(PointerAction action) {
-    switch (action) {
+  std::optional<Command> handle() {
+    switch (event_.action) {
       case PointerAction::press:
         hidemouse();
         let_go();  // of a press whose release got lost
-        return pressed();
+        return heed(pressed());
       case PointerAction::motion:
-        return held();
+        return heed(held());
       case PointerAction::release:
+        return heed(released());
+      case PointerAction::none:
         break;
     }
-    return released();
+    return std::nullopt;
   }
 
-  int pressed() {
+  std::optional<Command> heed(const Reply& reply) {
+    if (reply.spends_press()) let_go();
+    return reply.command();
+  }
+
+  Reply pressed() {
     WdObject& object = window_.object();
-    grabbed_ = check_resizing(object, X, Y);
+    grabbed_ = check_resizing(object, event_.x, event_.y);
     if (grabbed_ != Edge::none) {
       grab_edge();
-      return serving_goes_on;
+      return Reply::goes_on();
     }
-    switch (check_scrolling(object, window_.scroll, X, Y, true, window_.frame_colour)) {
+    switch (
+        check_scrolling(object, window_.scroll, event_.x, event_.y, true, window_.frame_colour)) {
       case WindowPart::outside:
-        return window_.stays ? serving_goes_on : command_put_down;
+        return window_.stays ? Reply::goes_on() : Command::put_down;
       case WindowPart::top_left_box:
         return on_top_left_box();
       case WindowPart::close_box:
-        return window_.stays ? serving_goes_on : on_close_box();
+        return window_.stays ? Reply::goes_on() : on_close_box();
       case WindowPart::scroll_bar:
         grip_ = Grip::scroll_bar;
-        on_vertical_bar_ = X - object.x < bar_width;
-        return window_.scroll_bar_press();
+        on_vertical_bar_ = event_.x - object.x < scroll_bar_width;
+        return window_.scroll_bar_press(event_);
       case WindowPart::inside:
         break;
     }
     grip_ = Grip::text;
-    return window_.text_area_event(PointerAction::press);
+    return window_.text_area_event(event_);
   }
 
-  int held() {
+  Reply held() {
     switch (grip_) {
       case Grip::edge:
         drag_edge();
-        return serving_goes_on;
+        break;
       case Grip::scroll_bar:
         scroll_along();
-        return serving_goes_on;
+        break;
       case Grip::text:
-        return window_.text_area_event(PointerAction::motion);
+        return window_.text_area_event(event_);
       case Grip::none:
         break;
     }
-    return serving_goes_on;
+    return Reply::goes_on();
   }
 
-  int released() {
+  Reply released() {
     showmouse();
     const Grip grip = grip_;
     let_go();
     if (cur_button == 0) show_pointer_shape();
-    return grip == Grip::text ? window_.text_area_event(PointerAction::release) : serving_goes_on;
+    return grip == Grip::text ? window_.text_area_event(event_) : Reply::goes_on();
   }
 
   void let_go() {
-    if (grip_ == Grip::edge) limits_.restore();
+    clamp_while_resizing_.reset();
     grip_ = Grip::none;
     grabbed_ = Edge::none;
   }
 
-  int on_top_left_box() {
-    if (buttons == first_button) return command_run_action;
-    if (window_.stays) return serving_goes_on;
-    cxoff = X - window_.object().x;
-    cyoff = Y - window_.object().y;
-    return command_move;
+  Reply on_top_left_box() {
+    if (event_.button == first_button) return Command::run_action;
+    if (window_.stays) return Reply::goes_on();
+    return ask_to_move(window_.object(), event_).command;
   }
 
-  int on_close_box() {
+  Command on_close_box() {
     const WdFlags flags = window_.object().flags;
     // A message has no other way to go.
-    if (window_.id() == message_window_id) return command_hide;
-    if (buttons != first_button) {
-      return has(flags, WdFlags::right_close_puts_down) ? command_put_down : command_make_icon;
+    if (window_.id() == message_window_id) return Command::hide;
+    if (event_.button != first_button) {
+      return has(flags, WdFlags::right_close_puts_down) ? Command::put_down : Command::make_icon;
     }
-    if (has(flags, WdFlags::close_hides)) return command_hide;
-    return has(flags, WdFlags::close_puts_down) ? command_put_down : command_free;
+    if (has(flags, WdFlags::close_hides)) return Command::hide;
+    return has(flags, WdFlags::close_puts_down) ? Command::put_down : Command::free;
   }
 
   // The press is one step. Where it draws the edge in, the pointer is now outside and would draw
@@ -160,7 +140,8 @@ class ServeLoop {
     grip_ = Grip::edge;
     const int width = window_.object().width;
     const int height = window_.object().height;
-    limits_.narrow();
+    clamp_while_resizing_.emplace(X1mouse, Y1mouse, X2mouse, Y2mouse);
+    setmouselim(0, 0, X__max - margin_while_resizing, Y__max - margin_while_resizing);
     step_edges(grabbed_);
     lead_x_ = std::min(0, window_.object().width - width);
     lead_y_ = std::min(0, window_.object().height - height);
@@ -171,7 +152,8 @@ class ServeLoop {
   void drag_edge() {
     bool resized = false;
     for (;;) {
-      const Edge step = resize_step(window_.object(), X + lead_x_, Y + lead_y_, grabbed_);
+      const Edge step =
+          resize_step(window_.object(), event_.x + lead_x_, event_.y + lead_y_, grabbed_);
       if (step == Edge::none || step_edges(step) == Edge::none) break;
       resized = true;
     }
@@ -194,12 +176,12 @@ class ServeLoop {
   // A pointer that leaves the track still leads the thumb.
   void scroll_along() {
     WdObject& object = window_.object();
-    const int right = std::max(track_start, object.width - end_of_horizontal_track);
-    const int bottom = std::max(track_start, object.height - end_of_vertical_track);
-    const int x = std::clamp(X - object.x, track_start, right);
-    const int y = std::clamp(Y - object.y, track_start, bottom);
-    check_scrolling(object, window_.scroll, object.x + (on_vertical_bar_ ? bar_middle : x),
-                    object.y + (on_vertical_bar_ ? y : bar_middle), false, window_.frame_colour);
+    const int x = on_vertical_bar_ ? scroll_bar_middle
+                                   : horizontal_track(object.width).nearest(event_.x - object.x);
+    const int y = on_vertical_bar_ ? vertical_track(object.height).nearest(event_.y - object.y)
+                                   : scroll_bar_middle;
+    check_scrolling(object, window_.scroll, object.x + x, object.y + y, false,
+                    window_.frame_colour);
   }
 
   void show_scrolling() {
@@ -212,7 +194,7 @@ class ServeLoop {
 
   void show_pointer_shape() {
     if (has(window_.object().flags, WdFlags::fixed_size)) return;
-    const Edge edge = check_resizing(window_.object(), X, Y);
+    const Edge edge = check_resizing(window_.object(), event_.x, event_.y);
     const bool right = (edge & (Edge::wider | Edge::narrower)) != Edge::none;
     const bool bottom = (edge & (Edge::taller | Edge::shorter)) != Edge::none;
     if (right && bottom) return Arrow4Cursor();
@@ -221,7 +203,8 @@ class ServeLoop {
   }
 
   ServedWindow& window_;
-  PointerLimits limits_;
+  PointerEvent event_;  // the one that is being handled
+  std::optional<Kept<int, int, int, int>> clamp_while_resizing_;
   Grip grip_ = Grip::none;
   Edge grabbed_ = Edge::none;
   int lead_x_ = 0, lead_y_ = 0;  // by how much the press has drawn the edges in, pixels, negative
@@ -244,8 +227,8 @@ void ServedWindow::write_with(int ink, int paper) {
   use_default_font();
 }
 
-int serve_window(ServedWindow& window) {
-  return ServeLoop(window).run();
+Served serve_window(ServedWindow& window, const PointerEvent& press) {
+  return ServeLoop(window).run(press);
 }
 
 void paint_window(ServedWindow& window) {

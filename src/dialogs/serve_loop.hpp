@@ -5,13 +5,34 @@
 // edge is grabbed until the release) and the two boxes. The text area is the window's own.
 #pragma once
 
-#include "dialogs/click_gestures.hpp"
+#include <optional>
+
+#include "wm/command.hpp"
 #include "wm/window_shape.hpp"
 
 namespace torve {
 
-/// What a window answers to a press or motion: a command of the engine, or this.
-inline constexpr int serving_goes_on = 1000;
+/// What a window answers to an event: that serving goes on, that it does but what is left of the
+/// present press means nothing any more, or that it ends with a command of the engine.
+class Reply {
+ public:
+  Reply(Command command) : command_(command) {}
+  [[nodiscard]] static Reply goes_on() { return {}; }
+  [[nodiscard]] static Reply press_is_spent() {
+    Reply reply;
+    reply.press_is_spent_ = true;
+    return reply;
+  }
+
+  [[nodiscard]] const std::optional<Command>& command() const { return command_; }
+  [[nodiscard]] bool spends_press() const { return press_is_spent_; }
+
+ private:
+  Reply() = default;
+
+  std::optional<Command> command_;
+  bool press_is_spent_ = false;
+};
 
 /// A window as the loop sees it.
 class ServedWindow {
@@ -38,9 +59,9 @@ class ServedWindow {
   virtual void before_resizing() {}
   virtual void resized(Edge) {}
   /// A press on a scroll bar, which has scrolled already.
-  virtual int scroll_bar_press() { return serving_goes_on; }
+  virtual Reply scroll_bar_press(const PointerEvent&) { return Reply::goes_on(); }
   /// A press, motion or release of a press that began in the text area.
-  virtual int text_area_event(PointerAction) { return serving_goes_on; }
+  virtual Reply text_area_event(const PointerEvent&) { return Reply::goes_on(); }
 
   ScrollState scroll;
   int frame_colour = 0;
@@ -56,9 +77,8 @@ class ServedWindow {
   int id_;
 };
 
-/// Serves the press that is going on (buttons, X, Y hold it) and those that follow. The result is
-/// a command of the engine.
-int serve_window(ServedWindow& window);
+/// Serves a press and those that follow.
+Served serve_window(ServedWindow& window, const PointerEvent& press);
 
 /// Paints the whole window, as put and refresh ask for. The caller has seen to the background.
 void paint_window(ServedWindow& window);

@@ -29,9 +29,8 @@ constexpr int delay_count = 10'000;
 
 const DisplayBackend* backend = nullptr;
 void (*close_handler)() = nullptr;
-int held_button = 0;  // the held button's own number, which tells 2 from 3
-bool mouse_event_handled = false;
-bool press_waits = false;  // report is a press that the next readmouse is to report
+int held_button = 0;  // the held button's own number, which tells 2 from 3; cur_button follows it
+bool press_waits = false;  // last_event is a press that is to be reported next
 
 [[maybe_unused]] const bool initialised = (reset_input(), true);
 
@@ -52,8 +51,10 @@ bool counts(const InputEvent& event) {
   return ends_held_button(event) || event.type == Type::motion;
 }
 
-int button_number(const InputEvent& event) {
-  return event.button == 3 ? 2 : event.button;
+// The middle and the right button count as one.
+void hold(int button) {
+  held_button = button;
+  cur_button = std::min(button, second_button);
 }
 
 void note_key(const InputEvent& event) {
@@ -90,13 +91,40 @@ void next_event() {
   handle_window_event(report);
 }
 
-void release_button() {
-  cur_button = held_button = 0;
+PointerAction action_of(const InputEvent& event) {
+  if (event.type == Type::press) return PointerAction::press;
+  // A motion without a button: somebody who waited for keys has read the release.
+  return event.type == Type::motion && cur_button != 0 ? PointerAction::motion
+                                                       : PointerAction::release;
 }
 
-void clamp_position(int& x, int& y) {
-  x = std::max(X1mouse, std::min(report.x, X2mouse));
-  y = std::max(Y1mouse, std::min(report.y, Y2mouse));
+// The event that has been read, as one of the mouse.
+PointerEvent handle_pointer() {
+  PointerEvent event = {.button = cur_button};
+  if (!counts(report)) return event;
+  event.action = action_of(report);
+  event.x = std::max(X1mouse, std::min(report.x, X2mouse));
+  event.y = std::max(Y1mouse, std::min(report.y, Y2mouse));
+  event.time = report.time;
+  if (report.type == Type::motion) return event;
+  hold(report.type == Type::press ? report.button : 0);
+  event.button = cur_button;
+  oldX = event.x;
+  oldY = event.y;
+  if (event.action == PointerAction::press) flush_mouse();
+  return event;
+}
+
+PointerEvent next_event_of_pointer() {
+  if (backend == nullptr) return {.button = cur_button};
+  if (press_waits) {
+    report = last_event;
+    press_waits = false;
+  } else {
+    next_event();
+  }
+  if (report.type == Type::key) note_key(report);
+  return handle_pointer();
 }
 
 void forget_report() {
@@ -115,7 +143,7 @@ void set_display_backend(const DisplayBackend* replacement) {
 
 void reset_input() {
   buttons = X = Y = oldX = oldY = 0;
-  cur_button = held_button = 0;
+  hold(0);
   press_waits = false;
   last_event = {};
   mouse_off = 0;
@@ -131,33 +159,27 @@ void set_close_handler(void (*handler)()) {
   close_handler = handler;
 }
 
-int readmouse(int* button, int* x, int* y) {
-  *button = cur_button;
-  if (backend == nullptr) return 0;
-  if (press_waits) {
-    report = last_event;
-    press_waits = false;
-  } else {
-    next_event();
-  }
-  if (report.type == Type::key) note_key(report);
-  mouse_event_handled = counts(report);
-  if (!mouse_event_handled) return 0;
-  clamp_position(*x, *y);
-  if (report.type != Type::motion) {
-    const bool pressed = report.type == Type::press;
-    cur_button = pressed ? button_number(report) : 0;
-    held_button = pressed ? report.button : 0;
-    oldX = *x;
-    oldY = *y;
-    if (pressed) flush_mouse();
-  }
-  *button = cur_button;
-  return 0;
+PointerEvent next_pointer_event() {
+  const PointerEvent event = next_event_of_pointer();
+  buttons = event.button;
+  if (event.action == PointerAction::none) return event;
+  X = event.x;
+  Y = event.y;
+  return event;
 }
 
-bool last_event_was_mouse() {
-  return mouse_event_handled;
+PointerEvent present_pointer() {
+  return {
+      .action = PointerAction::press, .button = buttons, .x = X, .y = Y, .time = last_event.time};
+}
+
+int readmouse(int* button, int* x, int* y) {
+  const PointerEvent event = next_event_of_pointer();
+  *button = event.button;
+  if (event.action == PointerAction::none) return 0;
+  *x = event.x;
+  *y = event.y;
+  return 0;
 }
 
 namespace {
@@ -167,7 +189,7 @@ bool wait_for_key(bool press_counts) {
   press_waits = false;
   for (;;) {
     next_event();
-    if (ends_held_button(report)) release_button();
+    if (ends_held_button(report)) hold(0);
     if (press_counts && is_press(report)) return false;
     if (report.type == Type::key && !report.is_modifier) return true;
   }
@@ -191,7 +213,7 @@ int getch_or_press() {
   if (backend == nullptr) return getch();
   if (wait_for_key(true)) return take_key();
   // Whoever reads it next has not seen the press before this one end.
-  release_button();
+  hold(0);
   press_waits = true;
   return press_instead_of_key;
 }

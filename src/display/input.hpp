@@ -5,6 +5,8 @@
 // button while it is held, then a release with button 0. One event record serves all readers.
 #pragma once
 
+#include <cstdint>
+
 #include "display/backend.hpp"
 
 namespace torve {
@@ -12,6 +14,20 @@ namespace torve {
 /// Values of `buttons`, and of what handlers get of it.
 inline constexpr int first_button = 1;   // left
 inline constexpr int second_button = 2;  // middle or right
+
+/// An event of the mouse, as it is handed on.
+enum class PointerAction {
+  none,  // the event was none of the mouse's, or of a button that does not count
+  press,
+  motion,   // of the button that is held
+  release,  // also a motion when the release has been missed
+};
+struct PointerEvent {
+  PointerAction action = PointerAction::none;
+  int button = 0;          // pressed or held: first_button, second_button; 0 after the release
+  int x = 0, y = 0;        // inside the clamp, pixels
+  std::uint32_t time = 0;  // the server's clock, milliseconds; it may wrap round
+};
 
 // State.
 extern int buttons;            // button of the event handled last; 0 for none
@@ -33,10 +49,17 @@ void reset_input();
 /// What a request to close the window does, whoever reads it.
 void set_close_handler(void (*handler)());
 
-/// Waits for the next event and handles it; returns 0. A press, release or motion sets the three
-/// outputs; any other event sets `*button` to the button that is still held and leaves the
-/// position. The wheel is ignored, and so is a second button while one is held. A second press of
-/// the held button is reported as a press: its release was lost on the way.
+/// Waits for the next event and handles it. The wheel is no event of the mouse, nor is a second
+/// button while one is held. A second press of the held button is a press: its release was lost on
+/// the way. `buttons`, X and Y are set as readmouse sets its outputs.
+PointerEvent next_pointer_event();
+
+/// A press as `buttons`, X and Y hold one, for procedures that are not handed their event.
+[[nodiscard]] PointerEvent present_pointer();
+
+/// next_pointer_event with outputs of the caller's; returns 0. A press, release or motion sets the
+/// three outputs; any other event sets
+/// `*button` to the button that is still held and leaves the position.
 int readmouse(int* button, int* x, int* y);
 
 /// Waits for a key press and returns its first character, 0 for keys that give none. Mouse events
@@ -49,10 +72,6 @@ int getch();
 /// press is last_event, and the next readmouse reports it unless it is dropped by flush_mouse.
 inline constexpr int press_instead_of_key = -1000;
 int getch_or_press();
-
-/// Whether the event that readmouse handled last was a press, release or motion of a button that
-/// counts.
-[[nodiscard]] bool last_event_was_mouse();
 
 /// Handles what has arrived without waiting for more: repaints after expose events, notes a new
 /// window size, leaves presses and keys for later. Long computations call it at progress lines.

@@ -26,9 +26,7 @@ namespace {
 void reset_screen_state() {
   X__max = screen_width - 1;
   Y__max = screen_height - 1;
-  X1_min = Y1_min = 0;
-  X1_max = X__max;
-  Y1_max = Y__max;
+  open_drawing_area();
   xxmin = yymin = 0;
   xxmax = X__max;
   yymax = Y__max;
@@ -42,6 +40,32 @@ void reset_screen_state() {
   term = text_screen;
   window_width = screen_width;
   window_height = screen_height;
+}
+
+Rect drawing_area() {
+  return {X1_min, Y1_min, X1_max, Y1_max};
+}
+
+void set_drawing_area(const Rect& area) {
+  X1_min = area.x1;
+  Y1_min = area.y1;
+  X1_max = area.x2;
+  Y1_max = area.y2;
+}
+
+Rect figure_area() {
+  return {xxmin, yymin, xxmax, yymax};
+}
+
+void set_figure_area(const Rect& area) {
+  xxmin = area.x1;
+  yymin = area.y1;
+  xxmax = area.x2;
+  yymax = area.y2;
+}
+
+void open_drawing_area() {
+  set_drawing_area({0, 0, X__max, Y__max});
 }
 
 }  // namespace torve

@@ -1,6 +1,9 @@
 // The drawing state that all rooms share: limits, text cursor, default colours.
 #pragma once
 
+#include "base/kept.hpp"
+#include "base/rect.hpp"
+
 namespace torve {
 
 /// Values of `term`.
@@ -24,5 +27,23 @@ extern int window_width, window_height;  // the window's size, pixels; written b
 
 /// Every variable above to its start value.
 void reset_screen_state();
+
+/// The current drawing area as one value, and the area open to figures. Whether the lower right
+/// corner belongs to an area is up to who draws in it; figures leave it out.
+[[nodiscard]] Rect drawing_area();
+void set_drawing_area(const Rect& area);
+[[nodiscard]] Rect figure_area();
+void set_figure_area(const Rect& area);
+
+/// The whole drawing surface, its last column and row included, as the current drawing area.
+void open_drawing_area();
+
+/// Guards that put the two areas back at their end.
+[[nodiscard]] inline Kept<int, int, int, int> kept_drawing_area() {
+  return Kept(X1_min, Y1_min, X1_max, Y1_max);
+}
+[[nodiscard]] inline Kept<int, int, int, int> kept_figure_area() {
+  return Kept(xxmin, yymin, xxmax, yymax);
+}
 
 }  // namespace torve

@@ -6,20 +6,15 @@
 #include "display/screen_image.hpp"
 #include "draw/pixels.hpp"
 #include "draw/rectangles.hpp"
+#include "draw/scroll_bar.hpp"
 
 namespace torve {
 
 namespace {
 
-constexpr int bar_width = 10;         // from the outer frame line to the inner one
-constexpr int thumb_size = 4;         // of the thumb's block and of a title box
-constexpr int thumb_cleared = 5;      // block and highlight
-constexpr int thumb_inset = 3;        // from a bar's edge to its thumb
-constexpr int track_start = 22;       // from a window's corner to the first thumb position
-constexpr int vertical_track = 39;    // what a window's height exceeds its track by
-constexpr int horizontal_track = 49;  // the same for its width
-constexpr int arrow_size = 9;
-constexpr int full_scale_bits = 7;  // fractions count 1/128
+constexpr int bar_width = 10;  // from the outer frame line to the inner one
+constexpr int block_size = 4;  // of a thumb and of a title box, pixels, without the highlight
+constexpr int box_inset = 3;   // from the frame to a title box
 constexpr int last_shaded_colour = 4;
 constexpr int first_extra_shade = 16;
 constexpr int thumb_erase_colour = 16;
@@ -45,7 +40,7 @@ void column(int x, int y1, int y2, std::uint32_t pixel) {
 void title_box(int x, int y, int highlight_length, std::uint32_t frame) {
   column(x, y, y + 3, highlight());
   row(x, x + highlight_length - 1, y, highlight());
-  fillbox3(x + 1, y + 1, thumb_size, thumb_size, frame);
+  fillbox3(x + 1, y + 1, block_size, block_size, frame);
 }
 
 void draw_frame_lines(int x, int y, int height, int width, std::uint32_t frame) {
@@ -68,20 +63,20 @@ void draw_frame_lines(int x, int y, int height, int width, std::uint32_t frame) 
   column(right - 3, y + bar_width + 1, bottom - 3, frame);
   column(right - bar_width, y + 1, y + 9, frame);
   column(right - bar_width - 1, y + 1, y + 9, light);
-  title_box(x + thumb_inset, y + thumb_inset, 4, frame);
-  title_box(right - 7, y + thumb_inset, 7, frame);
+  title_box(x + box_inset, y + box_inset, 4, frame);
+  title_box(right - 7, y + box_inset, 7, frame);
   mark_dirty({x, y, right + 1, bottom + 1});
 }
 
 int fraction(int position, int range) {
   if (range < 1) return 0;
-  return static_cast<int>((std::int64_t{position} << full_scale_bits) / range);
+  return static_cast<int>((std::int64_t{position} << scroll_full_scale_bits) / range);
 }
 
 void draw_thumb(int x, int y, std::uint32_t pixel) {
-  fillbox2(x, y, 1, thumb_size, highlight());
-  fillbox2(x, y, thumb_size, 1, highlight());
-  fillbox2(x + 1, y + 1, thumb_size, thumb_size, pixel);
+  fillbox2(x, y, 1, block_size, highlight());
+  fillbox2(x, y, block_size, 1, highlight());
+  fillbox2(x + 1, y + 1, block_size, block_size, pixel);
 }
 
 std::uint32_t pixel_or_black(int colour) {
@@ -114,9 +109,9 @@ void putWinFrame(int x, int y, int height, int width, int xpos, int ypos, int xr
 
 void putVertArrows(int x, int y, int length, int colour) {
   const std::uint32_t pixel = shaded_pixel(colour);
-  for (int i = 0; i < arrow_size; ++i) {
+  for (int i = 0; i < scroll_arrow_size; ++i) {
     const int inset = (i + 1) / 2;
-    const int columns = arrow_size - 2 * inset;
+    const int columns = scroll_arrow_size - 2 * inset;
     fillbox2(x + inset, y + 8 - i, columns, 1, pixel);
     fillbox2(x + inset, y + length + i - 8, columns, 1, pixel);
   }
@@ -124,7 +119,7 @@ void putVertArrows(int x, int y, int length, int colour) {
 
 void putHorArrows(int x, int y, int length, int colour) {
   const std::uint32_t pixel = shaded_pixel(colour);
-  for (int i = 0; i < arrow_size; ++i) {
+  for (int i = 0; i < scroll_arrow_size; ++i) {
     const int rows = 2 * (i / 2) + 1;
     fillbox2(x + i, y + 4 - i / 2, 1, rows, pixel);
     fillbox2(x + length - i, y + 4 - i / 2, 1, rows, pixel);
@@ -133,24 +128,22 @@ void putHorArrows(int x, int y, int length, int colour) {
 
 void update_yscrollbar(int* position, int new_position, int erase_colour, int colour, int x, int y1,
                        int y2) {
-  const auto thumb_row = [=](int at) {
-    return y1 + track_start + ((at * (y2 - y1 - vertical_track)) >> full_scale_bits);
-  };
-  fillbox2(x + thumb_inset, thumb_row(*position), thumb_cleared, thumb_cleared,
+  const ScrollTrack track = vertical_track(y2 - y1 + 1);
+  const int left = x + scroll_thumb_inset;
+  fillbox2(left, y1 + track.thumb_at(*position), scroll_thumb_size, scroll_thumb_size,
            pixel_or_black(erase_colour));
   *position = new_position;
-  draw_thumb(x + thumb_inset, thumb_row(new_position), pixel_or_black(colour));
+  draw_thumb(left, y1 + track.thumb_at(new_position), pixel_or_black(colour));
 }
 
 void update_xscrollbar(int* position, int new_position, int erase_colour, int colour, int x1,
                        int x2, int y) {
-  const auto thumb_column = [=](int at) {
-    return x1 + track_start + ((at * (x2 - x1 - horizontal_track)) >> full_scale_bits);
-  };
-  fillbox2(thumb_column(*position), y + thumb_inset, thumb_cleared, thumb_cleared,
+  const ScrollTrack track = horizontal_track(x2 - x1);
+  const int top = y + scroll_thumb_inset;
+  fillbox2(x1 + track.thumb_at(*position), top, scroll_thumb_size, scroll_thumb_size,
            shaded_or_black(erase_colour));
   *position = new_position;
-  draw_thumb(thumb_column(new_position), y + thumb_inset, shaded_or_black(colour));
+  draw_thumb(x1 + track.thumb_at(new_position), top, shaded_or_black(colour));
 }
 
 }  // namespace torve

@@ -84,6 +84,12 @@ void use_default_font() {
   if (curfnt != defaultfont && init_font(defaultfont) != 0) return;
 }
 
+KeptFont::KeptFont() : font_(curfnt) {}
+
+KeptFont::~KeptFont() {
+  if (font_ != 0 && curfnt != font_) static_cast<void>(init_font(font_));
+}
+
 void displaychar(int x, int y, int rows, int fg, int bg, int, const std::uint8_t* glyph) {
   if (!have_screen_image()) return;
   const std::uint32_t ink = colour_pixel(fg);

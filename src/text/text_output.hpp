@@ -19,6 +19,18 @@ void reset_text_state();
 /// Makes the default font current, if it is not.
 void use_default_font();
 
+/// While one lives another font may be made current; at its end the one of its start is again.
+class KeptFont {
+ public:
+  KeptFont();
+  ~KeptFont();
+  KeptFont(const KeptFont&) = delete;
+  KeptFont& operator=(const KeptFont&) = delete;
+
+ private:
+  int font_;
+};
+
 /// One glyph of `rows` rows at (x, y): set bits in colour fg, clear bits in colour bg, or left
 /// alone when bg is `nocolor`. `line_length` is not used.
 void displaychar(int x, int y, int rows, int fg, int bg, int line_length,

@@ -26,10 +26,6 @@ constexpr int no_picture_buffer = 100;
 constexpr int out_of_memory = 2;
 constexpr std::uint32_t outline_pixel = 0;
 
-PlaneLayout layout_of(const WdObject& object) {
-  return {gplanes, object.background_row_bytes, object.background_line_bytes};
-}
-
 // One line more than the picture has: copies by whole bytes may read behind its last row.
 std::size_t background_bytes(const WdObject& object) {
   return static_cast<std::size_t>(object.background_rows + 1) *
@@ -81,13 +77,13 @@ bool obtain_background(WdObject& object) {
 }
 
 void save_canvas(WdObject& object) {
-  save_buf2c(object.x, object.y, object.width, object.height, layout_of(object),
+  save_buf2c(object.x, object.y, object.width, object.height, background_layout(object),
              background_of(object));
   object.painted = true;
 }
 
 void restore_canvas(WdObject& object) {
-  draw_buf2c(object.x, object.y, object.width, object.height, layout_of(object),
+  draw_buf2c(object.x, object.y, object.width, object.height, background_layout(object),
              background_of(object));
   object.painted = false;
 }
@@ -191,6 +187,15 @@ int change_background(int id) {
   return 0;
 }
 
+PlaneLayout background_layout(const WdObject& object) {
+  return {gplanes, object.background_row_bytes, object.background_line_bytes};
+}
+
+void take_picture_off(int id) {
+  WdObject& object = wd(id);
+  if (object.painted && covered_pixels(object) != nullptr) restore_canvas(object);
+}
+
 int fg_to_fgbuf(int id) try {
   if (!is_wd_id(id)) {
     illegal_pointer(bad_id_in_move);
@@ -205,7 +210,7 @@ int fg_to_fgbuf(int id) try {
     return 1;
   }
   fgbuffer.resize(std::max(fgbuffer.size(), background_bytes(object)));
-  save_buf2c(object.x, object.y, object.width, object.height, layout_of(object), fgbuffer);
+  save_buf2c(object.x, object.y, object.width, object.height, background_layout(object), fgbuffer);
   picture_owner = id;
   return 0;
 } catch (const std::bad_alloc&) {
@@ -213,13 +218,9 @@ int fg_to_fgbuf(int id) try {
 }
 
 void movingPicture(int x, int y, int mode, int id) {
+  if (mode == 2) return take_picture_off(id);
   WdObject& object = wd(id);
-  if (covered_pixels(object) == nullptr) return;
-  if (mode == 2) {
-    if (object.painted) restore_canvas(object);
-    return;
-  }
-  if (picture_owner != id) return;
+  if (covered_pixels(object) == nullptr || picture_owner != id) return;
   if (mode == 1 && object.painted) {
     if (object.x == x && object.y == y) return;
     restore_canvas(object);
@@ -228,7 +229,7 @@ void movingPicture(int x, int y, int mode, int id) {
   object.y = y;
   keep_on_canvas(object, false);
   save_canvas(object);
-  draw_buf2c(object.x, object.y, object.width, object.height, layout_of(object), fgbuffer);
+  draw_buf2c(object.x, object.y, object.width, object.height, background_layout(object), fgbuffer);
 }
 
 void draw_outline(const Rect& rect) {

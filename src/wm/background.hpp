@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "draw/plane_copy.hpp"
 #include "wm/wd_object.hpp"
 
 namespace torve {
@@ -49,11 +50,17 @@ void release_background(WdObject& object);
 /// "change_background\n".
 int change_background(int id);
 
+/// How an object's saved picture lies in memory.
+[[nodiscard]] PlaneLayout background_layout(const WdObject& object);
+
+/// Takes an object's picture off the canvas: the pixels that it covers come back.
+void take_picture_off(int id);
+
 /// Copies the object's picture from the canvas into fgbuffer. Returns 0, or 1 (illegal_pointer(10)
 /// for an id below 1; without that buffer "no fgbuf\n", a key and illegal_pointer(100); no memory).
 int fg_to_fgbuf(int id);
 
-/// Mode 2 takes the picture off the canvas (x and y are ignored); mode 0 puts the picture of
+/// Mode 2 is take_picture_off (x and y are ignored); mode 0 puts the picture of
 /// fgbuffer at (x, y), saving what it covers; mode 1 does one after the other. Modes 0 and 1 store
 /// the position. Nothing happens without a valid picture or background.
 void movingPicture(int x, int y, int mode, int id);

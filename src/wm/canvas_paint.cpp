@@ -21,11 +21,6 @@ bool is_lifted(const WdObject& object) {
   return object.kind != kind_free && object.painted && !is_eligible(object);
 }
 
-bool is_over(int id, const WdObject& below) {
-  const auto word = static_cast<std::size_t>((id - 1) / 32);
-  return (below.over[word] >> ((id - 1) % 32) & 1U) != 0;
-}
-
 bool meet(const WdObject& object, const Rect& rect) {
   return !intersection(rect_of(object), rect).empty();
 }
@@ -33,7 +28,8 @@ bool meet(const WdObject& object, const Rect& rect) {
 bool covers_a_marked_one(int id, const Marks& marked) {
   for (int other = 1; other <= wd_object_count; ++other) {
     if (!marked[static_cast<std::size_t>(other)]) continue;
-    if (is_lifted(wd(id)) ? meet(wd(id), rect_of(wd(other))) : is_over(id, wd(other))) return true;
+    if (is_lifted(wd(id)) ? meet(wd(id), rect_of(wd(other))) : lies_over(id, wd(other)))
+      return true;
   }
   return false;
 }
@@ -65,7 +61,7 @@ int topmost(const Marks& marked) {
     if (!marked[static_cast<std::size_t>(id)]) continue;
     bool covered = false;
     for (int other = 1; other <= wd_object_count && !covered; ++other) {
-      covered = marked[static_cast<std::size_t>(other)] && is_over(other, wd(id));
+      covered = marked[static_cast<std::size_t>(other)] && lies_over(other, wd(id));
     }
     if (!covered) return id;
   }
@@ -77,10 +73,6 @@ bool shows_figures(int id) {
   return kind != nullptr && kind->shows_figures != nullptr && kind->shows_figures(id);
 }
 
-PlaneLayout layout_of(const WdObject& object) {
-  return {gplanes, object.background_row_bytes, object.background_line_bytes};
-}
-
 }  // namespace
 
 CanvasPaint::CanvasPaint(const Rect& rect, PaintOn layer) : rect_(rect), layer_(layer) {
@@ -90,8 +82,8 @@ CanvasPaint::CanvasPaint(const Rect& rect, PaintOn layer) : rect_(rect), layer_(
     const WdObject& object = wd(id);
     std::vector<std::uint8_t> picture(static_cast<std::size_t>(object.height) *
                                       static_cast<std::size_t>(object.background_line_bytes));
-    save_buf2c(object.x, object.y, object.width, object.height, layout_of(object), picture);
-    movingPicture(0, 0, 2, id);
+    save_buf2c(object.x, object.y, object.width, object.height, background_layout(object), picture);
+    take_picture_off(id);
     lifted_.push_back({id, std::move(picture)});
   }
   if (layer_ == PaintOn::base && figures.lift != nullptr) figures.lift(rect_);
@@ -106,7 +98,8 @@ CanvasPaint::~CanvasPaint() {
       refresh_one_wd_object(lifted->id);
       continue;
     }
-    draw_buf2c(object.x, object.y, object.width, object.height, layout_of(object), lifted->picture);
+    draw_buf2c(object.x, object.y, object.width, object.height, background_layout(object),
+               lifted->picture);
   }
 }
 
@@ -115,7 +108,7 @@ void set_figure_hooks(const FigureHooks& hooks) {
 }
 
 void refresh_figures(const Rect& rect) {
-  const Rect part = intersection(rect, {xxmin, yymin, xxmax, yymax});
+  const Rect part = intersection(rect, figure_area());
   if (figures.refresh != nullptr && !part.empty()) figures.refresh(part);
 }
 

@@ -17,7 +17,6 @@ namespace torve {
 int popwindow = 0;
 int moving = 0;
 int as_rectangle = 0;
-int cxoff = 0, cyoff = 0;
 int markershape = 0, oldmarkershape = 0;
 int debug311 = 0;
 
@@ -30,10 +29,12 @@ constexpr int margin_after_move = 5;   // rows at the bottom that the pointer ca
 // Whose the press is that is going on.
 enum class Owner { nobody, object, canvas, spent };
 Owner owner = Owner::nobody;
-bool press_began = false;
+int lifted = 0;                 // the object that is out of the books, 0 for none
 bool move_has_picture = false;  // fgbuffer holds the picture of the object being moved
 
 EngineHooks hooks;
+
+using Result = EngineRound::Result;
 
 [[gnu::format(printf, 1, 2)]] void trace(const char* format, ...) {
   if (debug311 == 0) return;
@@ -43,28 +44,28 @@ EngineHooks hooks;
   va_end(arguments);
 }
 
-void toggle_off_screen(int id) {
-  wd(id).flags = wd(id).flags ^ WdFlags::off_screen;
-}
-
 void lift(int id) {
   trace("taking popwindow=%d up\n", id);
-  toggle_off_screen(id);
-  update_over(id);
+  leave_books(id);
   if_b_opt_bgfromfile(id);
+  lifted = id;
+}
+
+// The lifted object lies in its place, or is gone: what has waited for that may come.
+void end_lift() {
+  lifted = 0;
+  if (hooks.object_put_down != nullptr) hooks.object_put_down();
 }
 
 void put_down(int id) {
   if_b_opt_bgtofile(id);
-  toggle_off_screen(id);
-  update_over(id);
-  if (hooks.object_put_down != nullptr) hooks.object_put_down();
+  enter_books(id);
+  end_lift();
 }
 
 void end_press() {
   showmouse();
   owner = Owner::nobody;
-  press_began = false;
 }
 
 // --- moving -------------------------------------------------------------------------------------
@@ -85,24 +86,27 @@ void show_outline_at(int x, int y) {
   draw_outline(place);
 }
 
-void follow_pointer() {
+void follow_pointer(const PointerEvent& pointer) {
   trace("moving true, moving=%d\n", moving);
   if (!move_has_picture) return;
   WdObject& object = wd(moving);
   if (as_rectangle != 0) {
     trace("as rectangle\n");
-    if (std::abs(X - object.x) <= outline_slack && std::abs(Y - object.y) <= outline_slack) return;
+    if (std::abs(pointer.x - object.x) <= outline_slack &&
+        std::abs(pointer.y - object.y) <= outline_slack) {
+      return;
+    }
     erase_outline();
-    show_outline_at(X, Y);
+    show_outline_at(pointer.x, pointer.y);
     return;
   }
   trace("not as rectangle\n");
-  const Rect place = place_of_move(X - cxoff, Y - cyoff);
+  const Rect place = place_of_move(pointer.x - cxoff, pointer.y - cyoff);
   if (!has(object.flags, WdFlags::outline_move)) {
     movingPicture(place.x1, place.y1, 1, moving);
     return;
   }
-  movingPicture(place.x1, place.y1, 2, moving);
+  take_picture_off(moving);
   show_outline_at(place.x1, place.y1);
   as_rectangle = 1;
 }
@@ -127,15 +131,15 @@ void end_move() {
   setmouselim(0, 0, X__max, Y__max - margin_after_move);
 }
 
-int start_move() {
+EngineRound start_move() {
   trace("command=-4, moving\n");
   moving = popwindow;
   const WdObject& object = wd(moving);
   setmouselim(0, 0, X__max - object.width, Y__max - object.height);
   move_has_picture = fg_to_fgbuf(moving) == 0;
-  if (move_has_picture) return engine_idle;
+  if (move_has_picture) return {};
   setmouselim(0, 0, X__max, Y__max);
-  return engine_move_failed;
+  return {.result = Result::move_failed};
 }
 
 // --- commands -----------------------------------------------------------------------------------
@@ -145,111 +149,119 @@ void put_popwindow_down() {
   owner = Owner::spent;
 }
 
-// The object went down because of a press beside it; the press is for what lies there.
-bool press_was_beside() {
-  return !rect_of(wd(popwindow)).contains(X, Y);
-}
-
-int offer_to_canvas() {
+EngineRound offer_to_canvas(const PointerEvent& press) {
   showmouse();
   owner = Owner::canvas;
-  press_began = true;
-  return engine_canvas_press;
+  return {.result = Result::canvas_press, .press = press};
 }
 
-int begin_press();
+EngineRound begin_press(const PointerEvent& press);
 
-int put_down_on_command() {
+// A press beside the object is for what lies there.
+EngineRound put_down_on_command(const PointerEvent& press) {
   trace("command=-2, putting popwindow down\n");
-  const bool beside = press_was_beside();
+  const bool beside = !rect_of(wd(popwindow)).contains(press.x, press.y);
   put_popwindow_down();
   showmouse();
-  if (!beside || buttons == 0) return engine_canvas_press;
-  return an_object_is_at(X, Y) ? begin_press() : offer_to_canvas();
+  if (!beside || press.button == 0) return {.result = Result::put_down};
+  return an_object_is_at(press.x, press.y) ? begin_press(press) : offer_to_canvas(press);
 }
 
-int act_on(int command) {
-  switch (command) {
-    case command_put_down:
-      return put_down_on_command();
-    case command_move:
+void shrink_to_icon() {
+  trace("command=-3, make menu to an icon\n");
+  if (!make_icon(popwindow)) no_memory();
+  put_popwindow_down();
+  popwindow = 0;
+}
+
+void free_popwindow() {
+  trace("command=-1 free popwindow \n");
+  free_one_wd_object(popwindow);
+  owner = Owner::spent;
+  popwindow = 0;
+  end_lift();
+  flush_mouse();
+  delay(pause_after_free);
+}
+
+void hide_popwindow() {
+  trace("command=-5 move popwindow and put it down \n");
+  take_picture_off(popwindow);
+  owner = Owner::spent;
+  popwindow = 0;
+  end_lift();
+}
+
+EngineRound act_on(const Served& served) {
+  switch (served.command) {
+    case Command::put_down:
+      return put_down_on_command(served.last);
+    case Command::move:
       return start_move();
-    case command_make_icon:
-      trace("command=-3, make menu to an icon\n");
-      if (make_icon(popwindow) != 0) no_memory();
-      put_popwindow_down();
-      popwindow = 0;
-      return engine_idle;
-    case command_free:
-      trace("command=-1 free popwindow \n");
-      free_one_wd_object(popwindow);
-      owner = Owner::spent;
-      popwindow = 0;
-      if (hooks.object_put_down != nullptr) hooks.object_put_down();
-      flush_mouse();
-      delay(pause_after_free);
-      return engine_idle;
-    case command_hide:
-      trace("command=-5 move popwindow and put it down \n");
-      movingPicture(0, 0, 2, popwindow);
-      owner = Owner::spent;
-      popwindow = 0;
-      if (hooks.object_put_down != nullptr) hooks.object_put_down();
-      return engine_idle;
-    case command_run_action:
+    case Command::make_icon:
+      shrink_to_icon();
+      break;
+    case Command::free:
+      free_popwindow();
+      break;
+    case Command::hide:
+      hide_popwindow();
+      break;
+    case Command::run_action:
       trace("command=0 put popwindow down, call operations \n");
       put_popwindow_down();
-      return engine_run_action;
-    case command_missing_file:
+      return {.result = Result::run_action, .object = popwindow};
+    case Command::missing_file:
       put_popwindow_down();
       cannot_find_file(wd(popwindow).name);
-      return engine_idle;
-    case command_no_memory:
+      break;
+    case Command::no_memory:
       put_popwindow_down();
       no_memory();
-      return engine_idle;
-    default:
+      break;
+    case Command::put_down_only:
       put_popwindow_down();
-      return engine_idle;
+      break;
   }
+  return {};
 }
 
-int serve() {
+EngineRound serve(const PointerEvent& press) {
   trace("to serve_wd_objects with popwindow=%d\n", popwindow);
-  const int command = serve_wd_objects(popwindow - 1);
-  trace("served popwindow=%d, command=%d\n", popwindow, command);
+  const Served served = serve_object(popwindow, press);
+  trace("served popwindow=%d, command=%d\n", popwindow, static_cast<int>(served.command));
   if (popwindow == 0) {  // freed by its own kind
     owner = Owner::spent;
-    return engine_idle;
+    return {};
   }
-  const int result = act_on(command);
+  const EngineRound round = act_on(served);
   // A serve waits for events of its own and may have seen the release.
   if (cur_button == 0 && moving == 0 && owner != Owner::canvas) end_press();
   if (cur_button == 0 && moving != 0) end_move();
-  return result;
+  return round;
 }
 
-// A press has begun at X, Y.
-int begin_press() {
+EngineRound begin_press(const PointerEvent& press) {
   trace("buttons pressed, mouse off, calling bring_to_top\n");
   hidemouse();
   int covered = 0;
   // The message goes away when anything else is touched, before that is raised.
-  if (any_window_under(X, Y, &covered) != message_window_id && an_object_is_at(X, Y)) {
+  if (any_window_under(press.x, press.y, &covered) != message_window_id &&
+      an_object_is_at(press.x, press.y)) {
     hide_errormsg();
   }
-  const bool on_object = an_object_is_at(X, Y);
-  popwindow = bring_to_top(X, Y);
+  const bool on_object = an_object_is_at(press.x, press.y);
+  popwindow = bring_to_top(press.x, press.y);
   trace("bring_to_top found popwindow=%d\n", popwindow);
   if (popwindow == 0) {
-    if (!on_object) return offer_to_canvas();
+    if (!on_object) return offer_to_canvas(press);
     owner = Owner::spent;  // a permanent object lies there and stays where it is
-    return engine_idle;
+    return {};
   }
   lift(popwindow);
   moving = 0;
   owner = Owner::object;
-  return serve();
+  return serve(press);
 }
 
 void finish_press() {
@@ -266,13 +278,20 @@ void finish_press() {
   end_press();
 }
 
-int continue_press() {
-  press_began = false;
-  if (moving != 0) {
-    follow_pointer();
-    return engine_idle;
-  }
-  return owner == Owner::canvas ? engine_canvas_press : engine_idle;
+EngineRound continue_press(const PointerEvent& pointer) {
+  if (moving != 0) follow_pointer(pointer);
+  if (moving != 0 || owner != Owner::canvas) return {};
+  return {.result = Result::canvas_press, .press = pointer};
+}
+
+// An object has been freed: if it was being served or moved, nothing is any more.
+void forget_served_object(int id) {
+  if (lifted == id) lifted = 0;
+  if (popwindow == id) popwindow = 0;
+  if (moving != id) return;
+  if (as_rectangle != 0) erase_outline();
+  moving = as_rectangle = 0;
+  setmouselim(0, 0, X__max, Y__max - margin_after_move);
 }
 
 }  // namespace
@@ -292,49 +311,53 @@ int init_engine(int last) {
   resetmouse();
   setmouselim(0, 0, X__max, Y__max);
   setmouse((X__max + 1) / 2, (Y__max + 1) / 2);
-  moving = popwindow = as_rectangle = 0;
+  moving = popwindow = as_rectangle = lifted = 0;
+  set_freed_handler(forget_served_object);
   end_press();
   return 0;
 }
 
-int do_operations() {
-  readmouse(&buttons, &X, &Y);
-  if (!last_event_was_mouse()) return engine_idle;
-  if (last_event.type == InputEvent::Type::press) {
-    // A release that got lost is made up for before the next press.
-    if (owner != Owner::nobody) finish_press();
-    return begin_press();
+EngineRound engine_round() {
+  const PointerEvent event = next_pointer_event();
+  switch (event.action) {
+    case PointerAction::none:
+      return {.result = last_event.type == InputEvent::Type::key ? Result::key : Result::nothing};
+    case PointerAction::press:
+      // A release that got lost is made up for before the next press.
+      if (owner != Owner::nobody) finish_press();
+      return begin_press(event);
+    case PointerAction::motion:
+      return owner == Owner::nobody ? EngineRound{} : continue_press(event);
+    case PointerAction::release:
+      if (owner != Owner::nobody) finish_press();
+      break;
   }
-  if (buttons != 0) return owner == Owner::nobody ? engine_idle : continue_press();
-  if (owner != Owner::nobody) finish_press();
-  return engine_idle;
+  return {};
 }
 
-bool canvas_press_began() {
-  return press_is_for_canvas() && press_began;
-}
-
-bool press_is_for_canvas() {
-  return owner == Owner::canvas;
+int do_operations() {
+  switch (engine_round().result) {
+    case Result::run_action:
+      return 1;
+    case Result::canvas_press:
+    case Result::put_down:
+      return -1;
+    case Result::move_failed:
+      return 2;
+    case Result::nothing:
+    case Result::key:
+      break;
+  }
+  return 0;
 }
 
 void spend_press() {
   buttons = 0;
-  press_began = false;
   if (owner != Owner::nobody) owner = Owner::spent;
 }
 
-void forget_served_object(int id) {
-  if (popwindow == id) popwindow = 0;
-  if (moving != id) return;
-  if (as_rectangle != 0) erase_outline();
-  moving = as_rectangle = 0;
-  setmouselim(0, 0, X__max, Y__max - margin_after_move);
-}
-
-bool an_object_is_lifted() {
-  if (moving != 0) return true;
-  return popwindow != 0 && wd(popwindow).painted && has(wd(popwindow).flags, WdFlags::off_screen);
+int lifted_object() {
+  return lifted;
 }
 
 int doubleclick_and_submenu(int* line_flags, int line_count, int x, int y, int button, int press_x,

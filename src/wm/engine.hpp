@@ -5,30 +5,29 @@
 // motion goes to the owner alone. A non-mouse event changes nothing.
 #pragma once
 
+#include "display/input.hpp"
+
 namespace torve {
 
-/// Commands that a kind's serve function returns.
-inline constexpr int command_run_action = 0;     // put down, then call the object's action
-inline constexpr int command_missing_file = 1;   // put down, report the object's name
-inline constexpr int command_no_memory = 2;      // put down, report it
-inline constexpr int command_put_down_only = 3;  // any value without a meaning of its own
-inline constexpr int command_free = -1;
-inline constexpr int command_put_down = -2;  // the press goes on to what lies beneath it
-inline constexpr int command_make_icon = -3;
-inline constexpr int command_move = -4;  // the kind has set cxoff and cyoff
-inline constexpr int command_hide = -5;
-
-/// What one round of the engine asks the main loop to do.
-inline constexpr int engine_idle = 0;
-inline constexpr int engine_run_action = 1;     // the action callback of `popwindow` is to run
-inline constexpr int engine_move_failed = 2;    // a move could not start
-inline constexpr int engine_canvas_press = -1;  // the press is for no window object
+/// What one round of the engine has come to.
+struct EngineRound {
+  enum class Result {
+    nothing,
+    run_action,    // the action callback of `object` is to run
+    canvas_press,  // `press` is for no window object; its action says whether it has just begun
+    put_down,      // an object was put down by a press on itself
+    move_failed,   // a move could not start
+    key,           // a key that nobody waited for; keysym says which
+  };
+  Result result = Result::nothing;
+  int object = 0;
+  PointerEvent press = {};
+};
 
 // State: written by the engine.
-extern int popwindow;     // the object being served, 0 for none
-extern int moving;        // the object being moved, 0 for none
-extern int as_rectangle;  // 1 while a move is shown as an outline
-extern int cxoff, cyoff;  // from a moved object's corner to the pointer; set by its kind
+extern int popwindow;                    // the object being served, 0 for none
+extern int moving;                       // the object being moved, 0 for none
+extern int as_rectangle;                 // 1 while a move is shown as an outline
 extern int markershape, oldmarkershape;  // pointer shapes asked for by resizing
 extern int debug311;                     // nonzero: the engine prints what it does
 
@@ -45,21 +44,20 @@ void set_engine_hooks(const EngineHooks& replacement);
 [[nodiscard]] int init_engine(int last);
 
 /// One round: waits for an event and handles it.
-[[nodiscard]] int do_operations();
-
-/// Whether the press that do_operations answered with engine_canvas_press has only just begun
-/// (icons are asked then only), and whether it is the canvas's at all.
-[[nodiscard]] bool canvas_press_began();
-[[nodiscard]] bool press_is_for_canvas();
+[[nodiscard]] EngineRound engine_round();
 
 /// The press that is going on has done its work: nothing happens until its release.
 void spend_press();
 
-/// An object has been freed: if it was being served or moved, nothing is any more.
-void forget_served_object(int id);
+/// The object that is out of the books because it is being served or moved, 0 for none. Nothing
+/// else may be put meanwhile.
+[[nodiscard]] int lifted_object();
 
-/// Whether the object being served is out of the books, so that nothing else may be put.
-[[nodiscard]] bool an_object_is_lifted();
+// Not used by the workbench itself.
+
+/// engine_round as a number: 1 an action of `popwindow` is to run, -1 the press is the canvas's or
+/// has put an object down, 2 a move could not start, else 0.
+[[nodiscard]] int do_operations();
 
 /// A double click on the selected line, or a drag to its right: sets bit 1 of that line's flags
 /// and returns 1, else returns 0. The first line with bit 0 counts; a button must be down with Y

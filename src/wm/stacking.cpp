@@ -24,8 +24,8 @@ constexpr int hidden = 314;
 constexpr int nothing_at_point = 32;
 constexpr int too_many = 33;
 
-std::uint32_t& over_word(WdObject& object, int id) {
-  return object.over[static_cast<std::size_t>((id - 1) / bits_per_word)];
+std::size_t over_word(int id) {
+  return static_cast<std::size_t>((id - 1) / bits_per_word);
 }
 
 std::uint32_t over_bit(int id) {
@@ -36,16 +36,12 @@ bool intersect(const WdObject& a, const WdObject& b) {
   return !intersection(rect_of(a), rect_of(b)).empty();
 }
 
-void toggle_off_screen(int id) {
-  wd(id).flags = wd(id).flags ^ WdFlags::off_screen;
-}
-
 template <typename Change>
 int for_bits_of(int id, Change change) {
   if (!is_wd_id(id)) return 1;
   for (int other = 1; other <= wd_object_count; ++other) {
     if (other == id || !is_eligible(wd(other)) || !intersect(wd(other), wd(id))) continue;
-    change(over_word(wd(other), id), over_bit(id));
+    change(wd(other).over[over_word(id)], over_bit(id));
   }
   return 0;
 }
@@ -56,11 +52,6 @@ int first_uncovered() {
     if (is_eligible(wd(id)) && over_is_zero(id - 1) != 0) return id;
   }
   return 0;
-}
-
-void take_out(int id) {
-  toggle_off_screen(id);
-  update_over(id);
 }
 
 bool refuse(int code, const char* format, int id) {
@@ -139,8 +130,7 @@ void raise_last(const StackingOrder& order, bool repaint) {
   draw_away(order);
   put_back_order(order, order.last - 1);
   if (repaint) refresh_one_wd_object(target);
-  toggle_off_screen(target);
-  update_over(target);
+  enter_books(target);
 }
 
 }  // namespace
@@ -159,6 +149,26 @@ int update_over(int id) {
 
 int force_over(int id) {
   return for_bits_of(id, [](std::uint32_t& word, std::uint32_t bit) { word &= ~bit; });
+}
+
+bool lies_over(int id, const WdObject& below) {
+  return (below.over[over_word(id)] & over_bit(id)) != 0;
+}
+
+void leave_books(int id) {
+  wd(id).flags = wd(id).flags | WdFlags::off_screen;
+  update_over(id);
+}
+
+void enter_books(int id) {
+  zero_over(id - 1);
+  wd(id).flags = wd(id).flags & ~(WdFlags::fresh | WdFlags::off_screen);
+  update_over(id);
+}
+
+void lift_out(int id) {
+  bring_any_to_top(id, 0);
+  leave_books(id);
 }
 
 int any_window_under(int x, int y, int* count) {
@@ -212,16 +222,15 @@ int find_stacking_order(int id, StackingOrder* order) {
     const int top = first_uncovered();
     order->ids[static_cast<std::size_t>(order->last)] = top == 0 ? id : top;
     if (top != 0) {
-      take_out(top);
+      leave_books(top);
       if (top == id) return 0;
       continue;
     }
     // The sets are at fault: nothing is uncovered, and yet the wanted object was not reached.
     if (has(wd(id).flags, WdFlags::off_screen)) {
       refuse(hidden, "find_stacking_order: id=%d is hidden\n", id);
-    } else {
-      toggle_off_screen(id);
     }
+    wd(id).flags = wd(id).flags | WdFlags::off_screen;
     zero_over(id - 1);
     force_over(id);
     return 0;
@@ -242,7 +251,7 @@ int find_stacking_order_by_coord(int x, int y, StackingOrder* order) {
       --order->last;
       return 1;
     }
-    take_out(top);
+    leave_books(top);
     order->ids[static_cast<std::size_t>(order->last)] = top;
     if (rect_of(wd(top)).contains(x, y)) return 0;
   }
@@ -250,9 +259,7 @@ int find_stacking_order_by_coord(int x, int y, StackingOrder* order) {
 
 int put_back_order(const StackingOrder& order, int k) {
   for (int i = k; i >= 0; --i) {
-    const int id = order.ids[static_cast<std::size_t>(i)];
-    toggle_off_screen(id);
-    update_over(id);
+    enter_books(order.ids[static_cast<std::size_t>(i)]);
   }
   return 0;
 }

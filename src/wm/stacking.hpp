@@ -1,9 +1,8 @@
 // Which object lies above which.
 //
 // There is no stack list: bit i of j's over set says that i lies above j and their rectangles
-// intersect. An eligible object whose set is empty is uncovered. update_over keeps the sets by
-// toggling, so it is called for an object at the top only, and in pairs: once when it leaves the
-// books and once when it comes back.
+// intersect. An eligible object whose set is empty is uncovered. The sets are kept by toggling, so
+// an object enters and leaves the books at the top only, and in pairs.
 #pragma once
 
 #include <array>
@@ -28,6 +27,18 @@ int update_over(int id);
 
 /// Clears id's bit there instead, to repair the sets.
 int force_over(int id);
+
+/// Whether object `id` lies above another one that is in the books, and overlaps it.
+[[nodiscard]] bool lies_over(int id, const WdObject& below);
+
+/// An object that nothing lies above leaves the books: it is off-screen and in no over set. One
+/// that is painted above everything comes back into them. The only two ways in and out.
+void leave_books(int id);
+void enter_books(int id);
+
+/// Raises an object of the books without repainting it and takes it out of them. What lay above it
+/// has then inherited the pixels under it, which would otherwise be stamped over it.
+void lift_out(int id);
 
 /// The uncovered object at a point, the last in id order, or 0; adds the covered ones to *count.
 [[nodiscard]] int any_window_under(int x, int y, int* count);

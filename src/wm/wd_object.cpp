@@ -2,13 +2,13 @@
 
 #include <algorithm>
 #include <array>
-#include <tuple>
+#include <type_traits>
 
 #include "base/errors.hpp"
+#include "display/input.hpp"
 #include "display/screen_state.hpp"
 #include "text/text_output.hpp"
 #include "wm/background.hpp"
-#include "wm/engine.hpp"
 #include "wm/stacking.hpp"
 #include "wm/wd_icon.hpp"
 
@@ -16,6 +16,7 @@ namespace torve {
 
 WdObject wd_object[wd_object_count];
 WdAction wd_actions[wd_object_count + 1];
+int cxoff = 0, cyoff = 0;
 
 namespace {
 
@@ -26,6 +27,7 @@ struct KnownKind {
   WdKind functions;
 };
 std::array<KnownKind, most_kinds> kinds;
+void (*freed_handler)(int id) = nullptr;
 
 const WdKind* find_kind(std::uint32_t kind) {
   for (const KnownKind& known : kinds) {
@@ -34,30 +36,16 @@ const WdKind* find_kind(std::uint32_t kind) {
   return nullptr;
 }
 
-// Kinds draw with limits and colours of their own; who comes next finds the old ones.
-class KeptDrawingState {
- public:
-  KeptDrawingState() = default;
-  ~KeptDrawingState() {
-    std::tie(X1_min, Y1_min, X1_max, Y1_max, truncate1, xkoord, ykoord, bgcol) = kept_;
-  }
-  KeptDrawingState(const KeptDrawingState&) = delete;
-  KeptDrawingState& operator=(const KeptDrawingState&) = delete;
-
- private:
-  std::tuple<int, int, int, int, int, int, int, int> kept_ = {X1_min,    Y1_min, X1_max, Y1_max,
-                                                              truncate1, xkoord, ykoord, bgcol};
-};
-
-using KindFunction = int (*)(int id);
-
 // Calls one of the kind's functions; `refused` when the id, the slot or the kind is nobody's.
-int dispatch(int id, KindFunction WdKind::*which, KindFunction for_icon, int refused) {
+template <typename Result, typename... More>
+Result dispatch(Result (*WdKind::*which)(int id, More...), Result (*for_icon)(int id, More...),
+                Result refused, int id, std::type_identity_t<More>... more) {
   if (!is_wd_id(id)) return refused;
-  const KeptDrawingState kept;
-  if (is_icon(wd(id))) return for_icon(id);
+  // Kinds draw with limits and colours of their own; who comes next finds the old ones.
+  const Kept kept(X1_min, Y1_min, X1_max, Y1_max, truncate1, xkoord, ykoord, bgcol);
+  if (is_icon(wd(id))) return for_icon(id, more...);
   const WdKind* kind = kind_of(wd(id));
-  return kind != nullptr && kind->*which != nullptr ? (kind->*which)(id) : refused;
+  return kind != nullptr && kind->*which != nullptr ? (kind->*which)(id, more...) : refused;
 }
 
 bool put_fresh(int id) {
@@ -67,29 +55,21 @@ bool put_fresh(int id) {
     return false;
   }
   if_b_opt_bgtofile(id);
-  zero_over(id - 1);
-  wd(id).flags = wd(id).flags & ~(WdFlags::fresh | WdFlags::off_screen);
-  update_over(id);
+  enter_books(id);
   return true;
 }
 
 bool put_hidden(int id) {
   if (put_one_wd_object(id) != 0) return false;
-  zero_over(id - 1);
-  wd(id).flags = wd(id).flags & ~WdFlags::off_screen;
-  update_over(id);
+  enter_books(id);
   return true;
 }
 
 // At its full size, above all others.
 bool put_icon(int id) {
-  WdObject& object = wd(id);
-  bring_any_to_top(id, 0);
-  object.flags = object.flags | WdFlags::off_screen;
-  update_over(id);
-  const bool restored = restore_icon(id) == 0;
-  object.flags = object.flags & ~WdFlags::off_screen;
-  update_over(id);
+  lift_out(id);
+  const bool restored = restore_icon(id);
+  enter_books(id);
   return restored;
 }
 
@@ -155,15 +135,29 @@ WdObject& start_wd_object(int id, std::uint32_t kind, const Rect& place, WdFlags
 }
 
 int put_one_wd_object(int id) {
-  return dispatch(id, &WdKind::put, draw_old_icon, 1) > 0 ? 1 : 0;
+  return dispatch(&WdKind::put, paint_icon, false, id) ? 0 : 1;
 }
 
 int refresh_one_wd_object(int id) {
-  return dispatch(id, &WdKind::refresh, draw_old_icon, 1) > 0 ? 1 : 0;
+  return dispatch(&WdKind::refresh, paint_icon, false, id) ? 0 : 1;
+}
+
+Served serve_object(int id, const PointerEvent& press) {
+  return dispatch(&WdKind::serve, serve_icon, Served{.last = press}, id, press);
 }
 
 int serve_wd_objects(int index) {
-  return dispatch(index + 1, &WdKind::serve, serve_icon, command_put_down_only);
+  return static_cast<int>(serve_object(index + 1, present_pointer()).command);
+}
+
+Served ask_to_move(const WdObject& object, const PointerEvent& press) {
+  cxoff = press.x - object.x;
+  cyoff = press.y - object.y;
+  return {Command::move, press};
+}
+
+void set_freed_handler(void (*handler)(int id)) {
+  freed_handler = handler;
 }
 
 const char* icon_text_of(int id) {
@@ -174,18 +168,27 @@ const char* icon_text_of(int id) {
 void free_one_wd_object(int id) {
   if (!is_wd_id(id) || wd(id).kind == kind_free) return;
   WdObject& object = wd(id);
-  if (is_eligible(object)) {
-    bring_any_to_top(id, 0);
-    object.flags = object.flags | WdFlags::off_screen;
-    update_over(id);
-  }
-  object.flags = object.flags | WdFlags::off_screen;
+  if (is_eligible(object)) lift_out(id);
+  object.flags = object.flags | WdFlags::off_screen;  // its background is given back in one place
   remove_background(id);
   release_background(object);
   const WdKind* kind = kind_of(object);
   if (kind != nullptr && kind->free_memory != nullptr) kind->free_memory(id);
   object = {};
-  forget_served_object(id);
+  if (freed_handler != nullptr) freed_handler(id);
+}
+
+void move_object(int id, int x, int y) {
+  WdObject& object = wd(id);
+  const bool booked = is_eligible(object);
+  const bool shown = object.painted;
+  if (booked) lift_out(id);
+  take_picture_off(id);
+  object.x = x;
+  object.y = y;
+  keep_on_canvas(object, true);
+  if (shown) put_one_wd_object(id);
+  if (booked) enter_books(id);
 }
 
 int put_wd_objects(int first, int last) {
@@ -211,13 +214,10 @@ int free_wd_objects_gt1_u() {
 
 void hide_wd_object(int id) {
   if (term == text_console || !is_wd_id(id)) return;
-  WdObject& object = wd(id);
+  const WdObject& object = wd(id);
   if (!is_eligible(object) || is_icon(object)) return;
-  // What lies above it inherits its background first; otherwise that would be stamped over it.
-  bring_any_to_top(id, 0);
+  lift_out(id);
   if_b_opt_bgfromfile(id);
-  object.flags = object.flags | WdFlags::off_screen;
-  update_over(id);
   remove_background(id);
 }
 

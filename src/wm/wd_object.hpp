@@ -21,6 +21,7 @@
 #include "base/enum_flags.hpp"
 #include "base/rect.hpp"
 #include "text/menu_items.hpp"
+#include "wm/command.hpp"
 
 namespace torve {
 
@@ -54,6 +55,12 @@ enum class WdFlags : std::uint32_t {
 };
 template <>
 inline constexpr bool is_flag_enum<WdFlags> = true;
+
+/// Those of the message window when it is made: hidden, without scroll bars, of fixed size.
+inline constexpr WdFlags message_window_flags = WdFlags::off_screen | WdFlags::no_vertical_bar |
+                                                WdFlags::no_horizontal_bar | WdFlags::fixed_size |
+                                                WdFlags::close_puts_down;
+static_assert(static_cast<std::uint32_t>(message_window_flags) == 122);
 
 /// A set of objects: bit k - 1 of the 128 stands for id k.
 using OverSet = std::array<std::uint32_t, 4>;
@@ -99,19 +106,20 @@ using WdAction = int (*)(int index, int* line_flags, MenuItem* items, char** lin
 // State.
 extern WdObject wd_object[wd_object_count];       // the record of id n is element n - 1
 extern WdAction wd_actions[wd_object_count + 1];  // by id - 1; the last one serves all others
+extern int cxoff, cyoff;  // from a moved object's corner to the pointer, pixels; set by its kind
 
 /// What a kind does. put paints the object for the first time or anew after it was hidden, refresh
-/// repaints it in place; a positive result is a failure. serve handles the press that is going on
-/// and returns a command (engine.hpp). free_memory releases what the record owns beyond its
-/// background. icon_text names the object while it is an icon (at most 12 characters are shown).
+/// repaints it in place; both return whether they could. serve handles the press that is going on
+/// and what follows. free_memory releases what the record owns beyond its background. icon_text
+/// names the object while it is an icon (at most 12 characters are shown).
 ///
 /// A kind with `covered` keeps the pixels under its objects there, and the background in their
 /// records is null. An object that `shows_figures` now is repainted after something has been
 /// painted beneath it; all others are put back as they looked.
 struct WdKind {
-  int (*put)(int id) = nullptr;
-  int (*serve)(int id) = nullptr;
-  int (*refresh)(int id) = nullptr;
+  bool (*put)(int id) = nullptr;
+  Served (*serve)(int id, const PointerEvent& press) = nullptr;
+  bool (*refresh)(int id) = nullptr;
   void (*free_memory)(int id) = nullptr;
   const char* (*icon_text)(int id) = nullptr;
   std::vector<std::uint8_t>& (*covered)(int id) = nullptr;
@@ -147,6 +155,11 @@ void fill_jmptable_b(int slot, WdAction action);
          !has(object.flags, WdFlags::fresh);
 }
 
+/// Lifted or hidden.
+[[nodiscard]] inline bool is_off_screen(const WdObject& object) {
+  return object.kind != kind_free && has(object.flags, WdFlags::off_screen);
+}
+
 [[nodiscard]] inline bool is_icon(const WdObject& object) {
   return (object.kind & kind_icon_bit) != 0;
 }
@@ -160,17 +173,28 @@ WdObject& start_wd_object(int id, std::uint32_t kind, const Rect& place, WdFlags
                           std::initializer_list<int> colours = {});
 
 /// Dispatch to the kind, with the drawing limits, text cursor, colours and truncation as they were
-/// afterwards. The first two return 1 when the kind reported a failure, else 0; serve returns the
-/// kind's command.
+/// afterwards. The first two return 1 when the kind reported a failure, else 0.
 int put_one_wd_object(int id);
 int refresh_one_wd_object(int id);
-int serve_wd_objects(int index);
+
+/// The kind's answer to a press; an object of an unknown kind is only put down.
+Served serve_object(int id, const PointerEvent& press);
+
+/// Sets where the pointer holds an object that is about to be moved, and asks for the move.
+[[nodiscard]] Served ask_to_move(const WdObject& object, const PointerEvent& press);
 
 /// What an object shows while it is an icon; null when its kind says nothing.
 [[nodiscard]] const char* icon_text_of(int id);
 
 /// Takes an object off the canvas for good, in whatever state it is, and frees its slot.
 void free_one_wd_object(int id);
+
+/// Who is told of every object that has been freed; null: nobody.
+void set_freed_handler(void (*handler)(int id));
+
+/// Moves an object to (x, y), pixels, or as near as the canvas allows, in whatever state it is:
+/// above all others if it lies on the canvas. What it has covered comes back.
+void move_object(int id, int x, int y);
 
 /// Puts the objects first .. last: a fresh one on top of everything, a hidden one again, one that
 /// lies on the canvas is raised and refreshed, an icon gets its size back. Returns 0, or 1 at once
@@ -188,5 +212,11 @@ void hide_wd_object(int id);
 
 /// The same for the message window.
 void hide_errormsg();
+
+// Not used by the workbench itself.
+
+/// serve_object for the object of an index, id - 1, and the present press; returns the command as
+/// its number.
+int serve_wd_objects(int index);
 
 }  // namespace torve

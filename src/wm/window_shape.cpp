@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "display/screen_state.hpp"
+#include "draw/scroll_bar.hpp"
 #include "draw/window_frame.hpp"
 #include "text/fonts.hpp"
 #include "wm/background.hpp"
@@ -11,19 +12,12 @@ namespace torve {
 
 namespace {
 
-constexpr int full_scale = 128;  // of thumb fractions
-constexpr int box_size = 10;     // of the boxes in the upper corners, pixels
-constexpr int bar_size = 11;     // of a scroll bar with its frame lines
-constexpr int arrow_start = 11;  // from a window's corner to a bar's first arrow
-constexpr int arrow_size = 9;
-constexpr int track_start = 24;     // from a window's corner to the middle of the first thumb place
-constexpr int vertical_track = 40;  // what a window's height exceeds its track by
-constexpr int horizontal_track = 49;  // the same for its width
-constexpr int widen_band = 2;         // outermost pixels that make a window larger
-constexpr int narrow_band = 6;        // with the pixels behind them that make it smaller
+constexpr int box_size = 10;    // of the boxes in the upper corners, pixels
+constexpr int widen_band = 2;   // outermost pixels that make a window larger
+constexpr int narrow_band = 6;  // with the pixels behind them that make it smaller
 
 int fraction_of(int offset, int range) {
-  return range < 1 ? 0 : offset * full_scale / range;
+  return range < 1 ? 0 : offset * scroll_full_scale / range;
 }
 
 FrameFlags frame_flags(const WdObject& object) {
@@ -43,7 +37,8 @@ void show_lines(const WdObject& object, ScrollState& scroll, int colour) {
                       object.y + object.height - 1);
   };
   place_thumb();
-  putVertArrows(object.x + 1, object.y + arrow_start, object.height - arrow_start - 2, colour);
+  putVertArrows(object.x + 1, object.y + scroll_arrow_start, object.height - scroll_arrow_start - 2,
+                colour);
   place_thumb();
 }
 
@@ -55,28 +50,25 @@ void show_columns(const WdObject& object, ScrollState& scroll, int colour) {
                       object.x + object.width, object.y);
   };
   place_thumb();
-  putHorArrows(object.x + arrow_start, object.y + 1, object.width - 2 * arrow_start - 1, colour);
+  putHorArrows(object.x + scroll_arrow_start, object.y + 1,
+               object.width - 2 * scroll_arrow_start - 1, colour);
   place_thumb();
 }
 
-// Where a press on a bar leads: `at` is its distance from the bar's corner, `length` the window's
-// extent along the bar, `last_arrow` the far arrow's distance from the far corner.
-int scrolled_to(int offset, int range, int at, int length, int last_arrow, int track, bool edge) {
+// Where a press on a bar leads: `at` is its distance from the bar's corner.
+int scrolled_to(int offset, int range, int at, const ScrollTrack& track, bool edge) {
   if (range < 1) return offset;
-  if (at < arrow_start + arrow_size) return edge ? std::max(0, offset - 1) : offset;
-  if (at >= length - last_arrow) return edge ? std::min(range, offset + 1) : offset;
-  const int place =
-      std::clamp((at - track_start) * full_scale / std::max(1, length - track), 0, full_scale);
-  return (place * range + full_scale / 2) / full_scale;
+  if (at < track.start) return edge ? std::max(0, offset - 1) : offset;
+  if (at >= track.end) return edge ? std::min(range, offset + 1) : offset;
+  return (track.fraction_at(at) * range + scroll_full_scale / 2) / scroll_full_scale;
 }
 
 }  // namespace
 
 void init_menu(const WdObject& object, ScrollState& scroll) {
-  X1_min = object.x + 2 * window_cell;
-  X1_max = object.x + object.width - window_cell;
-  Y1_min = object.y + 2 * window_cell;
-  Y1_max = object.y + object.height - window_cell;
+  const Rect all = rect_of(object);
+  set_drawing_area({all.x1 + 2 * window_cell, all.y1 + 2 * window_cell, all.x2 - window_cell,
+                    all.y2 - window_cell});
   scroll.x_fraction = fraction_of(object.scroll_column, scroll.column_range);
   scroll.y_fraction = fraction_of(object.scroll_line, scroll.line_range);
 }
@@ -98,17 +90,17 @@ WindowPart check_scrolling(WdObject& object, ScrollState& scroll, int x, int y, 
   if (!rect_of(object).contains(x, y)) return WindowPart::outside;
   if (dx < box_size && dy < box_size) return WindowPart::top_left_box;
   if (dx >= object.width - box_size && dy < box_size) return WindowPart::close_box;
-  if (dx < bar_size) {
+  if (dx < scroll_bar_width) {
     if (has(object.flags, WdFlags::no_vertical_bar)) return WindowPart::scroll_bar;
-    object.scroll_line = scrolled_to(object.scroll_line, scroll.line_range, dy, object.height,
-                                     arrow_size + 1, vertical_track, edge);
+    object.scroll_line =
+        scrolled_to(object.scroll_line, scroll.line_range, dy, vertical_track(object.height), edge);
     show_lines(object, scroll, colour);
     return WindowPart::scroll_bar;
   }
-  if (dy < bar_size) {
+  if (dy < scroll_bar_width) {
     if (has(object.flags, WdFlags::no_horizontal_bar)) return WindowPart::scroll_bar;
-    object.scroll_column = scrolled_to(object.scroll_column, scroll.column_range, dx, object.width,
-                                       box_size + arrow_size + 1, horizontal_track, edge);
+    object.scroll_column = scrolled_to(object.scroll_column, scroll.column_range, dx,
+                                       horizontal_track(object.width), edge);
     show_columns(object, scroll, colour);
     return WindowPart::scroll_bar;
   }
@@ -120,10 +112,10 @@ Edge check_resizing(const WdObject& object, int x, int y) {
   Edge found = Edge::none;
   const int from_right = object.x + object.width - 1 - x;
   const int from_bottom = object.y + object.height - 1 - y;
-  if (y - object.y >= bar_size && from_right < narrow_band) {
+  if (y - object.y >= scroll_bar_width && from_right < narrow_band) {
     found = found | (from_right < widen_band ? Edge::wider : Edge::narrower);
   }
-  if (x - object.x >= bar_size && from_bottom < narrow_band) {
+  if (x - object.x >= scroll_bar_width && from_bottom < narrow_band) {
     found = found | (from_bottom < widen_band ? Edge::taller : Edge::shorter);
   }
   return found;
@@ -156,7 +148,7 @@ Edge update_backgrnd(int id, Edge step) {
   if (new_width < smallest_width || object.x + new_width > X__max + 1) new_width = width;
   if (new_height < 3 * window_cell + cr || object.y + new_height > Y__max + 1) new_height = height;
   if (new_width == width && new_height == height) return Edge::none;
-  movingPicture(0, 0, 2, id);
+  take_picture_off(id);
   object.width = new_width;
   object.height = new_height;
   if (change_background(id) != 0) {

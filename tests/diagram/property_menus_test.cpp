@@ -225,7 +225,7 @@ TEST_F(PropertyMenus, DoublePressesTurnWordsAndTheBoxApplies) {
   put(id);
   const auto play_and_run = [] {
     while (!user_events.empty() || popwindow != 0 || cur_button != 0) {
-      if (do_operations() == engine_run_action) run(), spend_press();
+      if (engine_round().result == EngineRound::Result::run_action) run(), spend_press();
     }
   };
   for (std::size_t i = 2; i <= std::size(distributions); ++i) {

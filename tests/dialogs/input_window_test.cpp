@@ -110,15 +110,16 @@ TEST_F(InputWindows, PressesStayUntilTheInsideIsDrawnAnew) {
     void (*acts)();
     bool stays;
   } cases[] = {
-      {[] { EXPECT_EQ(input_window(id, mode_put), command_put_down); }, true},
-      {[] { EXPECT_EQ(input_window(id, mode_refresh), command_put_down); }, true},
+      {[] { EXPECT_EQ(input_window(id, mode_put), static_cast<int>(Command::put_down)); }, true},
+      {[] { EXPECT_EQ(input_window(id, mode_refresh), static_cast<int>(Command::put_down)); },
+       true},
       {[] { drag(262, 240, 300, 240), drag(303, 240, 250, 240); }, true},
       {[] { click(262, 240), drag(259, 267, 259, 1), drag(262, 240, 799, 240); }, true},
       {[] {
          const CanvasPaint scope({0, 0, 800, 600});
        },
        true},
-      {[] { EXPECT_EQ(redraw_input_window(id), command_put_down); }, false},
+      {[] { EXPECT_EQ(redraw_input_window(id), static_cast<int>(Command::put_down)); }, false},
       {[] { click(108, 258); }, false},
       {[] {
          press(258, 240), move(110, 240), move(110, 241), release(110, 241);

@@ -161,30 +161,35 @@ constexpr auto M = PointerAction::motion;
 // After a press at (50, 5): a release some milliseconds later, or none (-1), and another event.
 TEST(Gestures, AreWhatTheLastEventCompletes) {
   const auto both = Gesture::double_press, none = Gesture::none;
-  const std::tuple<int, int, PointerEvent, Gesture> cases[] = {
-      {0, 0, {P, 50, 5, 0, 0}, both},  // too short to be human
-      {0, 1, {P, 50, 5, 0, 500}, both},
-      {0, 50, {P, 50, 5, 0, 501}, none},
-      {0, 50, {P, 53, 2, 0, 190}, both},
-      {0, 50, {P, 54, 5, 0, 190}, none},
-      {0, 50, {P, 50, 6, 1, 190}, none},
-      {-1, 50, {P, 50, 5, -1, 190}, none},
-      {0, -1, {P, 50, 5, 0, 190}, none},
-      {0, -1, {M, 57, 5, 0, 20}, none},
-      {0, -1, {M, 58, 6, 0, 20}, Gesture::drag},
-      {0, 300, {P, 50, 5, 0, 480}, both},
-      {0, 10, {M, 78, 5, 0, 20}, none},
+  const struct {
+    int first_row, release_time, last_row;
+    PointerEvent last;
+    Gesture expected;
+  } cases[] = {
+      {0, 0, 0, {P, 1, 50, 5, 0}, both},  // too short to be human
+      {0, 1, 0, {P, 1, 50, 5, 500}, both},
+      {0, 50, 0, {P, 1, 50, 5, 501}, none},
+      {0, 50, 0, {P, 1, 53, 2, 190}, both},
+      {0, 50, 0, {P, 1, 54, 5, 190}, none},
+      {0, 50, 1, {P, 1, 50, 6, 190}, none},
+      {-1, 50, -1, {P, 1, 50, 5, 190}, none},
+      {0, -1, 0, {P, 1, 50, 5, 190}, none},
+      {0, -1, 0, {M, 1, 57, 5, 20}, none},
+      {0, -1, 0, {M, 1, 58, 6, 20}, Gesture::drag},
+      {0, -1, 1, {M, 1, 58, 6, 20}, none},
+      {0, 300, 0, {P, 1, 50, 5, 480}, both},
+      {0, 10, 0, {M, 1, 78, 5, 20}, none},
   };
   for (const std::uint32_t start : {10U, 0xFFFFFFF0U}) {  // the second clock wraps
-    for (auto [first_row, release_time, last, expected] : cases) {
+    for (auto [first_row, release_time, last_row, last, expected] : cases) {
       ClickGestures gestures;
-      gestures.on_event({P, 50, 5, first_row, start});
+      gestures.on_event({P, 1, 50, 5, start}, first_row);
       const auto released = start + static_cast<std::uint32_t>(release_time);
-      for (std::uint32_t t = start; release_time > 0 && t != released; ++t)
-        gestures.on_event({M, 50, 5, 0, t});
-      if (release_time >= 0) gestures.on_event({PointerAction::release, 50, 5, 0, released});
+      if (release_time >= 0)
+        gestures.on_event({PointerAction::release, 0, 50, 5, released}, first_row);
       last.time += start;
-      EXPECT_EQ(gestures.on_event(last), expected) << last.x << " after " << last.time - start;
+      EXPECT_EQ(gestures.on_event(last, last_row), expected)
+          << last.x << " after " << last.time - start;
     }
   }
 }

@@ -92,12 +92,11 @@ class DialogTest : public ScreenTest, protected Hands {
   /// The main loop until the user has nothing left to do.
   void play() {
     while (!user_events.empty()) {
-      const int wanted = do_operations();
-      if (wanted == engine_run_action) ++actions_run, spend_press();
+      if (engine_round().result == EngineRound::Result::run_action) ++actions_run, spend_press();
     }
     // Whatever is served is put down by the press on the bare canvas.
     while (popwindow != 0 || cur_button != 0)
-      (void)do_operations();
+      (void)engine_round();
   }
 
   /// The characters in the cells from (x, y) on.

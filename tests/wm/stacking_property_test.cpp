@@ -69,15 +69,15 @@ void paint(int id) {
   }
 }
 
-int put(int id) {
-  if (make_background(wd(id), false) != 0) return 2;
+bool put(int id) {
+  if (make_background(wd(id), false) != 0) return false;
   paint(id);
-  return -2;
+  return true;
 }
 
-int refresh(int id) {
+bool refresh(int id) {
   paint(id);
-  return -2;
+  return true;
 }
 
 std::vector<std::uint8_t>& kept_pixels(int id) {
@@ -89,7 +89,7 @@ std::vector<std::uint8_t>& kept_pixels(int id) {
 bool error_waits = false;
 
 void show_message() {
-  if (an_object_is_lifted()) {
+  if (lifted_object() != 0) {
     error_waits = true;
     return;
   }
@@ -98,25 +98,28 @@ void show_message() {
   model.put_on_top(message_window_id);
 }
 
-int resize(int id) {
+void resize(int id) {
   const Edge steps[] = {Edge::wider, Edge::narrower, Edge::taller, Edge::shorter,
                         Edge::wider | Edge::taller};
   for (int i = any(1, 5); i > 0; --i) {
     if (update_backgrnd(id, steps[any(0, 4)]) != Edge::none) paint(id);
   }
-  return command_put_down_only;
 }
 
 // Serves as menus do: waits for events of its own and acts on the press that ends it.
-int serve_until_outside(int id) {
+Served serve_until_outside(int id, PointerEvent event) {
   while (more_events()) {
-    readmouse(&buttons, &X, &Y);
-    if (last_event.type == Type::press && !rect_of(wd(id)).contains(X, Y)) return command_put_down;
+    event = next_pointer_event();
+    const bool beside = !rect_of(wd(id)).contains(event.x, event.y);
+    if (event.action == PointerAction::press && beside) return {Command::put_down, event};
   }
-  return command_put_down_only;
+  return {.last = event};
 }
 
-int serve(int id) {
+int last_served = 0;
+
+Served serve(int id, const PointerEvent& press) {
+  last_served = id;
   EXPECT_TRUE(id == message_window_id || !wd(message_window_id).painted) << "the message stayed";
   model.put_on_top(id);
   model.take_off(id == message_window_id ? 0 : message_window_id);
@@ -129,27 +132,27 @@ int serve(int id) {
   switch (command) {
     case 0:
       model.take_off(id);
-      return command_free;
+      return {Command::free, press};
     case 1:
       model.take_off(id);
-      return command_hide;
+      return {Command::hide, press};
     case 2:
     case 3:
-      cxoff = X - wd(id).x;
-      cyoff = Y - wd(id).y;
-      return command_move;
+      return ask_to_move(wd(id), press);
     case 4:
-      return resize(id);
+      resize(id);
+      break;
     case 5:
     case 6:
-      return serve_until_outside(id);
+      return serve_until_outside(id, press);
     case 7:
-      return command_put_down;  // its own close box
+      return {Command::put_down, press};  // its own close box
     case 8:
-      return command_run_action;
+      return {Command::run_action, press};
     default:
-      return command_put_down_only;
+      break;
   }
+  return {.last = press};
 }
 
 class StackingTest : public ScreenTest {
@@ -254,14 +257,18 @@ class StackingTest : public ScreenTest {
   static void operate() {
     while (more_events()) {
       const Type next = queue.front().type;
-      const std::tuple before = {moving, as_rectangle, popwindow, press_is_for_canvas()};
-      static_cast<void>(do_operations());
+      const std::tuple before = {moving, as_rectangle, popwindow, lifted_object()};
+      const auto [result, object, press] = engine_round();
       forget_hidden_message();
       if (next != Type::press && next != Type::motion && next != Type::release) {
-        const std::tuple after = {moving, as_rectangle, popwindow, press_is_for_canvas()};
+        const std::tuple after = {moving, as_rectangle, popwindow, lifted_object()};
         EXPECT_EQ(before, after) << "an event that is not the mouse's";
-      } else if (last_event_was_mouse() && canvas_press_began()) {
-        EXPECT_EQ(model.at(X, Y), 0) << "a press fell through";
+        EXPECT_EQ(result == EngineRound::Result::key, next == Type::key);
+      } else if (result == EngineRound::Result::canvas_press &&
+                 press.action == PointerAction::press) {
+        EXPECT_EQ(model.at(press.x, press.y), 0) << "a press fell through";
+      } else if (result == EngineRound::Result::run_action) {
+        EXPECT_EQ(object, last_served) << "another one's action";
       }
     }
   }
@@ -276,7 +283,7 @@ class StackingTest : public ScreenTest {
   static void step() {
     // While an object is up only the mouse has a say, or it goes itself.
     const int id = moving > message_window_id && any(0, 1) == 0 ? moving : any(1, objects);
-    switch (an_object_is_lifted() ? id == moving ? 1 : 9 : any(0, 9)) {
+    switch (lifted_object() != 0 ? id == moving ? 1 : 9 : any(0, 9)) {
       case 0:
         if (id != message_window_id) open(id);
         break;

@@ -73,10 +73,7 @@ TimeAxis spectrum_axis(const PlotSettings& settings, int size) {
 }
 
 void set_pane_area(int yoff) {
-  X1_min = 0;
-  X1_max = pane_right;
-  Y1_min = yoff + pane_top;
-  Y1_max = yoff + pane_bottom;
+  set_drawing_area({0, yoff + pane_top, pane_right, yoff + pane_bottom});
 }
 
 // Skips the leading lines; false after a word when the file ends first.
