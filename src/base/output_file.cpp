@@ -10,6 +10,8 @@
 #include <system_error>
 #include <unistd.h>
 
+#include "base/new_file.hpp"
+
 namespace torve {
 
 namespace {
@@ -45,11 +47,12 @@ std::string real_name(const std::string& name) {
 
 OutputFile::OutputFile(const std::string& name, Existing existing) : name_(name), target_(name) {
   struct stat info = {};
-  if (existing == Existing::keep_until_finished && holds_content(name, &info)) {
+  if (holds_content(name, &info)) {
     target_ = real_name(name);
     placing_ = info.st_nlink > 1 ? Placing::copy : Placing::rename;
     // Renaming over a file needs no permission to write to it; a refusal must stay one.
     usable_ = open_file(target_, "r+b") != nullptr;
+    if (usable_ && existing == Existing::empty_at_once) usable_ = empty_now();
     return;
   }
   const bool is_new = !exists(name);
@@ -85,6 +88,29 @@ void OutputFile::open_beside() {
   if (!open_temporary(P_tmpdir "/" + last)) error_ = errno;
 }
 
+bool OutputFile::keep_now() {
+  std::error_code error;
+  const bool is_link = std::filesystem::is_symlink(name_, error);
+  kept_as_ = keep_content(is_link ? target_ : name_,
+                          placing_ == Placing::copy ? Keeping::copy : Keeping::link);
+  return !kept_as_.empty();
+}
+
+bool OutputFile::empty_now() {
+  open_beside();
+  if (error_ != 0 || !keep_now()) return false;
+  const EndingSignalsHeld held;
+  if (placing_ == Placing::rename) {
+    if (std::rename(temporary_.name().c_str(), target_.c_str()) != 0) return false;
+    temporary_.keep();
+  } else {
+    temporary_.remove();
+    stream_ = open_file(target_, "wb");
+  }
+  placing_ = Placing::direct;
+  return stream_ != nullptr;
+}
+
 void OutputFile::flush() {
   if (!stream_ && error_ == 0) open_beside();
   if (used_ != 0 && error_ == 0 && std::fwrite(buffer_.data(), 1, used_, stream_.get()) != used_) {
@@ -111,8 +137,10 @@ void OutputFile::write(std::string_view bytes) {
 bool OutputFile::finish() {
   if (!usable_) return false;
   usable_ = false;
+  const bool keeps_old = keeps_old_ || (used_ == 0 && !stream_);
   flush();
   if (error_ == 0 && std::fflush(stream_.get()) != 0) error_ = errno;
+  if (error_ == 0 && keeps_old && placing_ != Placing::direct && !keep_now()) error_ = errno;
   if (error_ == 0 && !place()) error_ = errno;
   if (error_ != 0) std::printf("could not write %s: %s\n", name_.c_str(), std::strerror(error_));
   if (is_half_filled_) {

@@ -5,6 +5,10 @@
 // at the end. Symbolic links are followed; permissions, and the other names of a file that has
 // several, stay. A device, or a pipe that somebody reads from, is written directly.
 //
+// Old content that no result takes the place of is not lost: it is kept as NAME.bak, or NAME.bak.2
+// and so on when there is such a file. That goes for a file emptied at once, for one that is
+// finished without a byte, and for one whose writer asks for it.
+//
 // A file with several names, or in a directory where none can be made, is filled again at the end.
 // Signals wait meanwhile, and the whole new content has a name, beside it or in the directory for
 // temporary files, until that is done.
@@ -25,7 +29,7 @@ class OutputFile {
  public:
   enum class Existing {
     keep_until_finished,  // the old content is lost only to a complete new one
-    empty_at_once         // the old content is lost now, as fopen "wb" does
+    empty_at_once         // the file is empty now; readers who have it open may see the old content
   };
 
   /// Creates the file or prepares to replace it; test the object for success.
@@ -44,9 +48,16 @@ class OutputFile {
   [[nodiscard]] char* reserve(std::size_t size);
   void advance(std::size_t size) { used_ += size; }
 
+  /// What is being written is no result: old content will be kept.
+  void keep_old_content() { keeps_old_ = true; }
+
+  /// The name under which old content has been kept; empty when none was.
+  [[nodiscard]] const std::string& kept_as() const { return kept_as_; }
+
   /// Completes the file and puts it in its place. On failure says "could not write NAME: REASON"
   /// on standard output, undoes as the destructor does, and returns false. When that is too late
-  /// because a file was being filled again, says where the whole of it is. Ends the object's use.
+  /// because a file was being filled again, says where the whole of it is. Old content that can
+  /// not be kept is a failure. Ends the object's use.
   [[nodiscard]] bool finish();
 
   static constexpr std::size_t buffer_size = 1 << 16;
@@ -57,6 +68,8 @@ class OutputFile {
   void open_beside();
   bool open_temporary(const std::string& stem);
   void flush();
+  bool empty_now();
+  bool keep_now();
   bool place();
   bool copy_into_target();
   void discard();
@@ -66,6 +79,8 @@ class OutputFile {
   UnfinishedFile temporary_;  // what goes when it comes to nothing
   Placing placing_ = Placing::direct;
   bool usable_ = false;
+  bool keeps_old_ = false;
+  std::string kept_as_;
   FilePtr stream_;
   int error_ = 0;                // errno of the first failed write
   bool is_half_filled_ = false;  // the target is neither what it was nor what it shall be

@@ -3,11 +3,14 @@
 #include <array>
 #include <cstdio>
 #include <optional>
+#include <pwd.h>
 #include <string>
+#include <unistd.h>
 #include <utility>
 
 #include "base/errors.hpp"
 #include "base/files.hpp"
+#include "base/new_file.hpp"
 #include "base/output_file.hpp"
 #include "diagram/diagram_text.hpp"
 #include "diagram/drawing.hpp"
@@ -23,6 +26,7 @@ namespace torve {
 namespace {
 
 constexpr const char* rescue_name = "figure.vob.bak";
+constexpr const char* directory_for_anybody = P_tmpdir "/";
 constexpr const char* eps_template = "psdiagram.dat";
 constexpr std::size_t largest_file = std::size_t{8} << 20;  // bytes
 
@@ -31,6 +35,12 @@ bool write_diagram(const char* name) {
   if (!file) return false;
   file.write(diagram_to_text(keep_diagram()));
   return file.finish();
+}
+
+// As the user database has it: HOME may lead anywhere.
+std::string home_directory() {
+  const passwd* const user = getpwuid(getuid());
+  return (user != nullptr && user->pw_dir != nullptr ? std::string(user->pw_dir) : "") + "/";
 }
 
 // What a file holds; nothing when it cannot be read to its end.
@@ -111,7 +121,14 @@ int print_diagram(const char* name) {
 
 void rescue_diagram() {
   if (!diagram_is_unsaved() || keep_diagram().empty()) return;
-  if (write_diagram(rescue_name)) std::printf("diagram saved in %s\n", rescue_name);
+  const std::string places[] = {rescue_name, home_directory() + rescue_name,
+                                directory_for_anybody + std::string(rescue_name)};
+  const std::string saved = write_new_file(places, diagram_to_text(keep_diagram()));
+  if (saved.empty()) {
+    std::printf("the diagram could not be saved\n");
+  } else {
+    std::printf("diagram saved in %s\n", saved.c_str());
+  }
 }
 
 }  // namespace torve

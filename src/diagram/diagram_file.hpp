@@ -15,8 +15,10 @@ int read_diagram(const char* name);
 /// or 1 after the message that it cannot be written.
 int print_diagram(const char* name);
 
-/// Writes a diagram with changes that are not saved to "figure.vob.bak" and says so on standard
-/// output.
+/// Writes a diagram with changes that are not saved to a new file "figure.vob.bak", with ".2" and
+/// so on behind it when there is one, and says so on standard output: in the working directory,
+/// else in the user's home, else in the directory for temporary files. Where that fails, too, says
+/// that.
 void rescue_diagram();
 
 }  // namespace torve

@@ -18,9 +18,11 @@
 #include "app/signal/spectrum.hpp"
 #include "app/signal/work_buffer.hpp"
 #include "base/console.hpp"
+#include "base/new_file.hpp"
 #include "base/output_file.hpp"
 #include "diagram/diagram_file.hpp"
 #include "diagram/diagram_text.hpp"
+#include "diagram/history.hpp"
 #include "eps/eps_stream.hpp"
 #include "gif/gif_writer.hpp"
 #include "support/screen.hpp"
@@ -107,6 +109,16 @@ int in_a_process(const std::function<int()>& action) {
   return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
 }
 
+// How many files there are with names that begin like this one.
+int relatives_of(const std::string& name) {
+  const std::filesystem::path path(name);
+  const auto is_one = [&path](const auto& entry) {
+    return entry.path().filename().string().starts_with(path.filename().string());
+  };
+  const std::filesystem::directory_iterator entries(path.parent_path());
+  return static_cast<int>(std::count_if(begin(entries), end(entries), is_one));
+}
+
 TEST_F(Faults, OtherNamesOfAFileStayItsNames) {
   write_file("old", "good");
   chmod("old", 0640);
@@ -120,6 +132,83 @@ TEST_F(Faults, OtherNamesOfAFileStayItsNames) {
   }
   EXPECT_TRUE(std::filesystem::is_symlink("link"));
   EXPECT_EQ(static_cast<int>(std::filesystem::status("old").permissions()), 0640);
+}
+
+TEST_F(Faults, WhatIsEmptiedIsKept) {
+  write_file("few.res", "0 1.0\n");
+  const struct {
+    const char* what;
+    std::function<void(const std::string&)> action;
+    std::size_t left = 0;  // bytes
+  } emptied[] = {
+      {"cut onto itself", [](const std::string& name) { cut_part(name, name, 0, 1); }},
+      {"cut no AU", [](const std::string& name) { cut_part("few.res", name, 0, 1); }},
+      {"cut nothing", [](const std::string& name) { cut_part("good.au", name, 9, 8); }},
+      {"no signal", [](const std::string& name) { make_au_file("none", name); }, au_header_length},
+      {"few to match",
+       [](const std::string& name) {
+         float mean = 0, scale = 1;
+         int offset = 0;
+         EXPECT_EQ(my_correlation("a.res", "few.res", name, &mean, &offset, &scale, 1, 0, "all"),
+                   1);
+       }},
+      {"few bins", [](const std::string& name) { power_spectrum("few.res", name, "all"); }},
+  };
+  const std::string good = contents("good.au");
+  for (const auto& [what, action, left] : emptied) {
+    for (const std::string where : {"alone", "twice", "link"}) {
+      SCOPED_TRACE(what + (" " + where));
+      const TemporaryDirectory directory;
+      std::filesystem::copy(directory_.path() / "few.res", ".");
+      for (const char* needed : {"a.res", "good.au"})
+        std::filesystem::create_symlink(directory_.path() / needed, needed);
+      write_file("old", good);
+      if (where == "twice") std::filesystem::create_hard_link("old", "twin");
+      if (where == "link") std::filesystem::create_symlink("old", "name");
+      action(where == "link" ? "name" : "old");
+      EXPECT_EQ(contents("old.bak"), good);
+      EXPECT_EQ(contents(where == "twice" ? "twin" : "old").size(), left);
+      write_file("old", "other");
+      action("old");
+      EXPECT_EQ(contents("old.bak"), good);
+      EXPECT_EQ(contents("old.bak.2"), "other");
+      EXPECT_EQ(relatives_of(std::filesystem::absolute("old")), 3);
+    }
+  }
+}
+
+TEST_F(Faults, ADiagramIsRescuedSomewhere) {
+  const std::string home = std::filesystem::absolute("home"), nowhere = home + "/no";
+  std::filesystem::create_directories("home/a.vob");
+  write_file("home/b.vob", "earlier");
+  ASSERT_EQ(mkfifo("home/b.vob.2", 0600), 0);
+  const std::pair<std::vector<std::string>, std::string> cases[] = {
+      {{home + "/c.vob", home + "/d.vob"}, home + "/c.vob"},
+      {{home + "/a.vob"}, home + "/a.vob.2"},
+      {{home + "/b.vob"}, home + "/b.vob.3"},
+      {{nowhere + "/e.vob", "/dev/full/e.vob", home + "/e.vob"}, home + "/e.vob"},
+      {{nowhere + "/e.vob"}, ""}};
+  for (const auto& [places, found] : cases) {
+    EXPECT_EQ(write_new_file(places, "text"), found);
+    if (found.empty()) continue;
+    EXPECT_EQ(contents(found), "text");
+    EXPECT_EQ(static_cast<int>(std::filesystem::status(found).permissions()), 0600);
+  }
+  EXPECT_EQ(contents("home/b.vob"), "earlier");
+  EXPECT_EQ(save_many_figures("figure.vob"), 0);
+  note_change();
+  chmod(".", 0555);
+  EXPECT_EQ(in_a_process([] {
+              // Without a home, as the user database has it, and in a directory of somebody else.
+              if (geteuid() == 0 && setuid(65534) != 0) return 2;
+              const std::string said = printed_by(rescue_diagram);
+              const std::string name =
+                  said.substr(said.find('/'), said.find('\n') - said.find('/'));
+              const bool is_whole = contents(name) == contents("figure.vob");
+              return is_whole && std::filesystem::remove(name) ? 0 : 1;
+            }),
+            0);
+  chmod(".", 0755);
 }
 
 TEST_F(Faults, AFullDiskLeavesWhatWasThere) {
@@ -171,16 +260,6 @@ TEST_F(Faults, ADirectoryForReadingOnlyLeavesWhatWasThere) {
   }
   EXPECT_TRUE(contents("old") == "good data");
   chmod(".", 0755);
-}
-
-// How many files there are with names that begin like this one.
-int relatives_of(const std::string& name) {
-  const std::filesystem::path path(name);
-  const auto is_one = [&path](const auto& entry) {
-    return entry.path().filename().string().starts_with(path.filename().string());
-  };
-  const std::filesystem::directory_iterator entries(path.parent_path());
-  return static_cast<int>(std::count_if(begin(entries), end(entries), is_one));
 }
 
 // Writes `name` again and again, with "a" and with "b" in turn, until a signal comes.

@@ -35,18 +35,20 @@ class TemporaryDirectory {
  public:
   TemporaryDirectory() : before_(std::filesystem::current_path()) {
     std::string path = (std::filesystem::temp_directory_path() / "torve.XXXXXX").string();
-    std::filesystem::current_path(mkdtemp(path.data()));
+    path_ = mkdtemp(path.data());
+    std::filesystem::current_path(path_);
   }
   ~TemporaryDirectory() {
-    const std::filesystem::path here = std::filesystem::current_path();
     std::filesystem::current_path(before_);
-    std::filesystem::remove_all(here);
+    std::filesystem::remove_all(path_);
   }
   TemporaryDirectory(const TemporaryDirectory&) = delete;
   TemporaryDirectory& operator=(const TemporaryDirectory&) = delete;
 
+  [[nodiscard]] const std::filesystem::path& path() const { return path_; }
+
  private:
-  std::filesystem::path before_;
+  std::filesystem::path before_, path_;
 };
 
 inline void write_file(const std::string& name, const std::string& bytes) {

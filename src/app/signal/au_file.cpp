@@ -81,7 +81,11 @@ int write_au(const std::string& res_name, const std::string& au_name,
   if (!au) return 1;
   au.write(as_text(header));
   const FilePtr res = open_regular_file(res_name, "rb");
-  if (res) write_words(au, res.get());
+  if (res) {
+    write_words(au, res.get());
+  } else {
+    au.keep_old_content();
+  }
   const bool written = au.finish();
   if (!res) return report_missing();
   return written ? 0 : 1;
@@ -224,19 +228,20 @@ int make_au_file_32(const std::string& res_name, const std::string& au_name) {
 
 int cut_part(const std::string& au_name, const std::string& res_name, double start_seconds,
              double end_seconds) {
-  const FilePtr au = open_regular_file(au_name, "rb");
+  FilePtr au = open_regular_file(au_name, "rb");
   if (!au) {
     say("no file %s\n", au_name.c_str());
     return 1;
   }
-  OutputFile res(res_name, same_file(au_name, res_name)
-                               ? OutputFile::Existing::empty_at_once
-                               : OutputFile::Existing::keep_until_finished);
+  const bool onto_itself = same_file(au_name, res_name);
+  OutputFile res(res_name, onto_itself ? OutputFile::Existing::empty_at_once
+                                       : OutputFile::Existing::keep_until_finished);
   if (!res) {
     say("no file %s\n", res_name.c_str());
     return 1;
   }
-  const std::optional<AuHeader> header = read_header(au.get());
+  if (onto_itself) au = open_regular_file(au_name, "rb");  // what is there now
+  const std::optional<AuHeader> header = au ? read_header(au.get()) : std::nullopt;
   if (!header) {
     say("not au-file\n");
     // Finished with nothing in it; that this may fail changes nothing any more.

@@ -41,14 +41,15 @@ enum AuEncoding : std::int32_t { au_halves = -6, au_int16 = 3, au_float = 6 };
 [[nodiscard]] std::vector<std::uint8_t> au_header();
 
 /// Writes the sample file `res_name` as a 32-bit float AU file. 0; or 1 if the output cannot be
-/// written or there is no such sample file, in which case the AU file holds the header alone. If
-/// both are one file, that counts as no sample file and nothing is touched.
+/// written or there is no such sample file, in which case the AU file holds the header alone and
+/// what was there is kept. If both are one file, that counts as no sample file and nothing is
+/// touched.
 int make_au_file(const std::string& res_name, const std::string& au_name);
 
 /// Writes the samples of an AU file from `start_seconds` to `end_seconds`, both included, as
 /// a sample file. 0; or 1 if a file cannot be opened or the input is no AU file. The output is
 /// created before the input is looked at: a refused input leaves it empty, and one name for both
-/// EMPTIES the AU file.
+/// EMPTIES the AU file. What was there is kept.
 int cut_part(const std::string& au_name, const std::string& res_name, double start_seconds,
              double end_seconds);
 

@@ -7,6 +7,7 @@
 #include "app/signal/matching.hpp"
 #include "app/signal/sample_file.hpp"
 #include "app/signal/say.hpp"
+#include "base/files.hpp"
 
 namespace torve {
 
@@ -28,8 +29,19 @@ std::optional<Signals> read_signals(const std::string& path1, const std::string&
   auto a = read_sample_file(path1, budget);
   auto b = read_sample_file(path2, budget);
   if (!a || !b) return std::nullopt;
-  if (std::min(a->size(), b->size()) < least_match_samples) return std::nullopt;
   return Signals{std::move(*a), std::move(*b)};
+}
+
+bool are_long_enough(const Signals& signals) {
+  return std::min(signals.a.size(), signals.b.size()) >= least_match_samples;
+}
+
+/// Leaves no earlier result that would pass for this one's; but an input stays.
+int refuse(OutputFile& output, const std::string& path1, const std::string& path2,
+           const std::string& path3) {
+  const bool is_input = same_file(path1, path3) || same_file(path2, path3);
+  if (!is_input) static_cast<void>(output.finish());
+  return 1;
 }
 
 std::vector<float> difference(std::span<const float> a, std::span<const float> b, double scale) {
@@ -102,34 +114,34 @@ struct Results {
   float* scale;
 };
 
-int match(Signals& signals, OutputFile& output, const std::string& path3, const Results& results,
-          int mode, int start) {
+std::optional<OffsetMatch> find_offset(Signals& signals, int start, double scale) {
   const double mean_a = normalise(signals.a);
   const double mean_b = normalise(signals.b);
   say("my_correlation, got ave1=%f ave2=%f counter1=%d counter2=%d\n", mean_a, mean_b,
       as_int(signals.a.size()), as_int(signals.b.size()));
-  const auto start_scale = static_cast<double>(*results.scale);
-  const auto offset = best_offset(signals.a, signals.b, start_scale, start);
-  if (!offset) return 1;
-  say("offset_best=%d ave3min=%f samples=%d\n", offset->offset, offset->mean,
-      as_int(offset->last_samples));
-  const auto from_offset = std::span(signals.a).subspan(static_cast<std::size_t>(offset->offset));
+  return best_offset(signals.a, signals.b, scale, start);
+}
+
+void write_match(const Signals& signals, const OffsetMatch& offset, OutputFile& output,
+                 const std::string& path3, const Results& results, int mode, int start) {
+  say("offset_best=%d ave3min=%f samples=%d\n", offset.offset, offset.mean,
+      as_int(offset.last_samples));
+  const auto from_offset = std::span(signals.a).subspan(static_cast<std::size_t>(offset.offset));
   const std::size_t samples = std::min(from_offset.size(), signals.b.size());
   const std::span<const float> a = from_offset.first(samples);
   const std::span<const float> b = std::span(signals.b).first(samples);
-  const ScaleMatch scale = best_scale(a, b, start_scale);
-  say("scale_best=%f ave3min=%f offset=%d\n", scale.scale, scale.mean, offset->offset);
+  const ScaleMatch scale = best_scale(a, b, static_cast<double>(*results.scale));
+  say("scale_best=%f ave3min=%f offset=%d\n", scale.scale, scale.mean, offset.offset);
   say("counter1=%d counter2=%d counter=%d\n", as_int(signals.a.size()), as_int(signals.b.size()),
       as_int(samples));
   *results.mean = static_cast<float>(scale.mean);
-  *results.offset = -offset->offset;
+  *results.offset = -offset.offset;
   *results.scale = static_cast<float>(scale.scale);
   if (mode == mode_shifts) {
-    write_shifts(output, signals, start, *offset, scale, samples);
+    write_shifts(output, signals, start, offset, scale, samples);
   } else {
     write_residual(output, path3, a, b, scale.scale);
   }
-  return output.finish() ? 0 : 1;
 }
 
 }  // namespace
@@ -146,7 +158,12 @@ int my_correlation(const std::string& path1, const std::string& path2, const std
   if (!signals) return 1;
   OutputFile output(path3);
   if (!output) return 1;
-  return match(*signals, output, path3, {ave3_out, offset_out, scale_io}, mode, start_offset);
+  const Results results = {ave3_out, offset_out, scale_io};
+  if (!are_long_enough(*signals)) return refuse(output, path1, path2, path3);
+  const auto offset = find_offset(*signals, start_offset, static_cast<double>(*scale_io));
+  if (!offset) return refuse(output, path1, path2, path3);
+  write_match(*signals, *offset, output, path3, results, mode, start_offset);
+  return output.finish() ? 0 : 1;
 } catch (const std::bad_alloc&) {
   return 1;
 }

@@ -58,8 +58,9 @@ double normalise(std::span<float> values);
 /// `samples` is "all" or a decimal count per file; `scale_io` is where the scales start and the
 /// result; `ave3_out` receives the mean difference, `offset_out` minus the offset. 0, also for
 /// a negative start_offset, which does nothing; or 1 if a file cannot be opened or written, a
-/// signal has less than least_match_samples samples, or no offset qualifies. Results are stored
-/// only once they are found.
+/// signal has less than least_match_samples samples, or no offset qualifies. In the last two cases
+/// the output is empty, unless it is an input, and what was there is kept. Results are stored only
+/// once they are found.
 int my_correlation(const std::string& path1, const std::string& path2, const std::string& path3,
                    float* ave3_out, int* offset_out, float* scale_io, int mode, int start_offset,
                    const std::string& samples);
