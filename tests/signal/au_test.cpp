@@ -112,6 +112,10 @@ TEST_F(AuFile, WhatIsWritten) {
 TEST_F(AuFile, WhatIsCut) {
   const std::string floats = word(0x3f000000) + word(0x7fc00000) + word(0x7f800000);
   const std::string two = word(0x40000000);
+  constexpr double one = 1.0000001 / 44100;  // of the 32-bit samples
+  std::string nans;
+  while (nans.size() < 80'000)
+    nans += word(0x7fc07fc0);
   const struct {
     std::string file;
     double start, end;
@@ -125,6 +129,12 @@ TEST_F(AuFile, WhatIsCut) {
       {au(72, 6, word(1) + two), 0, 1, "0 2.000000\n"},
       {au(60, 6, two), 0, 1, "2 2.000000\n"},
       {au(70, 6, word(1) + two), 0, 1, "0 2.000000\n"},
+      {au(68, 6, floats), one, 9, "1 0.500000\n2 170141183460469231731687303715884105728.000000\n"},
+      {au(68, 6, word(0x40000000) + nans), 20'000 * one, 9, "20000 2.000000\n"},
+      {au(68, 6, nans), 19'999 * one, 9, "19999 0.000000\n"},
+      {au(68, -6, word(0x4000abcd) + nans), 20'000 * one, 9, "20000 2.000000\n"},
+      {au(68, 3, floats + word(0x80007fff)), 5 * one, 1, "2 32640\n3 -32768\n"},
+      {au(70, 3, word(1) + word(0x80007fff)), one, 1, "1 -32768\n"},
       {au(68, 6, floats), 1, 0, ""},
       {au(68, 6, floats), NAN, 1, ""},
       {au(68, 6, floats), 0, NAN, ""},

@@ -1,5 +1,6 @@
 #include "app/signal/au_file.hpp"
 
+#include <algorithm>
 #include <cmath>
 #include <optional>
 #include <string_view>
@@ -113,20 +114,15 @@ class Cut {
     const double sample_size = header.encoding == au_int16 ? 2 : 4;
     first_ = byte_position(start, sample_size);
     last_ = byte_position(end, sample_size);
+    // The rest of the header goes by in whole words.
+    samples_ =
+        au_fixed_part + (std::max<std::int64_t>(header.length - au_fixed_part, 0) + 3) / 4 * 4;
   }
 
   void run() {
-    skip_header_rest();
-    switch (header_.encoding) {
-      case au_int16:
-        return copy_every_second_integer();
-      case au_float:
-        return copy_floats();
-      case au_halves:
-        return copy_upper_halves();
-      default:
-        return;
-    }
+    if (header_.encoding == au_int16) copy_every_second_integer();
+    if (header_.encoding == au_float) copy_numbers(0, 32);
+    if (header_.encoding == au_halves) copy_numbers(2, 16);
   }
 
  private:
@@ -136,48 +132,70 @@ class Cut {
                       static_cast<double>(seconds) * au_sampling_rate * sample_size);
   }
 
-  void skip_header_rest() {
-    std::array<std::uint8_t, 4> word;
-    while (position_ < header_.length && read_bytes(au_, word))
-      position_ += 4;
+  bool selects(std::int64_t position) const {
+    return first_ <= static_cast<double>(position) && static_cast<double>(position) <= last_;
   }
-
-  static bool is_in(double first, double last, std::int64_t position) {
-    return first <= static_cast<double>(position) && static_cast<double>(position) <= last;
-  }
-  bool selects(std::int64_t position) const { return is_in(first_, last_, position); }
-  /// Whether nothing behind `position_` can be selected any more (also for not-a-number).
-  bool is_over() const { return !(static_cast<double>(position_) <= last_); }
+  /// Whether nothing behind `position` can be selected any more (also for not-a-number).
+  bool is_over(std::int64_t position) const { return !(static_cast<double>(position) <= last_); }
   std::int64_t index(std::int64_t position) const { return (position - header_.length) / 4; }
+
+  /// Goes to the word with the first selected byte, or one before; nothing if there is none.
+  std::optional<std::int64_t> go_to_first_word() {
+    if (!(first_ <= last_) || fseeko(au_, 0, SEEK_END) != 0) return std::nullopt;
+    const std::int64_t size = ftello(au_);
+    if (samples_ >= size || first_ >= static_cast<double>(size)) return std::nullopt;
+    const double skipped = std::max(first_ - static_cast<double>(samples_), 0.0);
+    const std::int64_t position = samples_ + static_cast<std::int64_t>(skipped) / 4 * 4;
+    if (fseeko(au_, position, SEEK_SET) != 0) return std::nullopt;
+    return position;
+  }
 
   void copy_every_second_integer() {
     std::array<std::uint8_t, 2> bytes;
-    for (int count = 0; !is_over() && read_bytes(au_, bytes); count ^= 1, position_ += 2) {
-      if (count == 1 && selects(position_)) {
-        write_integer_sample(res_, index(position_), au_half_word(bytes));
+    std::int64_t position = go_to_first_word().value_or(-1);
+    if (position < 0) return;
+    for (int count = 0; !is_over(position) && read_bytes(au_, bytes); count ^= 1, position += 2) {
+      if (count == 1 && selects(position)) {
+        write_integer_sample(res_, index(position), au_half_word(bytes));
       }
     }
   }
 
-  void copy_floats() {
+  /// Writes the number of `bits` bits that begins `offset` bytes into each word.
+  void copy_numbers(int offset, int bits) {
+    std::int64_t position = go_to_first_word().value_or(-1);
+    if (position < 0) return;
+    float value = value_before(position, offset, bits);
     std::array<std::uint8_t, 4> word;
-    std::array<char, 33> bits;
-    float value = 0;
-    for (; !is_over() && read_bytes(au_, word); position_ += 4) {
-      sbinary(bits.data(), word.data(), 32, &value);
-      if (selects(position_)) write_sample(res_, index(position_), static_cast<double>(value));
+    for (; !is_over(position) && read_bytes(au_, word); position += 4) {
+      decode(word, offset, bits, &value);
+      if (selects(position + offset)) {
+        write_sample(res_, index(position + offset), static_cast<double>(value));
+      }
     }
   }
 
-  void copy_upper_halves() {
-    std::array<std::uint8_t, 4> word;
-    std::array<char, 33> bits;
+  static bool decode(std::span<const std::uint8_t, 4> word, int offset, int bits, float* value) {
+    std::array<char, 33> text;
+    return sbinary(text.data(), word.data() + offset, bits, value) == 0;
+  }
+
+  /// What a not-a-number at `position` repeats: the last number before it; 0 when there is none.
+  float value_before(std::int64_t position, int offset, int bits) {
+    std::array<std::uint8_t, 1 << 14> block;
+    const std::int64_t end = position;
     float value = 0;
-    for (; !is_over() && read_bytes(au_, word); position_ += 4) {
-      sbinary(bits.data(), word.data() + 2, 16, &value);
-      const std::int64_t upper = position_ + 2;
-      if (selects(upper)) write_sample(res_, index(upper), static_cast<double>(value));
+    for (bool found = false; !found && position > samples_;) {
+      const std::int64_t size = std::min<std::int64_t>(position - samples_, block.size());
+      position -= size;
+      const auto bytes = std::span(block).first(static_cast<std::size_t>(size));
+      if (fseeko(au_, position, SEEK_SET) != 0 || !read_bytes(au_, bytes)) break;
+      for (std::size_t word = bytes.size(); word > 0 && !found; word -= 4) {
+        found = decode(bytes.subspan(word - 4).first<4>(), offset, bits, &value);
+      }
     }
+    static_cast<void>(fseeko(au_, end, SEEK_SET));
+    return value;
   }
 
   std::FILE* au_;
@@ -185,7 +203,7 @@ class Cut {
   AuHeader header_;
   double first_ = 0;
   double last_ = 0;
-  std::int64_t position_ = au_fixed_part;
+  std::int64_t samples_ = 0;  // where they begin
 };
 
 }  // namespace

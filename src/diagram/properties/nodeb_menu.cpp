@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdio>
 #include <iterator>
+#include <sstream>
 #include <string>
 
 #include "base/errors.hpp"
@@ -17,6 +18,7 @@ namespace torve {
 namespace {
 
 constexpr const char* names_file = "nodeattrs.dat";
+constexpr std::size_t most_bytes = 1 << 16;
 constexpr int longest_name_line = 100;  // characters of a line of the file that count
 constexpr int longest_name = 18;        // a blank and a field come behind it on a line of 49
 
@@ -45,15 +47,12 @@ Labels default_labels() {
   return labels;
 }
 
-// The next line without its end; false behind the last one.
-bool read_line(std::FILE* file, std::string* line) {
-  line->clear();
-  int character = std::fgetc(file);
-  if (character == EOF) return false;
-  for (; character != EOF && character != '\n'; character = std::fgetc(file)) {
-    if (line->size() < longest_name_line) line->push_back(static_cast<char>(character));
-  }
-  return true;
+// The first lines of the file. Ten names take less than the room there is: a file that is larger,
+// or has no lines, is not read to its end.
+std::istringstream first_lines(std::FILE* file) {
+  std::string text(most_bytes, '\0');
+  text.resize(std::fread(text.data(), 1, text.size(), file));
+  return std::istringstream(text);
 }
 
 std::string name_in(std::string line) {
@@ -72,9 +71,10 @@ Labels labels_of_site() {
     cannot_find_file(names_file);
     return labels;
   }
+  std::istringstream lines = first_lines(file.get());
   std::string line;
-  for (std::size_t i = 1; i < labels.size() && read_line(file.get(), &line); ++i)
-    labels.at(i) = name_in(line) + " ";
+  for (std::size_t i = 1; i < labels.size() && std::getline(lines, line); ++i)
+    labels.at(i) = name_in(line.substr(0, longest_name_line)) + " ";
   return labels;
 }
 
