@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <climits>
 #include <cmath>
+#include <map>
 
 #include "app/plot/axis_numbers.hpp"
 #include "app/plot/plot_panes.hpp"
@@ -48,6 +49,65 @@ TEST(AxisNumbers, FourDigitsInTheRoomThereIs) {
   for (const auto& c : cases) {
     EXPECT_EQ(axis_number(c.value, 5), c.narrow);
     EXPECT_EQ(axis_number(c.value, 8), c.wide);
+  }
+}
+
+// The nearest to `magnitude` of all numbers in so few characters, found by writing them all.
+double nearest_in(std::size_t room, double magnitude) {
+  static const auto all = [] {
+    std::map<std::size_t, std::vector<double>> said;
+    const auto add = [&said](const std::string& text) {
+      for (std::size_t size = text.size(); size <= 5; ++size)
+        said[size].push_back(std::stod(text));
+    };
+    for (int digits = 0; digits < 100'000; ++digits) {
+      const std::string text = std::to_string(digits);
+      for (std::size_t zeros = 0; zeros + text.size() <= 4; ++zeros) {
+        const std::string whole = std::string(zeros, '0') + text;
+        for (std::size_t point = 0; point <= whole.size(); ++point)
+          add(std::string(whole).insert(point, 1, '.'));
+      }
+      for (int exponent = -9; digits < 1000 && exponent < 13; ++exponent)
+        add(text + "e" + std::to_string(exponent));
+      add(text);
+    }
+    for (auto& [size, values] : said)
+      std::ranges::sort(values);
+    return said;
+  }();
+  const auto above = std::ranges::lower_bound(all.at(room), magnitude);
+  return above != all.at(room).begin() && magnitude - above[-1] < *above - magnitude ? above[-1]
+                                                                                     : *above;
+}
+
+TEST(AxisNumbers, EndsAreAsNearAsFiveCellsCanSay) {
+  const std::array<const char*, 4> examples[] = {
+      {"0.011", "-0.013996", ".011", "-.014"}, {"0.685808", "-0.859985", ".686", "-.860"},
+      {"0.797468", "-1", "0.797", "-1"},       {"0.398", "-0.5", "0.398", "-0.5"},
+      {"0.957", "-1.2", "0.957", "-1.2"},      {"26131", "-32767", "261e2", "-33e3"},
+      {"0.0000124", "0", "12e-6", "0"},        {"1e-300", "-1e-12", "", ""},
+      {"135.43", "0", "135.4", "0"},           {"9999.4", "-9999.4", "9999", "-9999"},
+  };
+  for (const auto& [top, bottom, first, second] : examples) {
+    const AxisEnds ends = axis_ends(std::stod(top), std::stod(bottom), 5);
+    EXPECT_EQ(ends.top + " " + ends.bottom, first + std::string(" ") + second);
+  }
+  for (double value = 1e-6; value < 1e9; value *= 1.0007) {
+    const AxisEnds ends = axis_ends(value * 63 / 79, -value, 5);
+    for (const auto& [text, meant] :
+         {std::pair(ends.top, value * 63 / 79), {ends.bottom, -value}}) {
+      const double error = std::fabs(std::stod(text) - meant), size = std::fabs(meant);
+      ASSERT_LE(text.size(), 5U);
+      const bool is_three = size >= 0.1 && size < 9999.5;
+      const std::size_t room = meant < 0 ? 4 : 5;
+      const double nearest = std::fabs(nearest_in(room, size) - size);
+      ASSERT_LE(error, size < 0.01 ? nearest * (1 + 1e-6)
+                                   : size * (is_three ? 0.005 : 0.05) + nearest * 1e-6)
+          << text << ' ' << meant;
+    }
+    const bool alike =
+        (ends.top.find('e') == ends.top.npos) == (ends.bottom.find('e') == ends.bottom.npos);
+    EXPECT_TRUE(alike || value < 0.013) << ends.top << ' ' << ends.bottom;
   }
 }
 
@@ -117,6 +177,9 @@ TEST_F(PlotTest, SpectraStandOnTheBaseLine) {
   EXPECT_FALSE(is_ink(132, 18));
   expect_in_eps([] { plot_spectrum_anew("s.spe", 0, 0, 1, 0.4, 1, 1, "all"); },
                 {"(0)", "(275)", "(551)", "(3858)", "(4.229)", "(Hz)", "(Power spectrum)"});
+  expect_in_eps([] { plot_spectrum_anew("s.spe", 0, 0, 1, 10, 1, 1, "all"); },
+                {"(0)", "(11.02)", "(22.05)"});
+  expect_in_eps([] { plot_spectrum_anew("s.spe", 0, 1, 1, 5, 1, 1, "all"); }, {"(1)", "(23)"});
   write_file("h.spe", "size=0\n");
   EXPECT_TRUE(printed_by([] {
                 plot_spectrum_anew("h.spe", 0, 0, 1, 1, 1, 0, "x");

@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cmath>
 #include <optional>
+#include <vector>
 
 namespace torve {
 
@@ -82,7 +83,144 @@ std::string exponent_text(double magnitude, std::size_t room) {
   return text.size() <= room ? text : std::string();
 }
 
+// A magnitude as text, and what the text says.
+struct Candidate {
+  std::string text;
+  double said;
+};
+
+using Candidates = std::vector<Candidate>;
+
+double value_of(const std::string& text) {
+  double value = 0;
+  std::from_chars(text.data(), text.data() + text.size(), value);
+  return value;
+}
+
+bool is_exact(double said, double magnitude) {
+  return std::fabs(said - magnitude) <= nudge * magnitude;
+}
+
+// With as many decimals as there is room for, the zero before the point left out.
+Candidates rounded_plain(double magnitude, std::size_t room) {
+  for (int decimals = static_cast<int>(room) - 1; decimals >= 0 && magnitude < 1e9; --decimals) {
+    char buffer[64];
+    const auto end = std::to_chars(buffer, buffer + sizeof buffer, magnitude,
+                                   std::chars_format::fixed, decimals);
+    std::string text(buffer, end.ptr);
+    if (text.starts_with("0.")) text.erase(0, 1);
+    if (text.size() > room) continue;
+    const double said = value_of("0" + text);
+    return {{is_exact(said, magnitude) ? without_trailing_zeros(text) : text, said}};
+  }
+  return {};
+}
+
+// A whole mantissa of each length for which there is room.
+Candidates rounded_with_exponent(double magnitude, std::size_t room) {
+  Candidates candidates;
+  for (int digits = 1; digits < static_cast<int>(room); ++digits) {
+    char buffer[64];
+    const auto end = std::to_chars(buffer, buffer + sizeof buffer, magnitude,
+                                   std::chars_format::scientific, digits - 1);
+    const std::string scientific(buffer, end.ptr);
+    const std::size_t e = scientific.find('e');
+    std::string mantissa = scientific.substr(0, e);
+    std::erase(mantissa, '.');
+    mantissa.erase(mantissa.find_last_not_of('0') + 1);
+    const int exponent =
+        std::stoi(scientific.substr(e + 1)) + 1 - static_cast<int>(mantissa.size());
+    const std::string text = mantissa + "e" + std::to_string(exponent);
+    if (text.size() <= room) candidates.push_back({text, value_of(text)});
+  }
+  return candidates;
+}
+
+// The first of the nearest, within half of the magnitude; none: an empty text.
+Candidate nearest(const Candidates& candidates, double magnitude) {
+  Candidate best = {"", 0};
+  double least = magnitude / 2;
+  for (const Candidate& candidate : candidates) {
+    const double error = std::fabs(candidate.said - magnitude);
+    if (error >= least - nudge * magnitude) continue;
+    least = error;
+    best = candidate;
+  }
+  return best;
+}
+
+Candidate nearest(double magnitude, std::size_t room) {
+  Candidates candidates = rounded_plain(magnitude, room);
+  for (const Candidate& candidate : rounded_with_exponent(magnitude, room))
+    candidates.push_back(candidate);
+  return nearest(candidates, magnitude);
+}
+
+bool has_exponent(const std::string& text) {
+  return text.find('e') != std::string::npos;
+}
+
+std::string sign_of(double value) {
+  return value < 0 ? "-" : "";
+}
+
+std::size_t room_for(double value, int most_characters) {
+  return static_cast<std::size_t>(std::max(0, most_characters)) - (value < 0 ? 1 : 0);
+}
+
+std::string with_zero(std::string text) {
+  const std::size_t point = text.find('.');
+  const bool lacks_zero = point == 0 || (point == 1 && text[0] == '-');
+  if (lacks_zero) text.insert(point, 1, '0');
+  return text;
+}
+
+// Whether two digits at least fit beside a sign.
+bool is_handy(double value) {
+  return std::fabs(value) >= 0.01 && std::fabs(value) < 9999.5;
+}
+
+// An exponent where the other end has one, if that says nearly the same.
+void follow_exponent(std::string& text, double value, int most_characters) {
+  constexpr double allowed = 0.005;
+  const double magnitude = std::fabs(value);
+  const Candidate other =
+      nearest(rounded_with_exponent(magnitude, room_for(value, most_characters)), magnitude);
+  const double error = std::fabs(other.said - magnitude);
+  const double error_now = std::fabs(value_of(with_zero(text)) - value);
+  if (other.text.empty()) return;
+  if (error <= std::max(allowed, nudge + error_now / magnitude) * magnitude) {
+    text = sign_of(value) + other.text;
+  }
+}
+
 }  // namespace
+
+std::string nearest_axis_number(double value, int most_characters) {
+  if (!std::isfinite(value)) return {};
+  if (value == 0) return "0";
+  const std::string magnitude = nearest(std::fabs(value), room_for(value, most_characters)).text;
+  if (magnitude.empty()) return {};
+  const std::string text = sign_of(value) + magnitude;
+  const std::string longer = with_zero(text);
+  return longer.size() <= static_cast<std::size_t>(most_characters) ? longer : text;
+}
+
+AxisEnds axis_ends(double top, double bottom, int most_characters) {
+  if (is_handy(top) && is_handy(bottom)) {
+    const std::size_t room = room_for(-1, most_characters);
+    const AxisEnds ends = {sign_of(top) + nearest(std::fabs(top), room).text,
+                           sign_of(bottom) + nearest(std::fabs(bottom), room).text};
+    const AxisEnds longer = {with_zero(ends.top), with_zero(ends.bottom)};
+    const auto limit = static_cast<std::size_t>(most_characters);
+    return longer.top.size() <= limit && longer.bottom.size() <= limit ? longer : ends;
+  }
+  AxisEnds ends = {nearest_axis_number(top, most_characters),
+                   nearest_axis_number(bottom, most_characters)};
+  if (has_exponent(ends.top)) follow_exponent(ends.bottom, bottom, most_characters);
+  if (has_exponent(ends.bottom)) follow_exponent(ends.top, top, most_characters);
+  return ends;
+}
 
 std::string axis_number(double value, int most_characters) {
   if (!std::isfinite(value)) return {};

@@ -1,4 +1,4 @@
-// How the numbers along an axis are written.
+// How the numbers along an axis are written: along x truncated, along y rounded.
 #pragma once
 
 #include <string>
@@ -14,5 +14,20 @@ namespace torve {
 
 /// The same with the digits behind the point cut off.
 [[nodiscard]] std::string whole_axis_number(double value, int most_characters);
+
+/// The nearest value that a text of at most `most_characters` can say. Zeros at the end go when the
+/// text is exact, the zero before the point when there is no room for it; an exponent is taken only
+/// where it is nearer. Empty when the value is not finite or nothing within half of it can be said.
+[[nodiscard]] std::string nearest_axis_number(double value, int most_characters);
+
+/// The numbers at the two ends of an axis, written alike.
+struct AxisEnds {
+  std::string top, bottom;
+};
+
+/// Both in `most_characters`, less one for a sign at either end while that leaves two digits at
+/// least (0.01 .. 9999); otherwise each as near as it can be said, with an exponent at both ends or
+/// at none where that costs no more than 0.5 %.
+[[nodiscard]] AxisEnds axis_ends(double top, double bottom, int most_characters);
 
 }  // namespace torve

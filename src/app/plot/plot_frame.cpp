@@ -96,8 +96,9 @@ void number_x_axis(const PlotFrame& frame, const Axes& axes) {
   if (frame.tick_value == 0) return;
   const auto number_at = [&](int tick) {
     const double value = frame.origin_value + tick * frame.tick_value;
-    return frame.spectrum ? whole_axis_number(value, most_x_characters)
-                          : axis_number(value, most_x_characters);
+    if (!frame.spectrum) return axis_number(value, most_x_characters);
+    if (!frame.close_ticks) return whole_axis_number(value, most_x_characters);
+    return axis_number(value - spectrum_origin_shift, most_x_characters);
   };
   int widest = 0;
   for (int tick = 0; tick <= last_numbered_tick; ++tick) {
@@ -112,16 +113,17 @@ void number_x_axis(const PlotFrame& frame, const Axes& axes) {
 }
 
 void number_y_axis(const PlotFrame& frame, const Axes& axes) {
-  const auto write_at = [&](double value, int y) {
-    const std::string number = axis_number(value, most_y_characters);
+  const auto write_at = [&](const std::string& number, int y) {
     write_number(frame, number, frame.x1 + y_number_right - width_of(number), y);
   };
   // The top row is not half_height pixels above zero, so its value is not the top value.
   const double pixels_of_top_value =
       frame.spectrum ? spectrum_magnification * frame.half_height : frame.half_height;
-  write_at(frame.top_value * (axes.zero - frame.y1) / pixels_of_top_value, frame.y1);
-  if (!frame.spectrum) write_at(0, axes.zero - glyph_rows_of_numbers / 2);
-  write_at(frame.spectrum ? 0 : frame.bottom_value, axes.row - glyph_rows_of_numbers);
+  const double top = frame.top_value * (axes.zero - frame.y1) / pixels_of_top_value;
+  const AxisEnds ends = axis_ends(top, frame.spectrum ? 0 : frame.bottom_value, most_y_characters);
+  write_at(ends.top, frame.y1);
+  if (!frame.spectrum) write_at("0", axes.zero - glyph_rows_of_numbers / 2);
+  write_at(ends.bottom, axes.row - glyph_rows_of_numbers);
 }
 
 }  // namespace

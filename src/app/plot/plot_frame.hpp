@@ -15,11 +15,16 @@ struct PlotFrame {
   double origin_value = 0;     // value at the left end of the x axis
   double bottom_value = 0;     // value at the x axis of a curve
   bool spectrum = false;       // a spectrum stands on the x axis, magnified 1.7 times
+  bool close_ticks = false;    // the ticks of a spectrum get decimals
   int number_row = 14;         // from the top of the numbers along x down to y2 + 1
   int target = 0;              // screen or EPS, as in draw_line
   int tick_distance = 50;      // from a numbered tick to the next
   int half_height = 79;        // from the zero row of a curve to its x axis
 };
+
+/// The origin of a spectrum is given so much too large: its numbers are truncated, and a whole one
+/// that was computed a little too small is to stay whole.
+inline constexpr double spectrum_origin_shift = 0.1;
 
 /// What a spectrum is magnified by.
 inline constexpr double spectrum_magnification = 1.7;

@@ -47,6 +47,7 @@ struct TimeAxis {
   const char* unit = "";
   double origin = 0;
   double tick = 0;  // per PlotFrame::tick_distance pixels
+  bool close_ticks = false;
 };
 
 constexpr double tick_pixels = 50;
@@ -63,13 +64,14 @@ TimeAxis curve_axis(const PlotSettings& settings) {
 
 TimeAxis spectrum_axis(const PlotSettings& settings, int size) {
   constexpr int first_step_in_khz = 1000;
-  constexpr double origin_shift = 0.1;  // numbers are truncated; the shift keeps whole ones whole
   if (settings.step <= 0) return {};
+  constexpr double least_whole_hertz = 20;  // closer ticks would be told apart by a digit or two
   const bool in_hz = settings.step < first_step_in_khz;
   const double units = in_hz ? 1 : 1000;
   const double start = settings.start < 0 ? 0 : settings.start;
-  return {in_hz ? "Hz" : "kHz", start + origin_shift,
-          settings.step * (tick_pixels / settings.xsc) / units * sampling_rate / size};
+  const double tick = settings.step * (tick_pixels / settings.xsc) / units * sampling_rate / size;
+  return {in_hz ? "Hz" : "kHz", start + spectrum_origin_shift, tick,
+          in_hz && std::fabs(tick) < least_whole_hertz};
 }
 
 void set_pane_area(int yoff) {
@@ -124,6 +126,7 @@ void draw_plot(const std::vector<float>& points, const Extremes& extremes,
   frame.origin_value = axis.origin;
   frame.bottom_value = -largest / settings.ysc;
   frame.spectrum = spectrum;
+  frame.close_ticks = axis.close_ticks;
   frame.target = settings.target;
   draw_frame2(frame);
   write_labels(axis.unit, spectrum ? "" : "num", title, settings.target);
