@@ -4,7 +4,6 @@
 // every machine and with every mathematics library.
 #pragma once
 
-#include <string>
 #include <vector>
 
 namespace torve {
@@ -19,13 +18,5 @@ struct BellRecordings {
 };
 
 [[nodiscard]] BellRecordings record_bell();
-
-/// A sample file: one line "index value" a sample, the value with six decimals.
-[[nodiscard]] std::string sample_text(const std::vector<double>& values);
-
-/// What remains of `first` when the best-fitting multiple of `second` has been taken away, both
-/// scaled to a mean absolute value of 1: without its mean, and scaled to a largest value of 1.
-[[nodiscard]] std::vector<double> match_residual(const std::vector<double>& first,
-                                                 const std::vector<double>& second, int offset);
 
 }  // namespace torve

@@ -50,10 +50,9 @@ awk '/Samples read/ { exit !($3 == 17642) }' stat || fail "$(<stat)"
 signals=$(dirname "$batch")/../share/torve/signals
 awk '{ d = $2 * 32768; d -= int(d + 1000000.5) - 1000000; if (d > 0.02 || d < -0.02) exit 1 }' \
   "$signals"/bhld[12].res || fail "not of 16 bits"
-expect 0 "$batch" match "$signals"/bhld1.res "$signals"/bhld2.res rest.res 1000 1 all
+expect 0 "$batch" match "$signals"/bhld1.res "$signals"/bhld2.res rest.res 1000 0.7 all
 grep -q 'offset_best=1544 ' said || fail "the match is elsewhere: $(<said)"
-paste -d' ' rest.res "$signals"/compar3.res |
-  awk '{ d = $2 - $4; if (NF != 4 || d > 1e-5 || d < -1e-5) exit 1 }' || fail "other remains"
+cmp rest.res "$signals"/compar3.res || fail "other remains"
 
 # Streams: the data on standard output alone.
 "$batch" to-au - - <scaled.res 2>said | cmp - back.au || fail "other bytes through a pipe"
