@@ -37,21 +37,6 @@ Selection select_bins(int low, int high, int size, int mode) {
   return {true, {{{1, std::min(low - 1, size - 1)}, {std::max(high + 1, 1), size - 1}}}};
 }
 
-void write_values(OutputFile& file, const BandSums& sums, int size) {
-  std::array<double, BandSums::lanes> values;
-  for (int first = 0; first < size; first += BandSums::lanes) {
-    const int end = std::min(first + BandSums::lanes, size);
-    for (int t = first; t < end; ++t) {
-      if (t % samples_per_message == 0) {
-        say("%d percent ready\n", static_cast<int>(std::int64_t{t} * 100 / size));
-      }
-    }
-    sums.values(first, values);
-    for (int t = first; t < end; ++t)
-      write_sample(file, t, values[static_cast<std::size_t>(t - first)]);
-  }
-}
-
 int filter(const std::string& name, int size, const Selection& selection) {
   OutputFile file(name);
   if (!file) return 1;
@@ -60,7 +45,13 @@ int filter(const std::string& name, int size, const Selection& selection) {
       static_cast<double>(stored_a()[0]) * static_cast<double>(sampling_rate) / size;
   const BandSums sums(stored_a().first(bins), stored_b().first(bins), size,
                       selection.with_mean ? mean : 0, selection.ranges);
-  write_values(file, sums, size);
+  const auto report_percent = [size](int t) {
+    if (t % samples_per_message != 0) return;
+    say("%d percent ready\n", static_cast<int>(std::int64_t{t} * 100 / size));
+  };
+  int t = 0;
+  for (const double value : band_values(sums, 0, size, report_percent))
+    write_sample(file, t++, value);
   if (!file.finish()) return 1;
   say("done\n");
   return 0;

@@ -6,8 +6,11 @@
 #pragma once
 
 #include <array>
+#include <functional>
 #include <span>
 #include <vector>
+
+#include "app/signal/ordered_sums.hpp"
 
 namespace torve {
 
@@ -27,32 +30,42 @@ class BandSums {
   /// Sample t, literally, with the library's sine and cosine.
   [[nodiscard]] double plain_value(int t) const;
 
-  /// How many samples quick_values takes at a time.
-  static constexpr int lanes = 32;
+  /// How many samples the others take at a time.
+  static constexpr int lanes = sum_lanes;
 
-  /// The samples first_t and up. Phasors are turned from bin to bin and set anew every 64 bins;
-  /// what the rounding of each angle does is put in. Blocks of bins that are all zero are left out.
-  void quick_values(int first_t, std::span<double, lanes> values) const;
+  /// What a sample lies between, ends included.
+  struct Ends {
+    double low;
+    double high;
+  };
 
-  /// How far `value` of quick_values may be from the literal one: a unit in the last place of a sum
-  /// of its size, times the square root of the number of additions (the roundings go either way).
-  /// The worst difference seen is a fifth of it.
-  [[nodiscard]] double tolerance(double value) const;
+  /// The ends of some samples, at most `lanes`, in any order. Phasors are turned from bin to bin
+  /// and set anew every 64 bins; what the rounding of each angle does is put in.
+  void ends(std::span<const int> times, std::span<Ends> ends) const;
 
-  /// The samples first_t and up with the text of the literal ones: where a rounding boundary lies
-  /// within the tolerance, the literal sum decides.
-  void values(int first_t, std::span<double, lanes> values) const;
+  /// Some samples, at most `lanes`, to the bit, in four times the time of their ends.
+  void literal_values(std::span<const int> times, std::span<double> values) const;
 
  private:
+  [[nodiscard]] double term(int t, int bin) const;
+  /// Calls `add(first, count)` for up to `most` bins at a time, in order, but for those all zero.
+  template <typename Add>
+  void for_bins(int most, Add add) const;
+
   std::span<const float> a_;
   std::span<const float> b_;
   int size_;
   double offset_;
   std::array<BinRange, 2> ranges_;
+  bool zeros_count_;              // whether adding zeros could change a sum
   std::vector<double> scaled_a_;  // 2 a 44100 / K, 2 b 44100 / K
   std::vector<double> scaled_b_;
-  double typical_;  // the size a sum of the terms with random signs has
-  double terms_;
 };
+
+/// Samples first .. first + count - 1 with the text of the literal ones: where the ends of one have
+/// two texts, the literal sum decides. `progress` is told each sample about to be computed, in
+/// order.
+[[nodiscard]] std::vector<double> band_values(const BandSums& sums, int first, int count,
+                                              const std::function<void(int t)>& progress);
 
 }  // namespace torve

@@ -13,3 +13,6 @@
 #else
 #define TORVE_CLONES __attribute__((target_clones("avx512f", "avx2", "default")))
 #endif
+
+/// For what kernels call: a part of them, compiled for the same instruction set.
+#define TORVE_INLINE [[gnu::always_inline]] inline

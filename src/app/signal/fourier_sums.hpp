@@ -2,17 +2,26 @@
 //
 // Bin j of the signal x(0 .. K-1) has the sums over i of x(i) cos(angle) and x(i) sin(angle), with
 // angle = p x 3.14159 / K, left to right in double, where p = 2 x j x i wraps around as a signed
-// 32-bit integer does.
+// 32-bit integer does. There are two ways to them: their ends, and for what these leave open, the
+// sums to the bit.
 #pragma once
 
 #include <cstdint>
 #include <span>
+
+#include "app/signal/ordered_sums.hpp"
 
 namespace torve {
 
 struct FourierSums {
   double cosines;
   double sines;
+};
+
+/// What the sums of a bin lie between, ends included.
+struct FourierEnds {
+  FourierSums low;
+  FourierSums high;
 };
 
 /// 2 x j x i as a signed 32-bit product.
@@ -24,18 +33,17 @@ struct FourierSums {
 /// The sums of one bin, literally, with the library's sine and cosine.
 [[nodiscard]] FourierSums plain_fourier_sums(std::span<const float> x, int bin);
 
-/// How many bins fourier_sums takes at a time.
-inline constexpr int fourier_lanes = 32;
+/// How many bins the others take at a time.
+inline constexpr int fourier_lanes = sum_lanes;
 
-/// The sums of the bins first_bin .. first_bin + sums.size() - 1, at most fourier_lanes; x holds at
-/// most 131072 values. A phasor a bin is turned from sample to sample, and set anew every 64; what
-/// the rounding of each angle does is put in, so the sums differ from the literal ones by what
-/// random roundings of their terms add up to (see fourier_sum_tolerance).
-void fourier_sums(std::span<const float> x, int first_bin, std::span<FourierSums> sums);
+/// The ends of the sums of some bins, at most fourier_lanes, in any order; x holds at most 131072
+/// finite values. A phasor a bin is turned from sample to sample, and set anew every 64; what the
+/// rounding of each angle does is put in.
+void fourier_sum_ends(std::span<const float> x, std::span<const int> bins,
+                      std::span<FourierEnds> ends);
 
-/// How far a sum of fourier_sums may be from the literal one: half a unit in the last place of
-/// a sum of typical size, times the square root of the number of additions (the roundings go
-/// either way). The worst difference seen is an eighth of it.
-[[nodiscard]] double fourier_sum_tolerance(std::span<const float> x);
+/// The sums of some bins, to the bit, in four times the time of their ends; x as above.
+void literal_fourier_sums(std::span<const float> x, std::span<const int> bins,
+                          std::span<FourierSums> sums);
 
 }  // namespace torve

@@ -1,53 +1,19 @@
 #include "app/signal/spectrum.hpp"
 
 #include <algorithm>
-#include <array>
-#include <cmath>
 #include <new>
 
 #include "app/signal/correlation.hpp"
-#include "app/signal/fourier_sums.hpp"
 #include "app/signal/sample_file.hpp"
 #include "app/signal/say.hpp"
 #include "app/signal/work_buffer.hpp"
 #include "base/files.hpp"
-#include "base/number_text.hpp"
 
 namespace torve {
 
 namespace {
 
 constexpr int bins_per_message = 1000;
-
-/// One bin, still in double.
-struct Bin {
-  double a;
-  double b;
-  double power;
-};
-
-Bin make_bin(const FourierSums& sums, int size) {
-  const double a = 2 * sums.cosines / size;
-  const double b = 2 * sums.sines / size;
-  return {a, b, a * a + b * b};
-}
-
-/// Whether a power `error` more or less would leave the same text.
-bool text_is_certain(double power, double error) {
-  const auto low = static_cast<double>(static_cast<float>(std::max(power - error, 0.0)));
-  const auto high = static_cast<double>(static_cast<float>(power + error));
-  return low == high || same_fixed6(low, high);
-}
-
-/// The text of a power within the tolerance of a rounding boundary is settled by the literal sums.
-Bin certain_bin(std::span<const float> x, int j, const FourierSums& sums, double tolerance) {
-  const int size = static_cast<int>(x.size());
-  const Bin bin = make_bin(sums, size);
-  const double error = 2 * tolerance / size;
-  const double power_error = 2 * error * (std::fabs(bin.a) + std::fabs(bin.b) + error);
-  if (text_is_certain(bin.power, power_error)) return bin;
-  return make_bin(plain_fourier_sums(x, j), size);
-}
 
 void report_percent(int bin, int last) {
   // The first message is at bin 1, then there is one at every full thousand.
@@ -92,7 +58,8 @@ int transform_file(const std::string& res_in, const std::string& spe_out,
     if (!same_file(res_in, spe_out)) static_cast<void>(output.finish());
     return 1;
   }
-  const Spectrum spectrum = compute_spectrum(x, report_percent);
+  Spectrum spectrum = compute_spectrum(x, report_percent);
+  settle_coefficients(x, {spectrum.a, spectrum.b, {}, spectrum.open}, 1, size / 2);
   store(spectrum, size);
   write_spectrum(output, size, spectrum.power);
   return output.finish() ? 0 : 1;
@@ -101,29 +68,29 @@ int transform_file(const std::string& res_in, const std::string& spe_out,
 }  // namespace
 
 Spectrum compute_spectrum(std::span<const float> x, void (*progress)(int bin, int last)) {
-  const int size = static_cast<int>(x.size());
-  const int last = size / 2;
+  const int last = static_cast<int>(x.size()) / 2;
+  const auto bins = static_cast<std::size_t>(last) + 1;
+  Spectrum spectrum = {std::vector<float>(bins), std::vector<float>(bins), std::vector<float>(bins),
+                       std::vector<std::uint8_t>(bins)};
   const double mean = mean_over(x, x.size());
-  Spectrum spectrum;
-  const auto add = [&](const Bin& bin) {
-    spectrum.a.push_back(static_cast<float>(bin.a));
-    spectrum.b.push_back(static_cast<float>(bin.b));
-    spectrum.power.push_back(static_cast<float>(bin.power));
-  };
-  add({mean, 0, mean * mean});
-  const double tolerance = fourier_sum_tolerance(x);
-  std::array<FourierSums, fourier_lanes> sums;
-  for (int first = 1; first <= last; first += fourier_lanes) {
-    const int count = std::min(fourier_lanes, last - first + 1);
-    for (int j = first; j < first + count; ++j)
-      progress(j, last);
-    const auto part = std::span(sums).first(static_cast<std::size_t>(count));
-    fourier_sums(x, first, part);
-    for (int j = first; j < first + count; ++j) {
-      add(certain_bin(x, j, part[static_cast<std::size_t>(j - first)], tolerance));
-    }
+  spectrum.a[0] = static_cast<float>(mean);
+  spectrum.power[0] = static_cast<float>(mean * mean);
+  const BinTable table = {spectrum.a, spectrum.b, spectrum.power, spectrum.open};
+  OpenBins powers(x, table, OpenBins::Wanted::power_text);
+  for (int j = 1; j <= last; ++j) {
+    progress(j, last);
+    powers.add(j);
   }
+  powers.finish();
   return spectrum;
+}
+
+void settle_coefficients(std::span<const float> x, const BinTable& table, int first, int last) {
+  OpenBins coefficients(x, table, OpenBins::Wanted::coefficients);
+  for (int j = first; j <= last; ++j) {
+    if (table.open[static_cast<std::size_t>(j)] != 0) coefficients.add(j);
+  }
+  coefficients.finish();
 }
 
 int power_spectrum(const std::string& res_in, const std::string& spe_out,

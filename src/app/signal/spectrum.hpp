@@ -3,9 +3,12 @@
 // Its coefficients stay in the work buffer, where the filters find them.
 #pragma once
 
+#include <cstdint>
 #include <span>
 #include <string>
 #include <vector>
+
+#include "app/signal/open_bins.hpp"
 
 namespace torve {
 
@@ -19,12 +22,16 @@ struct Spectrum {
   std::vector<float> a;
   std::vector<float> b;
   std::vector<float> power;
+  std::vector<std::uint8_t> open;  // a and b are near the literal ones, but not proved to be these
 };
 
 /// The spectrum of x(0 .. K-1). `progress` is told each bin about to be computed, 1 .. K/2, in
 /// order. The text of every power is that of the literal sums.
 [[nodiscard]] Spectrum compute_spectrum(std::span<const float> x,
                                         void (*progress)(int bin, int last));
+
+/// Makes the open coefficients of the bins first .. last those of the literal sums.
+void settle_coefficients(std::span<const float> x, const BinTable& table, int first, int last);
 
 /// Writes the spectrum of a sample file as a spectrum file and leaves its coefficients in the work
 /// buffer. `samples` is "all" or a decimal count N: at most N - 1 values are taken, because the

@@ -69,6 +69,10 @@ struct SineCosine {
   return {std::bit_cast<double>(sine_bits), std::bit_cast<double>(cosine_bits)};
 }
 
+/// How far the library's sine or cosine may be from that of sine_cosine, and the rounding of adding
+/// this to it: 0.8 and 1 units of 2^-53 and half of one.
+inline constexpr double sine_slack = 2.5 * 0x1p-53;
+
 /// A divisor K, a whole number up to 2^17, and its reciprocal.
 struct Divisor {
   double value;

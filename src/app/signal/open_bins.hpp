@@ -1,0 +1,62 @@
+// The bins of a spectrum that are not proved yet, 32 at a time: what lies between the ends of their
+// sums is proved where it can be, the literal sums decide the rest.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <span>
+
+#include "app/signal/fourier_sums.hpp"
+
+namespace torve {
+
+/// What the literal steps make of sums between two ends.
+struct BinVerdict {
+  bool power_is_certain;          // its text
+  bool coefficients_are_certain;  // as floats
+  float a;
+  float b;
+  float power;
+};
+[[nodiscard]] BinVerdict judge_bin(const FourierEnds& ends, int size);
+
+/// The coefficients and powers of the bins 0 and up; open: a and b are near the literal ones, but
+/// not proved to be these floats.
+struct BinTable {
+  std::span<float> a;
+  std::span<float> b;
+  std::span<float> power;  // may be empty if only coefficients are wanted
+  std::span<std::uint8_t> open;
+};
+
+/// Collects open bins and works them out.
+class OpenBins {
+ public:
+  enum class Wanted { power_text, coefficients };
+
+  /// Both must outlive the object.
+  OpenBins(std::span<const float> x, const BinTable& table, Wanted wanted);
+
+  void add(int bin);
+  /// Works out what has been added; before, some bins may still be as they were.
+  void finish();
+
+ private:
+  struct Batch {
+    std::array<int, fourier_lanes> bins;
+    std::size_t count = 0;
+    [[nodiscard]] std::span<const int> all() const { return std::span(bins).first(count); }
+  };
+  void try_ends();
+  void decide();
+  void push_undecided(int bin);
+
+  std::span<const float> x_;
+  BinTable table_;
+  Wanted wanted_;
+  Batch new_;         // not tried yet
+  Batch undecided_;   // the ends leave them open
+  int straight_ = 0;  // so many batches go straight to the literal sums
+};
+
+}  // namespace torve

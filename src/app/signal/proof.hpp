@@ -1,0 +1,31 @@
+// What is proved of a value that is known only to lie between two ends.
+//
+// The steps from a sum to its text are monotone, rounding included: division, conversion to float,
+// squares of what has one sign, decimal digits. Taken literally from both ends, they give two ends
+// for the result; where these agree, so does the literal result. Not-a-number agrees with nothing.
+#pragma once
+
+#include <cmath>
+
+#include "app/signal/clones.hpp"
+
+namespace torve {
+
+/// Whether both are one float, the sign of zero included.
+[[nodiscard]] TORVE_INLINE bool same_float(float a, float b) {
+  return (a == b) & (std::signbit(a) == std::signbit(b));
+}
+
+/// Whether "%f" writes both alike. A float times 10^6 is exact in double; adding 1.5 x 2^52 rounds
+/// it to a whole number, to even in the middle between two, as "%f" does.
+[[nodiscard]] TORVE_INLINE bool same_text(float low, float high) {
+  constexpr double rounder = 0x1.8p52;
+  constexpr double largest = 0x1p50;
+  const double a = static_cast<double>(low) * 1e6;
+  const double b = static_cast<double>(high) * 1e6;
+  const bool same_digits =
+      (std::fabs(a) < largest) & (std::fabs(b) < largest) & (a + rounder == b + rounder);
+  return (std::signbit(low) == std::signbit(high)) & ((low == high) | same_digits);
+}
+
+}  // namespace torve
