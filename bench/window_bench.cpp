@@ -9,12 +9,12 @@
 
 #include "app/plot/plot_panes.hpp"
 #include "app/signal/work_buffer.hpp"
-#include "app/tools/tool_menu.hpp"
 #include "app/tools/tools.hpp"
 #include "diagram/construction.hpp"
 #include "diagram/drawing.hpp"
 #include "diagram/editor.hpp"
 #include "dialogs/install.hpp"
+#include "dialogs/tool_menu.hpp"
 #include "display/colours.hpp"
 #include "display/screen_image.hpp"
 #include "display/screen_state.hpp"

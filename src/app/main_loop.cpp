@@ -4,12 +4,12 @@
 #include <cstdlib>
 #include <new>
 
-#include "app/palette.hpp"
 #include "app/shutdown.hpp"
 #include "base/errors.hpp"
 #include "base/memory_reserve.hpp"
 #include "diagram/editor.hpp"
 #include "diagram/figure_menu.hpp"
+#include "diagram/palette.hpp"
 #include "display/input.hpp"
 #include "display/screen_image.hpp"
 #include "display/screen_state.hpp"

@@ -22,8 +22,6 @@ namespace torve {
 namespace {
 
 constexpr int nodec_reach = 10;  // from a nodec's first point to its second column at creation
-constexpr int first_property_menu = 17;  // 15 and 16 are tools' menus
-constexpr int last_property_menu = 127;
 
 int kind_number(const Vobj& figure) {
   return static_cast<int>(figure.kind);
@@ -53,7 +51,7 @@ int arm(FigureKind kind) {
 // --- pointer mode -------------------------------------------------------------------------------
 
 int free_property_menu() {
-  for (int id = first_property_menu; id <= last_property_menu; ++id) {
+  for (int id = first_property_menu_id; id <= last_property_menu_id; ++id) {
     if (wd(id).kind == kind_free) return id;
   }
   return 0;

@@ -22,28 +22,12 @@ namespace torve {
 
 namespace {
 
-constexpr int menu_id = 14;         // the read tool's, too
-constexpr int blocking_object = 3;  // while it is in use, the menu does not open
 constexpr int searched_colours = 16;
-
-constexpr const char* lines[] = {"Cut ", "Copy ", "Color "};
-enum Line { cut_line, copy_line, color_line };
-
-constexpr MenuField fields[] = {{.line = color_line}};
-
-constexpr MenuTable table = {
-    .lines = lines,
-    .fields = fields,
-    .action = msc_menu_actions,
-    .width_cells = 10,
-    .line_size = 50,
-    .flags = WdFlags::right_close_puts_down,
-};
 
 std::string offered_colour;  // what the field showed when the menu was made
 
 bool is_open() {
-  return wd(menu_id).kind != kind_free && wd_actions[menu_id - 1] == msc_menu_actions;
+  return wd(figure_menu_id).kind != kind_free && wd_actions[figure_menu_id - 1] == msc_menu_actions;
 }
 
 // The first of the sixteen colours that looks like the figure's; 16 when none does.
@@ -103,6 +87,36 @@ void set_colour(Vobj* figure, const std::string& text) {
   if (figure->label != nullptr) figure->label->colour = figure->colour;
 }
 
+// --- the menu -----------------------------------------------------------------------------------
+
+constexpr int colour_field = 0;
+
+// The menu goes before its line does anything, and the figure that it was made for is let go.
+template <void (*change)(Vobj* figure, const std::string& colour)>
+void run(const MenuRun& menu) {
+  const std::string colour = menu.text(colour_field);
+  Vobj* figure = figure_of(static_cast<int>(wd(menu.id).kind_word));
+  hide_errormsg();
+  close_figure_menu();
+  if (figure == nullptr) return;
+  let_go();
+  change(figure, colour);
+}
+
+constexpr MenuLine lines[] = {
+    {.text = "Cut ", .run = run<[](Vobj* figure, const std::string&) { cut(figure); }>},
+    {.text = "Copy ", .run = run<[](Vobj* figure, const std::string&) { copy(*figure); }>},
+    {.text = "Color ", .fields = {{{.number = colour_field}}}, .run = run<set_colour>},
+};
+
+constexpr MenuTable table = {
+    .lines = lines,
+    .action = msc_menu_actions,
+    .width_cells = 10,
+    .line_size = 50,
+    .flags = WdFlags::right_close_puts_down,
+};
+
 }  // namespace
 
 int fill_mscmenu(Vobj* figure, int id, int x, int y) {
@@ -112,22 +126,22 @@ int fill_mscmenu(Vobj* figure, int id, int x, int y) {
   WdObject& menu = wd(id);
   menu.kind_word = figure->serial;
   offered_colour = colour_of(*figure);
-  set_field(menu.menu_items[0], offered_colour);
+  set_field(menu.menu_items[colour_field], offered_colour);
   return 0;
 }
 
 void open_figure_menu(Vobj* figure, int x, int y) {
   close_figure_menu();
-  if (wd(blocking_object).kind == kind_free && wd(menu_id).kind == kind_free &&
-      fill_mscmenu(figure, menu_id, x, y) == 0) {
+  if (wd(figure_menu_blocker_id).kind == kind_free && wd(figure_menu_id).kind == kind_free &&
+      fill_mscmenu(figure, figure_menu_id, x, y) == 0) {
     raise_figure(figure);
-    static_cast<void>(put_wd_objects(menu_id, menu_id));
+    static_cast<void>(put_wd_objects(figure_menu_id, figure_menu_id));
   }
   flush_mouse();
 }
 
 void close_figure_menu() {
-  if (is_open()) free_one_wd_object(menu_id);
+  if (is_open()) free_one_wd_object(figure_menu_id);
 }
 
 void cut_current_figure() {
@@ -137,18 +151,12 @@ void cut_current_figure() {
   cut(cvobj);
 }
 
-int msc_menu_actions(int, int* line_flags, MenuItem* items, char**) {
-  const int line = chosen_line(line_flags, table);
-  const std::string colour = items[0].text;
-  Vobj* figure = figure_of(static_cast<int>(wd(menu_id).kind_word));
-  hide_errormsg();
-  close_figure_menu();
-  if (figure == nullptr || line < 0) return 0;
-  let_go();
-  if (line == cut_line) cut(figure);
-  if (line == copy_line) copy(*figure);
-  if (line == color_line) set_colour(figure, colour);
-  return 0;
+int msc_menu_actions(int index, int* line_flags, MenuItem* items, char**) {
+  if (chosen_line(table, line_flags) < 0) {
+    hide_errormsg();
+    close_figure_menu();
+  }
+  return run_chosen_line(table, index, line_flags, items);
 }
 
 }  // namespace torve

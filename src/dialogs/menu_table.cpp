@@ -40,38 +40,35 @@ void say_allocation_failed() {
   textn("failed to allocate menu", white_colour, 0);
 }
 
-int column_of(const MenuField& field, const MenuTable& table) {
-  if (field.column != behind_the_line) return field.column;
-  return static_cast<int>(std::strlen(table.lines[static_cast<std::size_t>(field.line)]));
-}
-
-void place_fields(const MenuTable& table, MenuItem* items) {
-  MenuItem* first_of_line = nullptr;
-  int line = -1;
-  for (const MenuField& field : table.fields) {
-    MenuItem& item = *items++;
-    item.x = column_of(field, table) * cs;
-    item.y = field.line * cr;
+void place_fields(const MenuLine& line, int row, MenuItem* items) {
+  const int count = count_of(line.fields);
+  for (int i = 0; i < count; ++i) {
+    const MenuField& field = line.fields[static_cast<std::size_t>(i)];
+    const bool behind = field.column == behind_the_line;
+    MenuItem& item = items[field.number];
+    item.x = (behind ? static_cast<int>(std::strlen(line.text)) : field.column) * cs;
+    item.y = row * cr;
     item.width = field.width;
     item.maxlen = field.maxlen;
+    item.nfields = i == 0 ? count : 0;
     set_field(item, field.text_now != nullptr ? field.text_now() : field.text);
-    if (field.line != line) first_of_line = &item;
-    line = field.line;
-    ++first_of_line->nfields;
   }
 }
 
-void write_lines(const MenuTable& table, char** lines) {
-  for (const char* text : table.lines)
-    std::snprintf(*lines++, static_cast<std::size_t>(table.line_size), "%s", text);
+void fill(const MenuTable& table, const MenuStructure& made) {
+  int row = 0;
+  for (const MenuLine& line : table.lines.all()) {
+    std::snprintf(made.lines[row], static_cast<std::size_t>(table.line_size), "%s", line.text);
+    place_fields(line, row++, made.items);
+  }
 }
 
 }  // namespace
 
 int make_menu(const MenuTable& table, int id, int x, int y) {
   if (!is_wd_id(id)) return 1;
-  const int line_count = static_cast<int>(table.lines.size());
-  const int field_count = static_cast<int>(table.fields.size()) + table.spare_fields;
+  const int line_count = static_cast<int>(table.lines.all().size());
+  const int field_count = table.lines.field_count() + table.spare_fields;
   const int visible = table.visible_lines > 0 ? table.visible_lines : line_count;
   use_default_font();  // a plot leaves another one, and the lines are those of this one
   fill_jmptable_b(id - 1, table.action);
@@ -83,8 +80,7 @@ int make_menu(const MenuTable& table, int id, int x, int y) {
     say_allocation_failed();
     return -1;
   }
-  write_lines(table, made.lines);
-  place_fields(table, made.items);
+  fill(table, made);
   make_popup_menu(id, x, y, table.width_cells * cs,
                   margin_cells * cs + std::max(table.least_rows, visible) * cr, text_area_colour,
                   frame_colour, selected_colour, field_colour, text_colour, made.items, made.lines,
@@ -103,11 +99,20 @@ void refresh_menu(int id) {
   }
 }
 
-int chosen_line(const int* line_flags, const MenuTable& table) {
-  for (std::size_t line = 0; line < table.lines.size(); ++line) {
-    if ((line_flags[line] & line_selected) != 0) return static_cast<int>(line);
+int chosen_line(const MenuTable& table, const int* line_flags) {
+  const int count = static_cast<int>(table.lines.all().size());
+  for (int line = 0; line < count; ++line) {
+    if ((line_flags[line] & line_selected) != 0) return line;
   }
   return -1;
+}
+
+int run_chosen_line(const MenuTable& table, int index, const int* line_flags, MenuItem* items) {
+  const int chosen = chosen_line(table, line_flags);
+  if (chosen < 0) return 0;
+  const MenuLine& line = table.lines.all()[static_cast<std::size_t>(chosen)];
+  if (line.run != nullptr) line.run({.id = index + 1, .line = chosen, .items = items});
+  return 0;
 }
 
 void set_field(MenuItem& field, const std::string& text) {

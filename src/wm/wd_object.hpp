@@ -22,11 +22,10 @@
 #include "base/rect.hpp"
 #include "text/menu_items.hpp"
 #include "wm/command.hpp"
+#include "wm/object_ids.hpp"
 
 namespace torve {
 
-inline constexpr int wd_object_count = 128;
-inline constexpr int message_window_id = 1;
 inline constexpr int wd_name_size = 32;
 inline constexpr int default_action_slot = wd_object_count;  // of wd_actions
 

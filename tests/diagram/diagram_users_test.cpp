@@ -7,7 +7,6 @@
 #include <tuple>
 
 #include "app/main_loop.hpp"
-#include "app/palette.hpp"
 #include "diagram/diagram_file.hpp"
 #include "diagram/diagram_text.hpp"
 #include "diagram/editor.hpp"
@@ -16,6 +15,7 @@
 #include "diagram/figure_points.hpp"
 #include "diagram/history.hpp"
 #include "diagram/labels.hpp"
+#include "diagram/palette.hpp"
 #include "dialogs/input_window.hpp"
 #include "dialogs/install.hpp"
 #include "dialogs/menu_structure.hpp"

@@ -5,13 +5,14 @@
 #include <fstream>
 #include <sstream>
 
+#include "app/plot/plot_panes.hpp"
 #include "app/signal/work_buffer.hpp"
-#include "app/tools/tool_menu.hpp"
 #include "app/tools/tools.hpp"
 #include "diagram/drawing.hpp"
 #include "diagram/labels.hpp"
 #include "diagram/properties/property_menus.hpp"
 #include "dialogs/menu_structure.hpp"
+#include "dialogs/tool_menu.hpp"
 #include "stage.hpp"
 
 namespace {

@@ -1,7 +1,7 @@
 // What the plot settings menu holds for the other tools.
 #pragma once
 
-#include "app/tools/panes.hpp"
+#include "app/tools/pane_views.hpp"
 
 namespace torve {
 

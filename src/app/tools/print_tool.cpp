@@ -1,30 +1,41 @@
 #include "app/plot/plot_panes.hpp"
-#include "app/tools/panes.hpp"
+#include "app/tools/pane_views.hpp"
 #include "app/tools/plot_tool.hpp"
-#include "app/tools/tool_menu.hpp"
 #include "app/tools/tools.hpp"
+#include "dialogs/tool_menu.hpp"
 #include "eps/eps_stream.hpp"
 
 namespace torve {
 
 namespace {
 
-constexpr const char* lines[] = {
-    "Save Plot1 in eps, name=    ",
-    "Save Plot2 in eps, name=    ",
-    "Save Plot3 in eps, name=    ",
-};
+constexpr int name_field = 0;  // the first one: every line writes to the file that it names
 
-constexpr MenuField fields[] = {
-    {.line = 0, .column = 24, .width = field_length, .text = "plot1.eps"},
-    {.line = 1, .column = 24, .width = field_length, .text = "plot2.eps"},
-    {.line = 2, .column = 24, .width = field_length, .text = "plot3.eps"},
+template <int pane>
+void print(const MenuRun& menu) {
+  FilePtr template_file = open_eps(menu.text(name_field), "psexampl.dat");
+  if (!template_file) return;
+  print_signal(pane, plot_settings_of(pane));
+  close_eps(std::move(template_file));
+}
+
+template <int pane>
+constexpr MenuLine print_line(const char* text, const char* name) {
+  return {.text = text,
+          .fields = {{{.number = name_field + pane, .column = 24, .text = name, .beyond = 26}}},
+          .run = print<pane>};
+}
+
+constexpr MenuLine lines[] = {
+    print_line<0>("Save Plot1 in eps, name=    ", "plot1.eps"),
+    print_line<1>("Save Plot2 in eps, name=    ", "plot2.eps"),
+    print_line<2>("Save Plot3 in eps, name=    ", "plot3.eps"),
 };
 
 constexpr ToolMenu menu = {
     .id = print_menu_id,
     .x_cells = 50,
-    .table = {.lines = lines, .fields = fields, .action = printeps_menu_actions, .width_cells = 40},
+    .table = {.lines = lines, .action = printeps_menu_actions, .width_cells = 40},
 };
 
 }  // namespace
@@ -34,18 +45,11 @@ int fill_printeps_menu() {
 }
 
 int printeps_ope(int, int, int) {
-  return open_tool(menu.id, fill_printeps_menu);
+  return open_tool(menu);
 }
 
-// Every line writes to the file named in the first field.
-int printeps_menu_actions(int, int* line_flags, MenuItem* items, char**) {
-  const int pane = chosen_line(line_flags, menu.table);
-  if (pane < 0) return 0;
-  FilePtr template_file = open_eps(items[0].text, "psexampl.dat");
-  if (!template_file) return 0;
-  print_signal(pane, plot_settings_of(pane));
-  close_eps(std::move(template_file));
-  return 0;
+int printeps_menu_actions(int index, int* line_flags, MenuItem* items, char**) {
+  return run_chosen_line(menu.table, index, line_flags, items);
 }
 
 }  // namespace torve

@@ -4,9 +4,9 @@
 #include "app/plot/plot_panes.hpp"
 #include "app/signal/au_file.hpp"
 #include "app/signal/report.hpp"
-#include "app/tools/panes.hpp"
-#include "app/tools/tool_menu.hpp"
+#include "app/tools/pane_views.hpp"
 #include "app/tools/tools.hpp"
+#include "dialogs/tool_menu.hpp"
 #include "display/screen_state.hpp"
 #include "gif/gif_writer.hpp"
 #include "wm/canvas_paint.hpp"
@@ -15,28 +15,7 @@ namespace torve {
 
 namespace {
 
-constexpr const char* lines[] = {
-    "Get .au/.res/.spe             to             into Plot",
-    "Analyze au file ",
-    "Make a gif-file                 from Plot",
-};
-enum Line { get_line, analyze_line, gif_line };
-
-constexpr MenuField fields[] = {
-    {.line = get_line, .column = 18, .width = 10, .text = "mid.res"},
-    {.line = get_line, .column = 33, .width = 10, .text = "mid.res"},
-    {.line = get_line, .column = 54, .width = 2, .text = "1"},
-    {.line = analyze_line, .column = 16, .width = 10, .text = "bchk1.res"},
-    {.line = gif_line, .column = 16, .width = 12, .text = "figure.gif"},
-    {.line = gif_line, .column = 41, .width = 2, .text = "1"},
-};
-enum Field { file_field, to_field, pane_field, analyze_field, gif_field, gif_pane_field };
-
-constexpr ToolMenu menu = {
-    .id = read_menu_id,
-    .x_cells = 30,
-    .table = {.lines = lines, .fields = fields, .action = read_au_menu_actions, .width_cells = 62},
-};
+enum Field { file, to, pane_number, analyzed_file, gif_file, gif_pane };
 
 constexpr const char* bins_of_a_file = "20000";
 constexpr double whole_recording = 100;  // seconds
@@ -45,14 +24,14 @@ bool has_ending(const std::string& name, const char* ending) {
   return name.ends_with(ending) && name != ending;
 }
 
-void get_file(MenuItem* items) {
-  const std::optional<int> pane = pane_of(items[pane_field].text);
+void get_file(const MenuRun& menu) {
+  const std::optional<int> pane = pane_of(menu.text(pane_number));
   if (!pane) return;
-  const std::string name = items[file_field].text;
+  const std::string name = menu.text(file);
   set_pane_name(*pane, name);
-  set_field(items[to_field], name);
+  set_field(menu.field(to), name);
   clear_pane(*pane);
-  refresh_menu(read_menu_id);
+  refresh_menu(menu.id);
   if (has_ending(name, ".spe")) {
     draw_spectrum(*pane, {.xsc = spectrum_xsc}, bins_of_a_file);
   } else if (has_ending(name, ".au")) {
@@ -62,14 +41,47 @@ void get_file(MenuItem* items) {
   }
 }
 
-void make_gif(MenuItem* items) {
-  const std::optional<int> pane = pane_of(items[gif_pane_field].text);
+void analyze(const MenuRun& menu) {
+  analyse(menu.text(analyzed_file));
+}
+
+void make_gif(const MenuRun& menu) {
+  const std::optional<int> pane = pane_of(menu.text(gif_pane));
   if (!pane) return;
   const int top = pane_row(*pane);
   // Menus that reach into the pane are no part of it; figures that are drawn over it are.
   const CanvasPaint beneath({0, top, X__max + 1, top + pane_rows + 1}, PaintOn::figures);
-  writeGIF1(items[gif_field].text, 0, top, X__max, top + pane_rows);
+  writeGIF1(menu.text(gif_file), 0, top, X__max, top + pane_rows);
 }
+
+constexpr MenuLine lines[] = {
+    {.text = "Get .au/.res/.spe             to             into Plot",
+     .fields = {{
+         {.number = file, .column = 18, .width = 10, .text = "mid.res"},
+         {.number = to, .column = 33, .width = 10, .text = "mid.res"},
+         {.number = pane_number, .column = 54, .width = 2, .text = "1", .beyond = 2},
+     }},
+     .run = get_file},
+    {.text = "Analyze au file ",
+     .fields = {{{.number = analyzed_file,
+                  .column = 16,
+                  .width = 10,
+                  .text = "bchk1.res",
+                  .beyond = 10}}},
+     .run = analyze},
+    {.text = "Make a gif-file                 from Plot",
+     .fields = {{
+         {.number = gif_file, .column = 16, .width = 12, .text = "figure.gif"},
+         {.number = gif_pane, .column = 41, .width = 2, .text = "1", .beyond = 2},
+     }},
+     .run = make_gif},
+};
+
+constexpr ToolMenu menu = {
+    .id = read_menu_id,
+    .x_cells = 30,
+    .table = {.lines = lines, .action = read_au_menu_actions, .width_cells = 62},
+};
 
 }  // namespace
 
@@ -78,24 +90,11 @@ int fill_read_au_menu() {
 }
 
 int read_au_ope(int, int, int) {
-  return open_tool(menu.id, fill_read_au_menu);
+  return open_tool(menu);
 }
 
-int read_au_menu_actions(int, int* line_flags, MenuItem* items, char**) {
-  switch (chosen_line(line_flags, menu.table)) {
-    case get_line:
-      get_file(items);
-      break;
-    case analyze_line:
-      analyse(items[analyze_field].text);
-      break;
-    case gif_line:
-      make_gif(items);
-      break;
-    default:
-      break;
-  }
-  return 0;
+int read_au_menu_actions(int index, int* line_flags, MenuItem* items, char**) {
+  return run_chosen_line(menu.table, index, line_flags, items);
 }
 
 }  // namespace torve

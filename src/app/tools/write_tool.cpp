@@ -1,27 +1,44 @@
 #include <cstdio>
 
 #include "app/signal/au_file.hpp"
-#include "app/tools/tool_menu.hpp"
 #include "app/tools/tools.hpp"
+#include "dialogs/tool_menu.hpp"
 
 namespace torve {
 
 namespace {
 
-constexpr const char* lines[] = {
-    "Convert RES to AU.",
-    "Cut AU to RES. Start sek=       End sek=   ",
-    "RES=                 AU=                   ",
-};
-enum Line { convert_line, cut_line };
+// The names belong to the last line and are the first fields; the first two lines use them.
+enum Field { res_name, au_name, start_time, end_time, field_count };
 
-constexpr MenuField fields[] = {
-    {.line = 2, .column = 4, .width = 10, .text = "checknew.res"},
-    {.line = 2, .column = 24, .width = 10, .text = "checkts.au"},
-    {.line = 1, .column = 25, .width = 5, .text = "1.9"},
-    {.line = 1, .column = 40, .width = 5, .text = "2.37"},
+void convert(const MenuRun& menu) {
+  make_au_file(menu.text(res_name), menu.text(au_name));
+  std::printf("done\n");
+}
+
+void cut(const MenuRun& menu) {
+  std::printf("at write_au_menu_actions\n");
+  for (int i = 0; i < field_count; ++i)
+    std::printf("u1[%d].name=%s\n", i, menu.text(i));
+  cut_part(menu.text(au_name), menu.text(res_name), real_field(menu.field(start_time), 0),
+           real_field(menu.field(end_time), 0));
+  std::printf("done\n");
+}
+
+constexpr MenuLine lines[] = {
+    {.text = "Convert RES to AU.", .run = convert},
+    {.text = "Cut AU to RES. Start sek=       End sek=   ",
+     .fields = {{
+         {.number = start_time, .column = 25, .width = 5, .text = "1.9"},
+         {.number = end_time, .column = 40, .width = 5, .text = "2.37", .beyond = 2},
+     }},
+     .run = cut},
+    {.text = "RES=                 AU=                   ",
+     .fields = {{
+         {.number = res_name, .column = 4, .width = 10, .text = "checknew.res"},
+         {.number = au_name, .column = 24, .width = 10, .text = "checkts.au"},
+     }}},
 };
-enum Field { res_field, au_field, start_field, end_field, field_count };
 
 constexpr ToolMenu menu = {
     .id = write_menu_id,
@@ -29,19 +46,10 @@ constexpr ToolMenu menu = {
     .y_lines = 4,
     .y_pixels = 485,
     .table = {.lines = lines,
-              .fields = fields,
               .action = write_au_menu_actions,
               .width_cells = 48,
               .spare_fields = 1},
 };
-
-void cut(MenuItem* items) {
-  std::printf("at write_au_menu_actions\n");
-  for (int i = 0; i < field_count; ++i)
-    std::printf("u1[%d].name=%s\n", i, items[i].text);
-  cut_part(items[au_field].text, items[res_field].text, real_field(items[start_field], 0),
-           real_field(items[end_field], 0));
-}
 
 }  // namespace
 
@@ -50,15 +58,11 @@ int fill_write_au_menu() {
 }
 
 int write_au_ope(int, int, int) {
-  return open_tool(menu.id, fill_write_au_menu);
+  return open_tool(menu);
 }
 
-int write_au_menu_actions(int, int* line_flags, MenuItem* items, char**) {
-  const int line = chosen_line(line_flags, menu.table);
-  if (line == convert_line) make_au_file(items[res_field].text, items[au_field].text);
-  if (line == cut_line) cut(items);
-  if (line == convert_line || line == cut_line) std::printf("done\n");
-  return 0;
+int write_au_menu_actions(int index, int* line_flags, MenuItem* items, char**) {
+  return run_chosen_line(menu.table, index, line_flags, items);
 }
 
 }  // namespace torve

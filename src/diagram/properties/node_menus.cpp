@@ -1,7 +1,6 @@
 // Nodes, boxes and lines: servers and how they are chosen.
 
 #include <algorithm>
-#include <span>
 #include <string>
 
 #include "diagram/properties/property_menu.hpp"
@@ -11,23 +10,26 @@ namespace torve {
 
 namespace {
 
-constexpr const char* lines[] = {
-    "Servers ", "PS-mode ", "Selection rule ", "Exit filter ", "Name ", "Queue length ",
+constexpr PropertyLine lines[] = {
+    {.text = "Servers ",
+     .fields = {{{.place = {.number = 0}, .integer = integer_of<&Vobj::servers>}}}},
+    {.text = "PS-mode ",
+     .fields =
+         {{{.place = {.number = 1}, .integer = integer_of<&Vobj::ps_mode>, .words = ps_modes}}}},
+    {.text = "Selection rule ",
+     .fields = {{{.place = {.number = 2},
+                  .integer = integer_of<&Vobj::selection_rule>,
+                  .words = selection_rules}}}},
+    {.text = "Exit filter ",
+     .fields = {{{.place = {.number = 3},
+                  .integer = integer_of<&Vobj::exit_filter>,
+                  .words = exit_filters}}}},
+    {.text = "Name ", .fields = {{{.place = {.number = 4}}}}},
+    {.text = "Queue length ", .fields = {{{.place = {.number = 5}, .real = value_of<4>}}}},
 };
-enum Line { servers_line, ps_mode_line, selection_line, filter_line, name_line, length_line };
-
-constexpr PropertyField fields[] = {
-    {.place = {.line = servers_line}, .integer = integer_of<&Vobj::servers>},
-    {.place = {.line = ps_mode_line}, .integer = integer_of<&Vobj::ps_mode>, .words = ps_modes},
-    {.place = {.line = selection_line},
-     .integer = integer_of<&Vobj::selection_rule>,
-     .words = selection_rules},
-    {.place = {.line = filter_line},
-     .integer = integer_of<&Vobj::exit_filter>,
-     .words = exit_filters},
-    {.place = {.line = name_line}},
-    {.place = {.line = length_line}, .real = value_of<4>},
-};
+// Boxes and lines have the first lines of a node's menu.
+constexpr int lines_of_a_box = 5;
+constexpr int lines_of_a_line = 3;
 
 FigureLabel name_above_box(const Vobj& box) {
   constexpr int above = 12;  // of the upper edge, pixels
@@ -43,22 +45,18 @@ FigureLabel servers_beside_middle(const Vobj& line) {
 
 constexpr PropertyMenu node_menu = {
     .lines = lines,
-    .fields = fields,
     .action = node_menu_actions,
     .label = name_above_head,
 };
 
-// Boxes and lines have the first lines of a node's menu.
 constexpr PropertyMenu vbox_menu = {
-    .lines = std::span(lines).first(name_line + 1),
-    .fields = std::span(fields).first(name_line + 1),
+    .lines = PropertyLines(lines).first(lines_of_a_box),
     .action = vbox_menu_actions,
     .label = name_above_box,
 };
 
 constexpr PropertyMenu vline_menu = {
-    .lines = std::span(lines).first(selection_line + 1),
-    .fields = std::span(fields).first(selection_line + 1),
+    .lines = PropertyLines(lines).first(lines_of_a_line),
     .action = vline_menu_actions,
     .label = servers_beside_middle,
 };

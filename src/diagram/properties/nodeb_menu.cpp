@@ -25,20 +25,21 @@ constexpr int longest_name = 18;        // a blank and a field come behind it on
 constexpr int attribute_count = 10;
 using Labels = std::array<std::string, attribute_count + 1>;
 
-constexpr PropertyField fields[] = {
-    {.place = {.line = 0}},
-    {.place = {.line = 1}, .integer = integer_of<&Vobj::servers>},
-    {.place = {.line = 2}, .integer = integer_of<&Vobj::ps_mode>},
-    {.place = {.line = 3}, .integer = integer_of<&Vobj::selection_rule>},
-    {.place = {.line = 4}, .integer = integer_of<&Vobj::exit_filter>},
-    {.place = {.line = 5}, .real = value_of<1>},
-    {.place = {.line = 6}, .real = value_of<2>},
-    {.place = {.line = 7}, .real = value_of<3>},
-    {.place = {.line = 8}, .real = value_of<4>},
-    {.place = {.line = 9}, .integer = int_of<1>},
-    {.place = {.line = 10}, .integer = int_of<2>},
+// Their texts are written when the menu is made.
+constexpr PropertyLine attribute_lines[] = {
+    {.fields = {{{.place = {.number = 0}}}}},
+    {.fields = {{{.place = {.number = 1}, .integer = integer_of<&Vobj::servers>}}}},
+    {.fields = {{{.place = {.number = 2}, .integer = integer_of<&Vobj::ps_mode>}}}},
+    {.fields = {{{.place = {.number = 3}, .integer = integer_of<&Vobj::selection_rule>}}}},
+    {.fields = {{{.place = {.number = 4}, .integer = integer_of<&Vobj::exit_filter>}}}},
+    {.fields = {{{.place = {.number = 5}, .real = value_of<1>}}}},
+    {.fields = {{{.place = {.number = 6}, .real = value_of<2>}}}},
+    {.fields = {{{.place = {.number = 7}, .real = value_of<3>}}}},
+    {.fields = {{{.place = {.number = 8}, .real = value_of<4>}}}},
+    {.fields = {{{.place = {.number = 9}, .integer = int_of<1>}}}},
+    {.fields = {{{.place = {.number = 10}, .integer = int_of<2>}}}},
 };
-static_assert(std::size(fields) == attribute_count + 1);
+static_assert(std::size(attribute_lines) == attribute_count + 1);
 
 Labels default_labels() {
   Labels labels = {"Name "};
@@ -79,8 +80,7 @@ Labels labels_of_site() {
 }
 
 constexpr PropertyMenu nodeb_menu = {
-    .lines = {},  // written when the menu is made
-    .fields = fields,
+    .lines = attribute_lines,
     .action = nodeb_menu_actions,
     .label = name_above_head,
 };
@@ -93,9 +93,7 @@ int fill_nodebmenu(Vobj* figure, int id, int x, int y) {
   std::array<const char*, attribute_count + 1> lines;
   for (std::size_t i = 0; i < lines.size(); ++i)
     lines.at(i) = labels.at(i).c_str();
-  PropertyMenu menu = nodeb_menu;
-  menu.lines = lines;
-  return fill(menu, figure, id, x, y);
+  return fill(nodeb_menu, figure, id, x, y, 0, lines);
 }
 
 int nodeb_menu_actions(int index, int* line_flags, MenuItem* items, char**) {

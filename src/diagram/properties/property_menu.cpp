@@ -15,30 +15,45 @@ namespace {
 constexpr int line_size = 50;
 constexpr WdFlags common_flags = WdFlags::close_puts_down | WdFlags::close_hides;
 
-std::vector<MenuField> places_of(const PropertyMenu& menu) {
-  std::vector<MenuField> places;
-  places.reserve(menu.fields.size());
-  for (const PropertyField& field : menu.fields)
-    places.push_back(field.place);
-  return places;
+std::vector<MenuLine> lines_of(const PropertyMenu& menu, std::span<const char* const> texts) {
+  std::vector<MenuLine> lines;
+  for (const PropertyLine& line : menu.lines.all()) {
+    const char* text = texts.empty() ? line.text : texts[lines.size()];
+    lines.push_back({.text = text, .fields = line.places()});
+  }
+  return lines;
+}
+
+// For each field: what `use` does with its line's number, the field and its item, until it is true.
+template <typename Use>
+bool any_field(const PropertyMenu& menu, MenuItem* items, Use use) {
+  int number = 0;
+  for (const PropertyLine& line : menu.lines.all()) {
+    for (const PropertyField& field : line.fields) {
+      if (field.place.number != no_field && use(number, field, items[field.place.number]))
+        return true;
+    }
+    ++number;
+  }
+  return false;
 }
 
 void show_figure(const PropertyMenu& menu, Vobj& figure, MenuItem* items) {
-  for (const PropertyField& field : menu.fields)
-    set_field(*items++, property_text(field, figure));
+  any_field(menu, items, [&](int, const PropertyField& field, MenuItem& item) {
+    set_field(item, property_text(field, figure));
+    return false;
+  });
 }
 
 // Moves the field of a double-pressed line on to its next word; whether it shows words at all.
 bool rotate(const PropertyMenu& menu, int* line_flags, MenuItem* items) {
-  for (std::size_t i = 0; i < menu.fields.size(); ++i) {
-    const PropertyField& field = menu.fields[i];
-    int& flags = line_flags[field.place.line];
-    if (field.words.empty() || (flags & line_double_clicked) == 0) continue;
+  return any_field(menu, items, [&](int line, const PropertyField& field, MenuItem& item) {
+    int& flags = line_flags[line];
+    if (field.words.empty() || (flags & line_double_clicked) == 0) return false;
     flags &= ~line_double_clicked;
-    circulate(field.words, items[i].text);
+    circulate(field.words, item.text);
     return true;
-  }
-  return false;
+  });
 }
 
 // An armed tool is left: its figure, not placed yet, is current no more. That may take the menu's
@@ -50,11 +65,13 @@ Vobj* make_current(int id) {
   return figure;
 }
 
-void apply(const PropertyMenu& menu, Vobj* figure, const MenuItem* items) {
+void apply(const PropertyMenu& menu, Vobj* figure, MenuItem* items) {
   prepare_change();
   note_change();
-  for (const PropertyField& field : menu.fields)
-    store_property(field, *figure, (items++)->text);
+  any_field(menu, items, [&](int, const PropertyField& field, const MenuItem& item) {
+    store_property(field, *figure, item.text);
+    return false;
+  });
   vobjmode = mode_idle;
   if (menu.label == nullptr) {
     close_property_menu(figure);
@@ -72,11 +89,11 @@ FigureLabel name_above_head(const Vobj& node) {
   return {node.x1 - left, node.y1 - above, node.name};
 }
 
-int fill(const PropertyMenu& menu, Vobj* figure, int id, int x, int y, int visible_lines) {
+int fill(const PropertyMenu& menu, Vobj* figure, int id, int x, int y, int visible_lines,
+         std::span<const char* const> texts) {
   if (figure == nullptr) return 1;
-  const std::vector<MenuField> places = places_of(menu);
-  const MenuTable table = {.lines = menu.lines,
-                           .fields = places,
+  const std::vector<MenuLine> lines = lines_of(menu, texts);
+  const MenuTable table = {.lines = MenuLines::made_now(lines),
                            .action = menu.action,
                            .width_cells = menu.width_cells,
                            .visible_lines = visible_lines,

@@ -22,8 +22,7 @@ struct FigureLabel {
 [[nodiscard]] FigureLabel name_above_head(const Vobj& node);
 
 struct PropertyMenu {
-  std::span<const char* const> lines;
-  std::span<const PropertyField> fields;
+  PropertyLines lines;
   WdAction action = nullptr;
   FigureLabel (*label)(const Vobj& figure) = nullptr;  // null: applying leaves the label alone
   int width_cells = 30;
@@ -31,8 +30,10 @@ struct PropertyMenu {
 };
 
 /// Makes object `id` the menu of a figure, at (x, y), pixels, or as near as the canvas allows.
-/// `visible_lines` 0: all. Results as for make_menu; 1 for no figure, too.
-int fill(const PropertyMenu& menu, Vobj* figure, int id, int x, int y, int visible_lines = 0);
+/// `visible_lines` 0: all. `texts`, if there are any, stand in place of the lines' own. Results as
+/// for make_menu; 1 for no figure, too.
+int fill(const PropertyMenu& menu, Vobj* figure, int id, int x, int y, int visible_lines = 0,
+         std::span<const char* const> texts = {});
 
 /// The menu of object index + 1 was run. Returns 0.
 int run_property_menu(const PropertyMenu& menu, int index, int* line_flags, MenuItem* items);

@@ -13,54 +13,68 @@ constexpr int work_load_bits = 4;  // of a queue's servers: the distribution; a 
 constexpr int user_model_entry = 2;
 static_assert(distributions[user_model_entry].word == std::string_view("user-model"));
 
-constexpr MenuField field_of(int line, int column, int length) {
-  return {.line = line, .column = column, .width = length, .maxlen = length};
+constexpr MenuField field(int number, int column, int length, int covers = 0, int beyond = 0) {
+  return {.number = number,
+          .column = column,
+          .width = length,
+          .maxlen = length,
+          .covers = covers,
+          .beyond = beyond};
 }
 
-constexpr const char* queue_lines[] = {
-    "work load distribution ",      "mean work load        t.u. ", "delay=       ,parameter=     ",
-    "max message size (or 0) ",     "user impatience mean    s ",  "user impatience dev     s ",
-    "arrival rate        calls/s ", "arrival distribution ",       "system time-out    s ",
+constexpr PropertyLine queue_lines[] = {
+    {.text = "work load distribution ",
+     .fields = {{{.place = {.number = 0},
+                  .integer = integer_of<&Vobj::servers>,
+                  .words = distributions,
+                  .code_bits = work_load_bits}}}},
+    {.text = "mean work load        t.u. ",
+     .fields = {{{.place = field(1, 15, 5), .integer = integer_of<&Vobj::ps_mode>}}}},
+    {.text = "delay=       ,parameter=     ",
+     .fields = {{
+         {.place = field(2, 6, 5), .integer = integer_of<&Vobj::selection_rule>},
+         {.place = field(3, 24, 5), .integer = integer_of<&Vobj::exit_filter>},
+     }}},
+    {.text = "max message size (or 0) ",
+     .fields = {{{.place = field(9, behind_the_line, 4), .integer = int_of<2>}}}},
+    {.text = "user impatience mean    s ",
+     .fields = {{{.place = field(5, 22, 8, 1, 4), .real = value_of<2>}}}},
+    {.text = "user impatience dev     s ",
+     .fields = {{{.place = field(6, 22, 5, 1, 1), .real = value_of<3>}}}},
+    {.text = "arrival rate        calls/s ",
+     .fields = {{{.place = field(7, 13, 4), .real = value_of<4>}}}},
+    {.text = "arrival distribution ",
+     .fields = {{{.place = {.number = 8},
+                  .integer = int_of<1>,
+                  .words = distributions,
+                  .first_entry = user_model_entry}}}},
+    {.text = "system time-out    s ",
+     .fields = {{{.place = field(4, 17, 8, 1, 4), .real = value_of<1>}}}},
 };
 
-constexpr PropertyField queue_fields[] = {
-    {.place = {.line = 0},
-     .integer = integer_of<&Vobj::servers>,
-     .words = distributions,
-     .code_bits = work_load_bits},
-    {.place = field_of(1, 15, 5), .integer = integer_of<&Vobj::ps_mode>},
-    {.place = field_of(2, 6, 5), .integer = integer_of<&Vobj::selection_rule>},
-    {.place = field_of(2, 24, 5), .integer = integer_of<&Vobj::exit_filter>},
-    {.place = field_of(8, 17, 8), .real = value_of<1>},
-    {.place = field_of(4, 22, 8), .real = value_of<2>},
-    {.place = field_of(5, 22, 5), .real = value_of<3>},
-    {.place = field_of(6, 13, 4), .real = value_of<4>},
-    {.place = {.line = 7},
-     .integer = int_of<1>,
-     .words = distributions,
-     .first_entry = user_model_entry},
-    {.place = field_of(3, behind_the_line, 4), .integer = int_of<2>},
-};
-
-constexpr const char* tel_lines[] = {
-    "work load distribution ",      "parameters      ,      ",     "modulation function       ",
-    "arrival rate        calls/s ", "user impatience mean     s ", "user impatience dev      s ",
-};
-
-constexpr PropertyField tel_fields[] = {
-    {.place = {.line = 0}, .integer = integer_of<&Vobj::servers>, .words = distributions},
-    {.place = field_of(1, 11, 5), .integer = integer_of<&Vobj::selection_rule>},
-    {.place = field_of(1, 17, 5), .integer = integer_of<&Vobj::exit_filter>},
-    {.place = field_of(2, 20, 5), .integer = integer_of<&Vobj::ps_mode>},
-    {.place = field_of(3, 13, 4), .real = value_of<4>},
-    {.place = field_of(4, 22, 8), .real = value_of<2>},
-    {.place = field_of(5, 22, 5), .real = value_of<3>},
+constexpr PropertyLine tel_lines[] = {
+    {.text = "work load distribution ",
+     .fields = {{{.place = {.number = 0},
+                  .integer = integer_of<&Vobj::servers>,
+                  .words = distributions}}}},
+    {.text = "parameters      ,      ",
+     .fields = {{
+         {.place = field(1, 11, 5), .integer = integer_of<&Vobj::selection_rule>},
+         {.place = field(2, 17, 5), .integer = integer_of<&Vobj::exit_filter>},
+     }}},
+    {.text = "modulation function       ",
+     .fields = {{{.place = field(3, 20, 5), .integer = integer_of<&Vobj::ps_mode>}}}},
+    {.text = "arrival rate        calls/s ",
+     .fields = {{{.place = field(4, 13, 4), .real = value_of<4>}}}},
+    {.text = "user impatience mean     s ",
+     .fields = {{{.place = field(5, 22, 8, 1, 3), .real = value_of<2>}}}},
+    {.text = "user impatience dev      s ",
+     .fields = {{{.place = field(6, 22, 5, 1), .real = value_of<3>}}}},
 };
 
 // A right press on the close box leaves these open. Neither kind has a name.
 constexpr PropertyMenu queue_menu = {
     .lines = queue_lines,
-    .fields = queue_fields,
     .action = queue_menu_actions,
     .width_cells = 40,
     .flags = WdFlags::right_close_puts_down,
@@ -68,7 +82,6 @@ constexpr PropertyMenu queue_menu = {
 
 constexpr PropertyMenu tel_menu = {
     .lines = tel_lines,
-    .fields = tel_fields,
     .action = tel_menu_actions,
     .flags = WdFlags::right_close_puts_down,
 };

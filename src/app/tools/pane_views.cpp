@@ -1,4 +1,4 @@
-#include "app/tools/panes.hpp"
+#include "app/tools/pane_views.hpp"
 
 #include "app/plot/plot_panes.hpp"
 #include "display/screen_state.hpp"

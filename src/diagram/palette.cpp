@@ -1,83 +1,73 @@
-#include "app/palette.hpp"
+#include "diagram/palette.hpp"
 
-#include <array>
-#include <iterator>
-
-#include "app/diagram_files.hpp"
-#include "app/tools/tool_menu.hpp"
 #include "diagram/editor.hpp"
+#include "diagram/files_menu.hpp"
 #include "diagram/history.hpp"
 #include "dialogs/menu_structure.hpp"
+#include "dialogs/tool_menu.hpp"
 #include "display/input.hpp"
 #include "wm/engine.hpp"
-#include "wm/stacking.hpp"
 
 namespace torve {
 
 namespace {
 
-constexpr int palette_id = 2;
 constexpr int palette_column = 85;  // cells: the first one right of the diagram area
 constexpr int palette_width = 15;   // cells: up to the canvas' edge
-
-struct PaletteLine {
-  const char* text;
-  int (*run)();
-  bool is_tool = true;  // stays selected while it is in use
-};
-
-constexpr PaletteLine palette[] = {
-    {"Pointer", pointer_ope},
-    {"Node", node_ope},
-    {"Node b", nodeb_ope},
-    {"Node c", nodec_ope},
-    {"Queue", queue_ope},
-    {"Telephone", tele_ope},
-    {"Box", vbox_ope},
-    {"Line", vline_ope},
-    {"Arrow", arrow_ope},
-    {"Undo", undo_ope, false},
-    {"Files", open_diagram_files, false},
-    {"Leave tool", exit_ope, false},
-};
 constexpr int no_line = -1;
 constexpr int pointer_line = 0;
-static_assert(palette[pointer_line].run == pointer_ope);
-
-constexpr std::array<const char*, std::size(palette)> texts_of_palette() {
-  std::array<const char*, std::size(palette)> lines = {};
-  for (std::size_t i = 0; i < lines.size(); ++i)
-    lines[i] = palette[i].text;
-  return lines;
-}
-constexpr auto texts = texts_of_palette();
 
 int tool_line = no_line;  // of the tool that was armed last
 
-int palette_actions(int, int* line_flags, MenuItem*, char**);
+// A tool's line stays selected while the tool is in use.
+template <int (*arm)()>
+void use_tool(const MenuRun& menu) {
+  tool_line = menu.line;
+  arm();
+}
+
+template <int (*what)()>
+void run(const MenuRun&) {
+  what();
+}
+
+constexpr MenuLine lines[] = {
+    {.text = "Pointer", .run = use_tool<pointer_ope>},
+    {.text = "Node", .run = use_tool<node_ope>},
+    {.text = "Node b", .run = use_tool<nodeb_ope>},
+    {.text = "Node c", .run = use_tool<nodec_ope>},
+    {.text = "Queue", .run = use_tool<queue_ope>},
+    {.text = "Telephone", .run = use_tool<tele_ope>},
+    {.text = "Box", .run = use_tool<vbox_ope>},
+    {.text = "Line", .run = use_tool<vline_ope>},
+    {.text = "Arrow", .run = use_tool<arrow_ope>},
+    {.text = "Undo", .run = run<undo_ope>},
+    {.text = "Files", .run = run<open_diagram_files>},
+    {.text = "Leave tool", .run = run<exit_ope>},
+};
+static_assert(lines[pointer_line].run == use_tool<pointer_ope>);
+
+int palette_actions(int index, int* line_flags, MenuItem* items, char**);
 
 constexpr ToolMenu menu = {
     .id = palette_id,
     .x_cells = palette_column,
     .y_lines = 0,
     .y_pixels = 0,
-    .table = {.lines = texts,
+    .table = {.lines = lines,
               .action = palette_actions,
               .width_cells = palette_width,
               .line_size = palette_width - 3},
 };
 
-int palette_actions(int, int* line_flags, MenuItem*, char**) {
-  const int line = chosen_line(line_flags, menu.table);
-  if (line < 0) return 0;
-  if (palette[line].is_tool) tool_line = line;
-  return palette[line].run();
+int palette_actions(int index, int* line_flags, MenuItem* items, char**) {
+  return run_chosen_line(menu.table, index, line_flags, items);
 }
 
 }  // namespace
 
 void open_palette() {
-  if (open_tool(menu.id, [] { return fill_menu(menu); }) == 1) bring_id_to_top(palette_id, 1);
+  open_or_raise(menu);
 }
 
 void palette_press(int button, int x) {

@@ -4,6 +4,8 @@
 
 #include <optional>
 
+#include "app/plot/plot_panes.hpp"
+
 namespace torve {
 
 /// How a tool asks for a plot: as plot_anew and plot_spectrum_anew.
@@ -17,6 +19,12 @@ struct PaneView {
 /// The scales of a signal and of a spectrum that has just been read or computed.
 inline constexpr double overview_xsc = 0.02;
 inline constexpr double spectrum_xsc = 0.4;
+
+/// As a menu field's text: the file of a pane 1 .. 3.
+template <int pane>
+const char* pane_file() {
+  return pane_name(pane - 1);
+}
 
 /// The pane 0 .. 2 that a field names: exactly "1", "2" or "3".
 [[nodiscard]] std::optional<int> pane_of(const char* field);

@@ -1,4 +1,4 @@
-#include "app/tools/tool_menu.hpp"
+#include "dialogs/tool_menu.hpp"
 
 #include <optional>
 
@@ -6,6 +6,7 @@
 #include "display/input.hpp"
 #include "text/fonts.hpp"
 #include "text/text_output.hpp"
+#include "wm/stacking.hpp"
 #include "wm/wd_object.hpp"
 
 namespace torve {
@@ -28,13 +29,17 @@ int fill_menu(const ToolMenu& menu) {
   return make_menu(table_of(menu), menu.id, menu.x_cells * cs, menu.y_lines * cr + menu.y_pixels);
 }
 
-int open_tool(int id, int (*fill)()) {
+int open_tool(const ToolMenu& menu) {
   flush_mouse();
-  if (wd(id).kind != kind_free) return 1;
-  const int failed = fill();
-  if (failed == 0) static_cast<void>(put_wd_objects(id, id));
+  if (wd(menu.id).kind != kind_free) return 1;
+  const int failed = fill_menu(menu);
+  if (failed == 0) static_cast<void>(put_wd_objects(menu.id, menu.id));
   buttons = 0;
   return failed;
+}
+
+void open_or_raise(const ToolMenu& menu) {
+  if (open_tool(menu) == 1) bring_id_to_top(menu.id, 1);
 }
 
 int int_field(const MenuItem& field, int otherwise) {
