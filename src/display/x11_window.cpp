@@ -1,3 +1,5 @@
+#include <algorithm>
+#include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <iterator>
@@ -33,6 +35,20 @@ constexpr const char* icon_name = "basicwin";
 constexpr const char* server_font = "9x15";
 constexpr long event_mask = KeyPressMask | ButtonPressMask | ButtonReleaseMask | ButtonMotionMask |
                             ExposureMask | StructureNotifyMask;
+
+enum AtomIndex {
+  utf8_string,
+  net_wm_name,
+  net_wm_pid,
+  wm_protocols,
+  wm_delete_window,
+  net_wm_ping,
+  atom_count
+};
+constexpr std::array<const char*, atom_count> atom_names = {"UTF8_STRING",      "_NET_WM_NAME",
+                                                            "_NET_WM_PID",      "WM_PROTOCOLS",
+                                                            "WM_DELETE_WINDOW", "_NET_WM_PING"};
+std::array<Atom, atom_count> atoms;
 
 XFontStruct* font_info = nullptr;
 XSizeHints size_hints;
@@ -82,6 +98,14 @@ Visual* find_visual() {
   return info.visual;
 }
 
+// All in one round trip: over a slow line each one is seen.
+void look_up_atoms() {
+  std::array<char*, atom_count> names;
+  std::transform(atom_names.begin(), atom_names.end(), names.begin(),
+                 [](const char* name) { return const_cast<char*>(name); });
+  XInternAtoms(display, names.data(), atom_count, False, atoms.data());
+}
+
 void create_window(Visual* visual) {
   XSetWindowAttributes attributes = {};
   attributes.background_pixel = WhitePixel(display, screen);
@@ -109,9 +133,8 @@ void name_window(int argc, char** argv) {
   XClassHint class_hint = {instance, application};
   XSetClassHint(display, win, &class_hint);
 
-  const Atom utf8 = XInternAtom(display, "UTF8_STRING", False);
-  XChangeProperty(display, win, XInternAtom(display, "_NET_WM_NAME", False), utf8, 8,
-                  PropModeReplace, reinterpret_cast<const unsigned char*>(window_name),
+  XChangeProperty(display, win, atoms[net_wm_name], atoms[utf8_string], 8, PropModeReplace,
+                  reinterpret_cast<const unsigned char*>(window_name),
                   static_cast<int>(std::char_traits<char>::length(window_name)));
 }
 
@@ -119,8 +142,8 @@ void name_window(int argc, char** argv) {
 // no longer answers.
 void join_protocols() {
   long process = getpid();  // format 32 means C longs
-  XChangeProperty(display, win, XInternAtom(display, "_NET_WM_PID", False), XA_CARDINAL, 32,
-                  PropModeReplace, reinterpret_cast<const unsigned char*>(&process), 1);
+  XChangeProperty(display, win, atoms[net_wm_pid], XA_CARDINAL, 32, PropModeReplace,
+                  reinterpret_cast<const unsigned char*>(&process), 1);
   char host[256] = {};
   if (gethostname(host, sizeof host - 1) == 0) {
     char* list = host;
@@ -130,9 +153,7 @@ void join_protocols() {
       XFree(property.value);
     }
   }
-  window_protocols.protocols = XInternAtom(display, "WM_PROTOCOLS", False);
-  window_protocols.delete_window = XInternAtom(display, "WM_DELETE_WINDOW", False);
-  window_protocols.ping = XInternAtom(display, "_NET_WM_PING", False);
+  window_protocols = {atoms[wm_protocols], atoms[wm_delete_window], atoms[net_wm_ping]};
   Atom offered[] = {window_protocols.delete_window, window_protocols.ping};
   XSetWMProtocols(display, win, offered, static_cast<int>(std::size(offered)));
 }
@@ -150,6 +171,14 @@ void get_GC(Window window, GC* context, const XFontStruct* info) {
   XSetForeground(display, *context, BlackPixel(display, screen));
   XSetLineAttributes(display, *context, line_width, LineOnOffDash, CapRound, JoinRound);
   XSetDashes(display, *context, 0, dashes, static_cast<int>(std::size(dashes)));
+}
+
+// What a visual of eight bits a colour answers; no need to ask.
+bool compute_x11_colour(ColourRecord& record) {
+  constexpr int full_byte = 0x101;  // 0xFF becomes 0xFFFF
+  for (std::uint16_t* part : {&record.red, &record.green, &record.blue})
+    *part = static_cast<std::uint16_t>((*part >> 8) * full_byte);
+  return allocate_true_colour(record);
 }
 
 bool allocate_x11_colour(ColourRecord& record) {
@@ -183,13 +212,14 @@ void initgraph(int argc, char** argv) {
   if (visual == nullptr) give_up("X not started\n");
   if (!create_screen_image()) give_up("no memory for the screen image\n");
   create_x11_images(visual, screen_planes);
+  look_up_atoms();
   create_window(visual);
   name_window(argc, argv);
   join_protocols();
   XSelectInput(display, win, event_mask);
   load_font(&font_info);
   get_GC(win, &gc, font_info);
-  allocate_colours(allocate_x11_colour);
+  allocate_colours(visual->bits_per_rgb == 8 ? compute_x11_colour : allocate_x11_colour);
   reset_screen_state();
   reset_input();
   XMapWindow(display, win);
