@@ -96,6 +96,7 @@ class Session:
         self.port = free_port()
         self.process = subprocess.Popen(["bash", "-c", SESSION, "-", str(self.port)],
                                         stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True,
+                                        start_new_session=True,
                                         env=os.environ | {"DISPLAY": "", "XAUTHORITY": ""})
         atexit.register(self.process.kill)  # whatever goes wrong
         answer = self.process.stdout.read().split()
@@ -214,7 +215,9 @@ def main():
         check(shutil.which(tool), f"{tool} is missing: install what packages.txt lists")
     if failures:
         return 1
-    for ending in (signal.SIGTERM, signal.SIGINT, signal.SIGKILL):
+    # To the program alone, or to all that run at a terminal, as Ctrl-C and its end do.
+    for send, ending in ((os.kill, signal.SIGTERM), (os.killpg, signal.SIGINT),
+                         (os.killpg, signal.SIGHUP), (os.kill, signal.SIGKILL)):
         session = Session()
         check(session.ready, "the display did not start")
         if not session.ready:
@@ -223,7 +226,7 @@ def main():
             test_who_gets_in(session)
             test_what_others_see(session)
             test_taken_port(session.port)
-        session.process.send_signal(ending)
+        send(session.process.pid, ending)
         session.process.wait()
         check(wait_until(session.is_gone), f"something is left after {ending.name}")
 
