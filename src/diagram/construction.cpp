@@ -2,9 +2,9 @@
 
 #include "diagram/editor.hpp"
 #include "diagram/figure_change.hpp"
-#include "diagram/figures.hpp"
 #include "diagram/history.hpp"
 #include "diagram/labels.hpp"
+#include "diagram/model/figures.hpp"
 
 namespace torve {
 

@@ -5,6 +5,7 @@
 #include <span>
 #include <string>
 
+#include "diagram/label_points.hpp"
 #include "display/colours.hpp"
 #include "display/screen_state.hpp"
 #include "draw/lines.hpp"
@@ -27,15 +28,14 @@ std::span<std::uint32_t> slots_of(Vobj& figure, std::size_t first, std::size_t l
 
 // Labels and circles: a list of points, some of which coincide.
 std::vector<PixelPosition> points_of(const Vobj& figure, const FigurePlace& place) {
-  if (figure.kind == FigureKind::vcircle) return circle_points(place);
-  if (figure.kind == FigureKind::label && shows(figure.kind, place)) {
-    return label_points(figure.text, place);
-  }
-  return {};
+  const FigureKindRow& row = row_of(figure.kind);
+  if (row.drawn_as == DrawnAs::strokes || !row.shows(place)) return {};
+  return row.drawn_as == DrawnAs::circle ? circle_points(place) : label_points(figure.text, place);
 }
 
 std::span<std::uint32_t> point_slots(Vobj& figure, std::size_t count) {
-  return slots_of(figure, figure.kind == FigureKind::label ? first_label_slot : 0, count);
+  const bool is_text = row_of(figure.kind).drawn_as == DrawnAs::text;
+  return slots_of(figure, is_text ? first_label_slot : 0, count);
 }
 
 void erase(VectorMode mode, Vobj& figure, const FigurePlace& place) {
@@ -78,7 +78,7 @@ void write_circle_to_eps(const std::vector<PixelPosition>& points) {
 void write_points_to_eps(const Vobj& figure, const FigurePlace& place,
                          const std::vector<PixelPosition>& points) {
   if (points.empty()) return;
-  if (figure.kind == FigureKind::label) {
+  if (row_of(figure.kind).drawn_as == DrawnAs::text) {
     write_label_to_eps(figure, place);
   } else {
     write_circle_to_eps(points);
@@ -118,17 +118,8 @@ Rect box_of(const Vobj& figure) {
 
 }  // namespace
 
-FigurePlace place_of(const Vobj& figure) {
-  return {figure.x1, figure.y1, figure.x2, figure.y2};
-}
-
 Rect diagram_area() {
   return figure_area();
-}
-
-bool is_seen(const Vobj& figure) {
-  if (figure.phase == 0) return false;
-  return figure.label != nullptr || shows(figure.kind, place_of(figure));
 }
 
 void draw_vobj(VectorMode mode, Vobj* figure, const FigurePlace& new_place,

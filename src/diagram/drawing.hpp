@@ -1,8 +1,8 @@
 // Figures on the canvas.
 #pragma once
 
-#include "diagram/figures.hpp"
-#include "diagram/vobj.hpp"
+#include "diagram/model/figures.hpp"
+#include "diagram/model/vobj.hpp"
 #include "display/screen_image.hpp"
 #include "draw/draw_vector.hpp"
 
@@ -19,13 +19,8 @@ void draw_vobj(VectorMode mode, Vobj* figure, const FigurePlace& new_place,
 /// The same at the place where it stands.
 void draw_vobj(VectorMode mode, Vobj* figure, int flags);
 
-[[nodiscard]] FigurePlace place_of(const Vobj& figure);
-
 /// Where figures are drawn: the standing clip rectangle.
 [[nodiscard]] Rect diagram_area();
-
-/// Whether anything of a figure is to be seen: it is placed and shows, or its label does.
-[[nodiscard]] bool is_seen(const Vobj& figure);
 
 /// Brings cvobj to the top of the drawing order. Returns 0, or 1 when it is there already.
 int pick_up_cvobj();

@@ -8,7 +8,7 @@
 
 #include <cstdint>
 
-#include "diagram/vobj.hpp"
+#include "diagram/model/vobj.hpp"
 #include "display/input.hpp"
 
 namespace torve {

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "diagram/figure_points.hpp"
-#include "diagram/vobj.hpp"
+#include "diagram/model/vobj.hpp"
 #include "wm/canvas_paint.hpp"
 
 namespace torve {

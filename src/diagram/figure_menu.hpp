@@ -1,7 +1,7 @@
 // The menu of a picked figure: Cut, Copy, Color.
 #pragma once
 
-#include "diagram/vobj.hpp"
+#include "diagram/model/vobj.hpp"
 #include "text/menu_items.hpp"
 
 namespace torve {

@@ -1,62 +1,50 @@
 #include "diagram/figure_points.hpp"
 
-#include <algorithm>
-
-#include "diagram/figures.hpp"
+#include "diagram/model/figures.hpp"
 #include "text/fonts.hpp"
 
 namespace torve {
 
 namespace {
 
-constexpr int tel_width = 22;  // of the telephone, pixels
-constexpr int tel_height = 14;
-constexpr int label_height = 10;
-
-bool is_upright(FigureKind kind) {
-  return kind == FigureKind::node || kind == FigureKind::queue || kind == FigureKind::nodeb;
+bool has_fixed_size(const FigureKindRow& row) {
+  return row.height != 0;
 }
 
-struct Size {
-  int width = 0, height = 0;
-};
-
-// Of the kinds whose size is fixed; empty for the others.
-Size fixed_size_of(const Vobj& figure) {
-  if (figure.kind == FigureKind::tel) return {tel_width, tel_height};
-  if (figure.kind == FigureKind::label) return {fntlen2(figure.text), label_height};
-  return {};
+int width_of(const Vobj& figure) {
+  const FigureKindRow& row = row_of(figure.kind);
+  return row.drawn_as == DrawnAs::text ? fntlen2(figure.text) : row.width;
 }
 
 }  // namespace
 
 int set_x2_y2(Vobj* figure, int x, int y) {
+  const FigureKindRow& row = row_of(figure->kind);
   figure->x2 = x;
   figure->y2 = y;
-  if (is_upright(figure->kind) || figure->kind == FigureKind::nodec) figure->x1 = x;
-  const Size fixed = fixed_size_of(*figure);
-  if (fixed.height != 0) {
-    figure->x1 = x - fixed.width;
-    figure->y1 = y - fixed.height;
+  if (row.upright != Upright::no) figure->x1 = x;
+  if (has_fixed_size(row)) {
+    figure->x1 = x - width_of(*figure);
+    figure->y1 = y - row.height;
   }
   return 0;
 }
 
 int set_x1_y1(Vobj* figure, int x, int y) {
+  const FigureKindRow& row = row_of(figure->kind);
   figure->x1 = x;
   figure->y1 = y;
-  if (is_upright(figure->kind)) figure->x2 = x;
-  const Size fixed = fixed_size_of(*figure);
-  if (fixed.height != 0) {
-    figure->x2 = x + fixed.width;
-    figure->y2 = y + fixed.height;
+  if (row.upright == Upright::yes) figure->x2 = x;
+  if (has_fixed_size(row)) {
+    figure->x2 = x + width_of(*figure);
+    figure->y2 = y + row.height;
   }
   return 0;
 }
 
 bool y1_ge_y2(const Vobj& figure) {
-  return is_upright(figure.kind) || figure.kind == FigureKind::nodec ||
-         figure.kind == FigureKind::tel || figure.kind == FigureKind::label;
+  const FigureKindRow& row = row_of(figure.kind);
+  return row.upright != Upright::no || has_fixed_size(row);
 }
 
 void get_x3y3r(int x1, int y1, int x2, int y2, int* x3, int* y3) {
@@ -74,15 +62,11 @@ void get_x3y3l(int x1, int y1, int x2, int y2, int* x3, int* y3) {
 }
 
 FigureAnchor centre_of(const Vobj& figure) {
-  return {(figure.x1 + figure.x2) / 2, (figure.y1 + figure.y2) / 2};
+  return middle_of(place_of(figure));
 }
 
 FigureAnchor anchor_of(const Vobj& figure) {
-  if (figure.kind == FigureKind::vline) return centre_of(figure);
-  if (figure.kind == FigureKind::vbox) {
-    return {std::min(figure.x1, figure.x2), std::min(figure.y1, figure.y2)};
-  }
-  return {figure.x1, figure.y1};
+  return row_of(figure.kind).anchor(place_of(figure));
 }
 
 void shift(Vobj* figure, int dx, int dy) {

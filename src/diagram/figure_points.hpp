@@ -1,7 +1,7 @@
 // The two points of a figure, and what holds between them.
 #pragma once
 
-#include "diagram/vobj.hpp"
+#include "diagram/model/vobj.hpp"
 
 namespace torve {
 
@@ -17,9 +17,6 @@ int set_x1_y1(Vobj* figure, int x, int y);
 void get_x3y3r(int x1, int y1, int x2, int y2, int* x3, int* y3);
 void get_x3y3l(int x1, int y1, int x2, int y2, int* x3, int* y3);
 
-struct FigureAnchor {
-  int x = 0, y = 0;
-};
 /// The middle between the points, halves cut off.
 [[nodiscard]] FigureAnchor centre_of(const Vobj& figure);
 

@@ -5,7 +5,7 @@
 
 #include "diagram/editor.hpp"
 #include "diagram/figure_menu.hpp"
-#include "diagram/kept_diagram.hpp"
+#include "diagram/restore.hpp"
 
 namespace torve {
 

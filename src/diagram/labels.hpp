@@ -4,7 +4,7 @@
 // it moves. A label that was moved by hand keeps its new distance.
 #pragma once
 
-#include "diagram/vobj.hpp"
+#include "diagram/model/vobj.hpp"
 #include "draw/draw_vector.hpp"
 
 namespace torve {

@@ -1,7 +1,7 @@
 // Which part of a figure lies under the pointer.
 #pragma once
 
-#include "diagram/vobj.hpp"
+#include "diagram/model/vobj.hpp"
 
 namespace torve {
 

@@ -1,6 +1,6 @@
 // Diagrams as text: what is written reads back, and nothing else is read.
 
-#include "diagram/diagram_text.hpp"
+#include "diagram/model/diagram_text.hpp"
 
 #include <cfloat>
 

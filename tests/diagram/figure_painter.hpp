@@ -8,6 +8,7 @@
 
 #include "base/rect.hpp"
 #include "diagram/drawing.hpp"
+#include "diagram/label_points.hpp"
 
 namespace torve {
 

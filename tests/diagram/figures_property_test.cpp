@@ -2,7 +2,6 @@
 // picture and the list.
 
 #include <random>
-#include <set>
 
 #include "diagram/figure_painter.hpp"
 #include "support/screen.hpp"
@@ -142,25 +141,6 @@ TEST_F(FiguresTest, WhatWasClippedIsNotPutBack) {
   xxmax = 680;
   draw_vobj(VectorMode::clipped, line, figure_erase);
   EXPECT_EQ(all_pixels(), base_);
-}
-
-// No two segments of a figure keep different pixels in one slot.
-TEST_F(FiguresTest, SlotsBelongToOnePixel) {
-  for (const FigureKind kind : {FigureKind::node, FigureKind::nodeb, FigureKind::nodec,
-                                FigureKind::queue, FigureKind::vbox, FigureKind::tel}) {
-    for (const int height : {-40, 1, 25, 300}) {
-      std::set<std::size_t> used;
-      for (const FigureSegment& part : figure_segments(kind, {200, 200, 260, 200 + height})) {
-        const VectorSegment& s = part.segment;
-        const int kept = std::max(std::abs(s.x2 - s.x1), std::abs(s.y2 - s.y1)) + 1 -
-                         (s.without_first ? 1 : 0) - (s.without_last ? 1 : 0);
-        for (int i = 0; i < kept; ++i) {
-          EXPECT_TRUE(used.insert(part.first_slot + static_cast<std::size_t>(i)).second)
-              << "kind " << static_cast<int>(kind) << " height " << height;
-        }
-      }
-    }
-  }
 }
 
 TEST_F(FiguresTest, ArrowHeads) {

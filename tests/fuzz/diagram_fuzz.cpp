@@ -1,8 +1,9 @@
 // Any text is taken as a diagram. One that is read is drawn, written again as the same figures, and
 // taken off the canvas without a trace.
 
-#include "diagram/diagram_text.hpp"
 #include "diagram/drawing.hpp"
+#include "diagram/model/diagram_text.hpp"
+#include "diagram/restore.hpp"
 #include "stage.hpp"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

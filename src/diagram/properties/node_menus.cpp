@@ -1,8 +1,5 @@
 // Nodes, boxes and lines: servers and how they are chosen.
 
-#include <algorithm>
-#include <string>
-
 #include "diagram/properties/property_menu.hpp"
 #include "diagram/properties/property_menus.hpp"
 
@@ -31,34 +28,19 @@ constexpr PropertyLine lines[] = {
 constexpr int lines_of_a_box = 5;
 constexpr int lines_of_a_line = 3;
 
-FigureLabel name_above_box(const Vobj& box) {
-  constexpr int above = 12;  // of the upper edge, pixels
-  return {std::min(box.x1, box.x2), std::min(box.y1, box.y2) - above, box.name};
-}
-
-FigureLabel servers_beside_middle(const Vobj& line) {
-  constexpr int right = 4;  // of the middle, pixels
-  constexpr int above = 14;
-  return {(line.x1 + line.x2) / 2 + right, (line.y1 + line.y2) / 2 - above,
-          std::to_string(line.servers)};
-}
-
 constexpr PropertyMenu node_menu = {
     .lines = lines,
     .action = node_menu_actions,
-    .label = name_above_head,
 };
 
 constexpr PropertyMenu vbox_menu = {
     .lines = PropertyLines(lines).first(lines_of_a_box),
     .action = vbox_menu_actions,
-    .label = name_above_box,
 };
 
 constexpr PropertyMenu vline_menu = {
     .lines = PropertyLines(lines).first(lines_of_a_line),
     .action = vline_menu_actions,
-    .label = servers_beside_middle,
 };
 
 }  // namespace

@@ -82,7 +82,6 @@ Labels labels_of_site() {
 constexpr PropertyMenu nodeb_menu = {
     .lines = attribute_lines,
     .action = nodeb_menu_actions,
-    .label = name_above_head,
 };
 
 }  // namespace

@@ -5,8 +5,8 @@
 #include <span>
 #include <string>
 
+#include "diagram/model/vobj.hpp"
 #include "diagram/properties/vocabulary.hpp"
-#include "diagram/vobj.hpp"
 #include "dialogs/menu_table.hpp"
 
 namespace torve {

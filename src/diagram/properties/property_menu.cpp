@@ -73,21 +73,16 @@ void apply(const PropertyMenu& menu, Vobj* figure, MenuItem* items) {
     return false;
   });
   vobjmode = mode_idle;
-  if (menu.label == nullptr) {
+  const auto label_of = row_of(figure->kind).label;
+  if (label_of == nullptr) {  // applying leaves the label alone
     close_property_menu(figure);
     return;
   }
-  const FigureLabel label = menu.label(*figure);
+  const FigureLabel label = label_of(*figure);
   put_vlabel(VectorMode::clipped, label.x, label.y, label.text.c_str());
 }
 
 }  // namespace
-
-FigureLabel name_above_head(const Vobj& node) {
-  constexpr int left = 10;  // of the first point, pixels
-  constexpr int above = 20;
-  return {node.x1 - left, node.y1 - above, node.name};
-}
 
 int fill(const PropertyMenu& menu, Vobj* figure, int id, int x, int y, int visible_lines,
          std::span<const char* const> texts) {

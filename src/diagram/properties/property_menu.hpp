@@ -12,19 +12,9 @@
 
 namespace torve {
 
-/// What stands beside a figure, upper left corner, pixels.
-struct FigureLabel {
-  int x = 0, y = 0;
-  std::string text;
-};
-
-/// A node's name above its head.
-[[nodiscard]] FigureLabel name_above_head(const Vobj& node);
-
 struct PropertyMenu {
   PropertyLines lines;
   WdAction action = nullptr;
-  FigureLabel (*label)(const Vobj& figure) = nullptr;  // null: applying leaves the label alone
   int width_cells = 30;
   WdFlags flags = WdFlags::none;  // beside those of all property menus
 };

@@ -1,7 +1,7 @@
 // The property menus: what each kind of figure can be told about the model it stands for.
 #pragma once
 
-#include "diagram/vobj.hpp"
+#include "diagram/model/vobj.hpp"
 #include "text/menu_items.hpp"
 
 namespace torve {

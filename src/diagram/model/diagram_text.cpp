@@ -1,4 +1,4 @@
-#include "diagram/diagram_text.hpp"
+#include "diagram/model/diagram_text.hpp"
 
 #include <algorithm>
 #include <array>
@@ -16,10 +16,6 @@ namespace {
 constexpr std::string_view first_line = "torve-diagram 1";
 constexpr int highest_coordinate = 32767;
 constexpr std::uint32_t highest_colour = 0xFFFFFF;
-
-constexpr const char* kind_words[] = {"",    "arrow", "node",   "queue", "vline", "vbox",
-                                      "tel", "label", "circle", "nodeb", "nodec"};
-static_assert(std::size(kind_words) == static_cast<std::size_t>(FigureKind::nodec) + 1);
 
 struct IntegerField {
   const char* name;
@@ -84,7 +80,7 @@ void append_field(std::string& line, const char* name, const std::string& value)
 }
 
 std::string line_of(Vobj figure, int label) {
-  std::string line = kind_words[static_cast<int>(figure.kind)];
+  std::string line = row_of(figure.kind).word;
   std::size_t field = 0;
   for (; field < needed_fields; ++field)
     append_field(line, integer_fields[field].name, decimal(integer_fields[field].of(figure)));
@@ -181,9 +177,11 @@ class LineReader {
 };
 
 bool read_kind(std::string_view word, FigureKind* kind) {
-  const auto* found = std::find(std::begin(kind_words) + 1, std::end(kind_words), word);
-  if (found == std::end(kind_words)) return false;
-  *kind = static_cast<FigureKind>(found - std::begin(kind_words));
+  const auto kinds = figure_kinds();
+  const auto row = std::find_if(kinds.begin(), kinds.end(),
+                                [word](const FigureKindRow& each) { return each.word == word; });
+  if (row == kinds.end()) return false;
+  *kind = row->kind;
   return true;
 }
 

@@ -7,20 +7,9 @@
 #include <cstdint>
 #include <vector>
 
-namespace torve {
+#include "diagram/model/figure_kinds.hpp"
 
-enum class FigureKind {
-  arrow = 1,
-  node = 2,
-  queue = 3,
-  vline = 4,
-  vbox = 5,
-  tel = 6,
-  label = 7,
-  vcircle = 8,
-  nodeb = 9,
-  nodec = 10,
-};
+namespace torve {
 
 inline constexpr int vobj_name_size = 21;     // bytes of a name: 20 characters and the terminator
 inline constexpr int label_text_length = 20;  // characters that a label shows
@@ -54,6 +43,11 @@ extern Vobj* firstvobj;
 extern Vobj* lastvobj;
 extern Vobj* cvobj;
 extern int vobjmode;  // what a press on the canvas does, 0 nothing
+
+[[nodiscard]] FigurePlace place_of(const Vobj& figure);
+
+/// Whether anything of a figure is to be seen: it is placed and shows, or its label does.
+[[nodiscard]] bool is_seen(const Vobj& figure);
 
 /// A serial number that no figure has had.
 [[nodiscard]] int new_serial();

@@ -1,4 +1,4 @@
-#include "diagram/kept_diagram.hpp"
+#include "diagram/restore.hpp"
 
 #include <algorithm>
 #include <utility>
@@ -53,16 +53,6 @@ void link_label(const KeptFigure& kept) {
 }
 
 }  // namespace
-
-KeptDiagram keep_diagram() {
-  KeptDiagram kept;
-  for (const Vobj* figure = firstvobj; figure != nullptr; figure = figure->next) {
-    if (!is_seen(*figure)) continue;
-    kept.push_back({*figure, figure->label != nullptr ? figure->label->serial : 0});
-    kept.back().record.saved.clear();
-  }
-  return kept;
-}
 
 void restore_diagram(const KeptDiagram& kept) {
   const auto goes = [&kept](const Vobj& figure) {

@@ -1,4 +1,4 @@
-#include "diagram/vobj.hpp"
+#include "diagram/model/vobj.hpp"
 
 #include <memory>
 #include <new>
@@ -15,9 +15,6 @@ int vobjmode = 0;
 
 namespace {
 
-constexpr std::size_t slots_of_a_box = 2800;
-constexpr std::size_t slots_of_a_figure = 1000;
-
 int last_serial = 0;
 
 template <typename Wanted>
@@ -29,6 +26,15 @@ Vobj* first_figure(Wanted wanted) {
 }
 
 }  // namespace
+
+FigurePlace place_of(const Vobj& figure) {
+  return {figure.x1, figure.y1, figure.x2, figure.y2};
+}
+
+bool is_seen(const Vobj& figure) {
+  if (figure.phase == 0) return false;
+  return figure.label != nullptr || row_of(figure.kind).shows(place_of(figure));
+}
 
 int new_serial() {
   return ++last_serial;
@@ -46,7 +52,7 @@ Vobj* create_vector_obj(FigureKind kind) try {
   auto figure = std::make_unique<Vobj>();
   figure->serial = new_serial();
   figure->kind = kind;
-  figure->saved.assign(kind == FigureKind::vbox ? slots_of_a_box : slots_of_a_figure, empty_slot);
+  figure->saved.assign(row_of(kind).held_slots, empty_slot);
   Vobj* made = figure.release();
   link_last_vobj(made);
   return made;

@@ -14,7 +14,7 @@
 #include <string>
 #include <string_view>
 
-#include "diagram/kept_diagram.hpp"
+#include "diagram/model/kept_diagram.hpp"
 
 namespace torve {
 

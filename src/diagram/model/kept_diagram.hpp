@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "diagram/vobj.hpp"
+#include "diagram/model/vobj.hpp"
 
 namespace torve {
 
@@ -17,10 +17,5 @@ using KeptDiagram = std::vector<KeptFigure>;  // first to last
 
 /// The figures of which something is to be seen.
 [[nodiscard]] KeptDiagram keep_diagram();
-
-/// Makes the diagram what was kept: figures are told apart by their serial numbers. Those that are
-/// not placed yet stay, at the top. The canvas follows; property menus of figures that go are
-/// closed.
-void restore_diagram(const KeptDiagram& kept);
 
 }  // namespace torve
