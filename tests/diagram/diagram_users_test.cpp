@@ -8,6 +8,7 @@
 
 #include "app/main_loop.hpp"
 #include "diagram/diagram_file.hpp"
+#include "diagram/drawing.hpp"
 #include "diagram/editor.hpp"
 #include "diagram/figure_change.hpp"
 #include "diagram/figure_menu.hpp"
@@ -16,6 +17,7 @@
 #include "diagram/labels.hpp"
 #include "diagram/model/diagram_text.hpp"
 #include "diagram/palette.hpp"
+#include "diagram/picking.hpp"
 #include "dialogs/input_window.hpp"
 #include "dialogs/install.hpp"
 #include "dialogs/menu_structure.hpp"
@@ -34,7 +36,7 @@ namespace torve {
 namespace {
 
 constexpr int palette_id = 2, figure_menu_id = 14, last_id = 40;
-constexpr int palette_lines = 12, undo_line = 9, cut_line = 0, copy_line = 1, color_line = 2;
+constexpr int palette_lines = 12, undo_line = 9, copy_line = 1, color_line = 2;
 
 class DiagramUsers : public ScreenTest, protected Hands {
  protected:
@@ -383,47 +385,6 @@ TEST_F(DiagramUsers, PressOnIconsOrBesideThem) {
   color_request_flag = 0;
 }
 
-// Its menu was opened when the figure was still on top.
-TEST_F(DiagramUsers, ChangeAFigureThatAnotherOneCrosses) {
-  for (const int line : {cut_line, color_line}) {
-    base_ = all_pixels();
-    make_input_window(6, 280, 220, 160, 68, 15, 1, 0, 0, "w", 0, -1, -1, nullptr);
-    ASSERT_EQ(put_wd_objects(6, 6), 0);
-    vline_ope(), vect_ed(1, 250, 210), vect_ed(1, 350, 260);
-    Vobj* figure = cvobj;
-    vline_ope(), vect_ed(1, 250, 260), vect_ed(1, 350, 210);
-    Vobj* other = cvobj;
-    open_figure_menu(figure, 500, 400), raise_figure(other), vobjmode = mode_moving;
-    WdObject& menu = wd(figure_menu_id);
-    menu.line_flags[line] = line_selected, set_field(menu.menu_items[0], "4");
-    msc_menu_actions(figure_menu_id - 1, menu.line_flags, menu.menu_items, menu.menu_lines);
-    EXPECT_EQ(lastvobj, line == cut_line ? other : figure);
-    EXPECT_FALSE(figure_is_in_hand()) << "nor is the other one any more";
-    EXPECT_EQ(vobjmode, mode_pointer);
-    EXPECT_EQ(canvas_fault(base_), "") << line;
-    close_everything();
-    EXPECT_TRUE(all_pixels() == base_);
-  }
-}
-
-// A figure is in hand, a line of the palette was pressed and not run.
-TEST_F(DiagramUsers, MoveAWindowWhateverKeysTheyPress) {
-  base_ = all_pixels();
-  node_ope(), vect_ed(1, 300, 250), vect_ed(1, 300, 400);
-  choose(0), click(300, 325), play();
-  ASSERT_EQ(vobjmode, mode_moving);
-  const WdObject& palette = wd(palette_id);
-  for (const unsigned long key : {0xFF1BUL, 0xFFFFUL}) {
-    click(palette.x + 40, line_row(palette, 3), 1, 600);
-    press(palette.x + 4, palette.y + 4, 3, 600), Hands::move(250, 230), Hands::move(270, 330);
-    add({.type = Type::key, .keysym = key});
-    Hands::move(400, 100), release(400, 100, 3);
-    play(), check();
-    EXPECT_TRUE(figure_is_in_hand());
-    EXPECT_EQ(palette.line_flags[0], line_selected);
-  }
-}
-
 TEST_F(DiagramUsers, PrintNamesAsTheyAre) {
   node_ope(), vect_ed(1, 300, 250), vect_ed(1, 300, 400);
   put_vlabel(VectorMode::clipped, 290, 230, "f(x)\\ quit");
@@ -443,6 +404,111 @@ TEST_F(DiagramUsers, SeeFiguresInAWidenedWindow) {
   EXPECT_EQ(getpixel2c(290, 225), 0U);
   close_everything();
   EXPECT_TRUE(all_pixels() == base_);
+}
+
+// Each part is picked in its rows and nowhere beside them; the first that fits counts.
+TEST_F(DiagramUsers, PickPartsByTheirReach) {
+  using enum FigurePart;
+  struct Rows {
+    int first, last;
+  };
+  const struct {
+    FigurePlace place;
+    int middle_x;
+    Rows middle, end, head;
+  } cases[] = {
+      {{100, 100, 160, 200}, 130, {141, 159}, {191, 200}, {100, 109}},
+      {{160, 100, 100, 130}, 130, {113, 117}, {128, 130}, {100, 102}},
+      {{100, 100, 131, 129}, 115, {113, 115}, {128, 129}, {100, 101}},
+      {{100, 130, 160, 100}, 130, {114, 116}, {99, 100}, {130, 131}},
+      {{120, 100, 120, 104}, 120, {101, 103}, {103, 104}, {100, 101}},
+  };
+  for (const auto& [place, middle_x, in_middle, at_end, at_head] : cases) {
+    Vobj figure;
+    figure.x1 = place.x1, figure.y1 = place.y1, figure.x2 = place.x2, figure.y2 = place.y2;
+    for (int x = 80, y = 80; y < 220; ++x == 180 ? x = 80, ++y : 0) {
+      const auto in = [x, y](int column, int beside, const Rows& rows) {
+        return std::abs(x - column) <= beside && rows.first <= y && y <= rows.last;
+      };
+      FigurePart first = in(place.x2, 1, at_end) ? end : in(place.x1, 1, at_head) ? head : none;
+      FigurePart second = in(place.x1, 4, at_head) ? properties : none;
+      if (in(middle_x, 1, in_middle)) first = second = middle;
+      ASSERT_EQ(part_at(figure, 1, x, y), first) << x << ", " << y << " of " << place.y2;
+      ASSERT_EQ(part_at(figure, 2, x, y), second) << x << ", " << y << " of " << place.y2;
+    }
+  }
+}
+
+// Where the points of a node (a box), from (300, 200) to (300, 300), are after a press and a drag.
+TEST_F(DiagramUsers, DragWhatTheyPick) {
+  const struct {
+    const char* what;
+    int (*tool)();
+    int from_x, from_y, to_x, to_y;
+    FigurePlace place;
+  } cases[] = {
+      {"the whole", node_ope, 301, 259, 350, 280, {350, 230, 350, 330}},
+      {"the end", node_ope, 299, 291, 350, 280, {350, 200, 350, 280}},
+      {"the end, not above the head", node_ope, 300, 300, 350, 150, {350, 200, 350, 200}},
+      {"the head", node_ope, 300, 209, 350, 280, {350, 280, 350, 300}},
+      {"the head of a cross", nodec_ope, 300, 209, 350, 280, {350, 280, 300, 300}},
+      {"the end of a box", vbox_ope, 300, 300, 350, 150, {300, 200, 350, 150}},
+      {"the end of a telephone", tele_ope, 300, 300, 350, 400, {328, 386, 350, 400}},
+      {"as far as the diagram", node_ope, 300, 250, 679, 250, {679, 200, 679, 300}},
+      {"and no farther", node_ope, 300, 250, 680, 250, {490, 200, 490, 300}},
+  };
+  for (const auto& [what, tool, from_x, from_y, to_x, to_y, place] : cases) {
+    tool(), vect_ed(1, 300, 200), vect_ed(1, 300, 300);
+    Vobj* figure = cvobj;
+    const int serial = cvobj->serial;
+    const auto points = [](const Vobj& f) { return std::tuple(f.x1, f.y1, f.x2, f.y2); };
+    const std::tuple wanted(place.x1, place.y1, place.x2, place.y2);
+    pointer_ope(), drag(from_x, from_y, to_x, to_y), play();
+    EXPECT_EQ(points(*figure), wanted) << what;
+    drag(400, 300, 410, 320), play();  // goes on with what is in hand
+    undo_ope(), drag(500, 100, 550, 120), play();
+    figure = figure_of(serial);  // gone if nothing of it was to be seen
+    EXPECT_TRUE(figure == nullptr ? place.y1 == place.y2 : points(*figure) == wanted) << what;
+    close_everything();
+  }
+}
+
+// The menu's line lies right of the diagram, or within.
+TEST_F(DiagramUsers, GetACopyUnderThePointer) {
+  for (const auto& [x, pointer_x, copy_x] : {std::tuple(660, 702, 679), {300, 326, 326}}) {
+    node_ope(), vect_ed(1, x, 200), vect_ed(1, x, 300);
+    pointer_ope(), click(x, 250, 3, 600), play();
+    double_click(pointer_x, line_row(wd(figure_menu_id), copy_line)), play();
+    EXPECT_EQ(std::tuple(cvobj->x1, cvobj->y1, cvobj->y2), std::tuple(copy_x, 232, 332));
+    close_everything();
+  }
+}
+
+// Its menu was opened when the figure was still on top, and no other one in the hand.
+TEST_F(DiagramUsers, ColourAFigureWithItsLabel) {
+  const std::uint32_t unchanged = colour_pixel(2);
+  const std::tuple<const char*, std::uint32_t> cases[] = {
+      {"4", colour_pixel(4)}, {"0", colour_pixel(0)}, {"20", colour_pixel(20)}, {"21", unchanged},
+      {"-1", unchanged},      {"red", unchanged},     {"2", unchanged}};
+  for (const auto& [typed, colour] : cases) {
+    base_ = all_pixels();
+    node_ope();
+    Vobj* figure = cvobj;
+    figure->colour = unchanged;
+    vect_ed(1, 300, 200), vect_ed(1, 300, 300);
+    put_vlabel(VectorMode::clipped, 290, 180, "cpu");
+    vline_ope(), vect_ed(1, 280, 210), vect_ed(1, 350, 240);
+    Vobj* other = cvobj;
+    pointer_ope(), click(300, 250, 3, 600), play();
+    raise_figure(other), vobjmode = mode_moving;
+    click(wd(figure_menu_id).x + 68, line_row(wd(figure_menu_id), color_line), 1, 600);
+    type("\b\b" + std::string(typed) + "\r"), run_line(figure_menu_id, color_line), play();
+    EXPECT_EQ(std::tuple(figure->colour, figure->label->colour), std::tuple(colour, colour))
+        << typed;
+    EXPECT_EQ(canvas_fault(base_), "") << typed;
+    EXPECT_EQ(vobjmode, mode_pointer) << "the other one is let go";
+    close_everything();
+  }
 }
 
 }  // namespace

@@ -218,28 +218,29 @@ TEST_F(PropertyMenus, FiguresMayBeGoneOrNotPlacedYet) {
   EXPECT_EQ(wd(id).kind, kind_free);
 }
 
-// By mouse, through every word; the screen shows them, the figure has them after the box only.
-TEST_F(PropertyMenus, DoublePressesTurnWordsAndTheBoxApplies) {
-  Vobj* figure = placed(queue);
-  shown(figure);
-  put(id);
-  const auto play_and_run = [] {
-    while (!user_events.empty() || popwindow != 0 || cur_button != 0) {
-      if (engine_round().result == EngineRound::Result::run_action) run(), spend_press();
-    }
+// Double presses go through every word; the figure has the last one when it is applied.
+TEST_F(PropertyMenus, WordsGoRoundUntilTheyAreApplied) {
+  const std::tuple<FigureKind, int, int, int, int Vobj::*, Vocabulary> cases[] = {
+      {node, 1, 1, 6, &Vobj::ps_mode, ps_modes},
+      {vline, 2, 2, 3, &Vobj::selection_rule, selection_rules},
+      {vbox, 3, 3, 2, &Vobj::exit_filter, exit_filters},
+      {tel, 0, 0, 2, &Vobj::servers, distributions},
   };
-  for (std::size_t i = 2; i <= std::size(distributions); ++i) {
-    click(420, 320, 1, 900), click(420, 320);
-    play_and_run();
-    const std::string word = distributions[i % std::size(distributions)].word;
-    EXPECT_EQ(wd(id).menu_items[0].text, word + " 0");
-    EXPECT_EQ(text_at(416 + 23 * 8, 316, 2), word.substr(0, 2));
-    EXPECT_EQ(figure->servers, 2);
+  for (const auto& [kind, line, field, before, code, words] : cases) {
+    Vobj* figure = placed(kind);
+    shown(figure);
+    for (std::size_t i = 0; i + 1 < words.size(); ++i) {
+      wd(id).line_flags[line] = line_selected | line_double_clicked;
+      EXPECT_EQ(run(), 0);
+      EXPECT_EQ(figure->*code, before) << wd(id).menu_items[field].text;
+    }
+    const auto at = std::find_if(words.begin(), words.end(),
+                                 [b = before](const VocabularyEntry& e) { return e.code == b; });
+    const VocabularyEntry& wanted = at == words.begin() ? words.back() : *(at - 1);
+    EXPECT_STREQ(wd(id).menu_items[field].text, wanted.word);
+    run();
+    EXPECT_EQ(figure->*code, wanted.code);
   }
-  click(403, 303);
-  play_and_run();
-  EXPECT_EQ(figure->servers, distributions[0].code);
-  EXPECT_EQ(wd(id).kind, kind_free);
 }
 
 TEST_F(PropertyMenus, SitesNameAttributes) {

