@@ -1,5 +1,7 @@
 // Input windows: framed, scrollable and resizable windows whose inside their creator draws.
 //
+// The workbench itself makes none.
+//
 // The frame, the scroll bars and the scroll position are kept here; the creator's function draws
 // the inside and is told of presses there. Figures show, above what the creator draws, in what a
 // window has grown by since it was put, scrolled or moved.

@@ -1,4 +1,4 @@
-// Labels: one line of text on a white box, moved by pressing them.
+// Labels: one line of text on a white box, moved by pressing them. The workbench itself makes none.
 #pragma once
 
 namespace torve {

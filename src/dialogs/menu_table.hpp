@@ -76,7 +76,7 @@ struct MenuLine {
     for (int column = field.column; column < end && column < length; ++column)
       hidden += text[static_cast<std::size_t>(column)] == ' ' ? 0 : 1;
     if (hidden != field.covers) return false;
-    if (std::max(0, end - std::max(length, field.column)) != field.beyond) return false;
+    if (std::max(0, end - length) != field.beyond) return false;
   }
   return true;
 }

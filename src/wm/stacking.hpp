@@ -46,12 +46,6 @@ void lift_out(int id);
 /// Whether any eligible object lies at a point.
 [[nodiscard]] bool an_object_is_at(int x, int y);
 
-/// The first eligible uncovered object that intersects a rectangle, by id; any eligible one; the
-/// first other uncovered one that intersects an object. 0 for none.
-[[nodiscard]] int get_top_card(int x1, int y1, int x2, int y2);
-[[nodiscard]] int get_any_card(int x1, int y1, int x2, int y2);
-[[nodiscard]] int get_one_under(int id);
-
 /// Takes uncovered objects out of the books, one after the other, until the wanted one is out.
 /// Returns 0, or 1 after the error was shown (311 bad id, 312 free, 313 not put).
 int find_stacking_order(int id, StackingOrder* order);
@@ -72,5 +66,13 @@ int bring_id_to_top(int id, int refresh);
 
 /// The same for permanent objects too; hiding and freeing need it.
 int bring_any_to_top(int id, int refresh);
+
+// Not used by the workbench itself.
+
+/// The first eligible uncovered object that intersects a rectangle, by id; any eligible one; the
+/// first other uncovered one that intersects an object. 0 for none.
+[[nodiscard]] int get_top_card(int x1, int y1, int x2, int y2);
+[[nodiscard]] int get_any_card(int x1, int y1, int x2, int y2);
+[[nodiscard]] int get_one_under(int id);
 
 }  // namespace torve

@@ -191,19 +191,13 @@ void free_one_wd_object(int id);
 /// Who is told of every object that has been freed; null: nobody.
 void set_freed_handler(void (*handler)(int id));
 
-/// Moves an object to (x, y), pixels, or as near as the canvas allows, in whatever state it is:
-/// above all others if it lies on the canvas. What it has covered comes back.
-void move_object(int id, int x, int y);
-
 /// Puts the objects first .. last: a fresh one on top of everything, a hidden one again, one that
 /// lies on the canvas is raised and refreshed, an icon gets its size back. Returns 0, or 1 at once
 /// when one cannot be put; the slot of a fresh one is free then.
 int put_wd_objects(int first, int last);
 
-/// Frees all objects; all but the message window and permanent ones; all but the message window.
+/// Frees all objects.
 void free_wd_objects();
-int free_wd_objects_gt1();
-int free_wd_objects_gt1_u();
 
 /// Takes an object that lies on the canvas off it and keeps it; nothing in terminal mode, and
 /// nothing for icons.
@@ -217,5 +211,13 @@ void hide_errormsg();
 /// serve_object for the object of an index, id - 1, and the present press; returns the command as
 /// its number.
 int serve_wd_objects(int index);
+
+/// Free all objects but the message window and permanent ones; all but the message window. Return 0.
+int free_wd_objects_gt1();
+int free_wd_objects_gt1_u();
+
+/// Moves an object to (x, y), pixels, or as near as the canvas allows, in whatever state it is:
+/// above all others if it lies on the canvas. What it has covered comes back.
+void move_object(int id, int x, int y);
 
 }  // namespace torve

@@ -99,7 +99,7 @@ constexpr MenuLine lines[] = {
     {.text = "Autocorrelation of               to Plot",
      .fields = {{
          {.number = signal, .column = 19, .width = 8, .text_now = pane_file<1>},
-         {.number = autocorrelation_pane, .column = 41, .width = 2, .text = "1", .beyond = 2},
+         {.number = autocorrelation_pane, .column = 41, .width = 2, .text = "1", .beyond = 3},
      }},
      .run = autocorrelate_into_pane},
     {.text = "Correlation of           and            to Plot",

@@ -1,0 +1,134 @@
+// Procedures that programs may call and the workbench does not.
+
+#include "dialogs/file_window.hpp"
+#include "dialogs/input_window.hpp"
+#include "dialogs/label.hpp"
+#include "dialogs/menu_commands.hpp"
+#include "dialogs/player.hpp"
+#include "draw/window_frame.hpp"
+#include "wm/stacking.hpp"
+#include "wm/wd_icon.hpp"
+
+namespace torve {
+namespace {
+
+constexpr int menu = 3, text = 4, label = 5;
+
+class Given : public DialogTest {
+ protected:
+  Given() {
+    write_file("text.txt", "one\ntwo\n");
+    open_menu(menu, field_menu, 96, 200);
+    make_file_window(text, 500, 200, 184, 68, 15, 1, 0, 0, "text.txt", -1, -1);
+    make_label(label, 500, 400, "note");
+    put(text), put(label);
+  }
+  static int from(int x, int y, int button = 1) {
+    X = x, Y = y, buttons = button;
+    return 0;
+  }
+};
+
+TEST_F(Given, ModesAndNumbersOfTheKinds) {
+  const struct {
+    const char* what;
+    int (*call)();
+    int expected;
+  } cases[] = {
+      {"a menu drawn", [] { return pop_up_menu(menu, mode_refresh); }, -2},
+      {"a menu, not asked", [] { return popUpMenu(menu, mode_refresh); }, -2},
+      {"no menu", [] { return pop_up_menu(text, mode_refresh); }, 1},
+      {"a menu's box", [] { return from(98, 202) + pop_up_menu(menu, mode_serve); }, 0},
+      {"a menu held", [] { return from(98, 202, 2) + pop_up_menu(menu, mode_serve); }, -4},
+      {"where it is held", [] { return cxoff * 10 + cyoff; }, 22},
+      {"a menu's close box", [] { return from(412, 204) + serve_wd_objects(menu - 1); }, -1},
+      {"beside a menu", [] { return from(600, 500) + popUpMenu(menu, mode_serve); }, -2},
+      {"pulled down, pressed beside", [] { return from(600, 500) + pull_down(menu); }, 0},
+      {"nothing to pull down", [] { return pull_down(text); }, 1},
+      {"a text drawn", [] { return file_window(text, mode_refresh, 0); }, -2},
+      {"a text's close box", [] { return from(676, 204) + file_window(text, mode_serve, 0); }, -1},
+      {"no text", [] { return file_window(menu, mode_refresh, 0); }, 1},
+      {"a label drawn", [] { return draw_label(label, mode_refresh); }, -2},
+      {"a label held", [] { return from(503, 404) + draw_label(label, mode_serve); }, -4},
+      {"where that is held", [] { return cxoff * 10 + cyoff; }, 34},
+      {"no object", [] { return serve_wd_objects(70); }, 3},
+      {"over both", [] { return get_any_card(90, 190, 700, 500); }, menu},
+      {"over the label", [] { return get_top_card(490, 390, 700, 500); }, label},
+      {"over nothing", [] { return get_top_card(700, 0, 800, 9) + get_any_card(0, 0, 9, 9); }, 0},
+      {"under nobody", [] { return get_one_under(menu); }, 0},
+      {"an icon", [] { return draw_old_icon(menu); }, -2},
+      {"freed", [] { return free_label(label) + free_file_window(text); }, 0},
+      {"gone", [] { return get_any_card(490, 190, 700, 500); }, 0},
+      {"bad", [] { return free_label(0) + free_pop_up_menu(0) + free_file_window(0); }, 3},
+  };
+  for (const auto& [what, call, expected] : cases) {
+    int result = 0;
+    printed_by([call = call, &result] { result = call(); });
+    EXPECT_EQ(result, expected) << what;
+  }
+}
+
+TEST_F(Given, TheRoundAsANumber) {
+  const struct {
+    const char* what;
+    int x, y, button, expected;
+  } cases[] = {
+      {"the canvas", 20, 20, 1, -1},
+      {"the menu's box", 98, 202, 1, 1},
+      {"the menu's close box", 412, 204, 2, 0},  // it becomes an icon
+      {"the text's box, held", 498, 202, 2, 0},
+  };
+  for (const auto& [what, x, y, button, expected] : cases) {
+    press(x, y, button);
+    EXPECT_EQ(do_operations(), expected) << what;
+    release(x, y, button);
+    EXPECT_EQ(do_operations(), 0) << what;
+  }
+}
+
+TEST_F(Given, PressesOnAMenuOneByOne) {
+  const WdObject& object = wd(menu);
+  const auto check = [&](int x, int y) {
+    return check_command(object.menu_items, object.menu_lines, object.line_flags, 0, 0,
+                         object.item_count, object.line_count, 3, 16, 3, 9, x, y);
+  };
+  set_drawing_area({112, 216, 408, 249});
+  EXPECT_EQ(check(111, 220), 0);
+  EXPECT_EQ(check(116, 220), 1);
+  EXPECT_EQ(object.line_flags[0], 1);
+  EXPECT_EQ(check(112 + 24 * 8, 230), 3) << "the next choice";
+  type("x\r");
+  EXPECT_EQ(check(112 + 7 * 8, 240), 3) << "typed";
+  EXPECT_STREQ(object.menu_items[3].text, "x5");
+  type("\b\b\b\r");
+  EXPECT_EQ(check(112 + 7 * 8, 240), 2) << "left empty";
+}
+
+TEST(DoublePresses, AsArgumentsSayThem) {
+  const struct {
+    const char* what;
+    int x, y, button, press_x, press_y, first, counter;
+    int expected;
+  } cases[] = {
+      {"twice", 40, 7, 1, 40, 7, 1, 50, 1},        {"too soon", 40, 7, 1, 40, 7, 1, 49, 0},
+      {"the first", 40, 7, 1, 40, 7, 0, 50, 0},    {"dragged right", 41, 7, 1, 40, 7, 0, 0, 1},
+      {"dragged left", 39, 7, 1, 40, 7, 1, 50, 0}, {"another row", 41, 8, 1, 40, 7, 0, 0, 0},
+      {"released", 41, 7, 0, 40, 7, 0, 0, 0},
+  };
+  for (const auto& test : cases) {
+    int flags[] = {0, 1, 1};
+    int first = test.first, counter = test.counter;
+    EXPECT_EQ(doubleclick_and_submenu(flags, 3, test.x, test.y, test.button, test.press_x,
+                                      test.press_y, &first, &counter, 50),
+              test.expected)
+        << test.what;
+    EXPECT_EQ(flags[1] * 10 + flags[2], test.expected != 0 ? 31 : 11) << test.what;
+    const bool cleared = test.expected != 0 && test.x == test.press_x;
+    EXPECT_EQ(first + counter, cleared ? 0 : test.first + test.counter) << test.what;
+    int none[] = {0, 2};
+    EXPECT_EQ(doubleclick_and_submenu(none, 2, 9, 7, 1, 1, 7, &first, &counter, 50), 0);
+  }
+}
+
+}  // namespace
+}  // namespace torve
