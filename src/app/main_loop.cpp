@@ -136,8 +136,8 @@ bool main_loop_round(const JumpEntry* table) {
   return false;
 }
 
-int do_edi1_engine(int first, const JumpEntry* table) {
-  if (init_engine(first) != 0) return 1;
+int do_edi1_engine(int last, const JumpEntry* table) {
+  if (init_engine(last) != 0) return 1;
   if (run_rounds(table)) leave_without_memory();
   return 1;
 }

@@ -19,7 +19,7 @@ int edi2_operations(int id);
 
 /// Runs until an icon handler or an action callback ends the program; returns 1. Without memory to
 /// go on it takes the way out of the exit tool.
-/// The window objects up to id `first` are put on the canvas before.
-int do_edi1_engine(int first, const JumpEntry* table);
+/// The window objects 2 .. last are put on the canvas before.
+int do_edi1_engine(int last, const JumpEntry* table);
 
 }  // namespace torve

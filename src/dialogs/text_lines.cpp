@@ -105,9 +105,9 @@ int show_one_line_of_text(char* line) {
   strip_line_end(line);
   replace_strange_characters(line);
   // The writer leaves the last cell free; the text area ends behind it.
+  const Kept right(X1_max);
   X1_max += cs;
   textnb(line, fgcol, bgcol);
-  X1_max -= cs;
   return 0;
 }
 
