@@ -16,6 +16,7 @@
 #include "app/signal/band_sums.hpp"
 #include "app/signal/correlation.hpp"
 #include "app/signal/fourier_sums.hpp"
+#include "app/signal/lag_sums.hpp"
 #include "app/signal/matching.hpp"
 #include "app/signal/sample_file.hpp"
 #include "app/signal/spectrum.hpp"

@@ -22,12 +22,20 @@ class Analyses : public ::testing::Test {
   TemporaryDirectory directory_;
 };
 
+// Of half period h; sums of it cancel, or their roundings all go one way.
+Floats square_wave(std::size_t n, std::size_t h, float level) {
+  Floats x(n);
+  for (std::size_t i = 0; i < n; ++i)
+    x[i] = i / h % 2 == 0 ? level : -level;
+  return x;
+}
+
 TEST_F(Analyses, CorrelationsHaveTheDigitsOfTheLiteralSums) {
-  for (const std::size_t n : {1U, 31U, 32U, 33U, 64U, 1000U, 3001U}) {
+  for (const std::size_t n : {1U, 31U, 32U, 33U, 64U, 1000U, 3000U, 4097U, 8200U}) {
     literal::write("a", integers(sine_in_noise(n, 20'000, static_cast<unsigned>(n)), 1));
     literal::write("b", sine_in_noise(n + n / 3, 3, 9));
-    for (const std::string one : {"a", "b"}) {
-      const std::string two = one == "a" ? "b" : "a";
+    literal::write("c", square_wave(n, 2, 2e6F));
+    for (const auto& [one, two] : {std::pair("a", "b"), {"b", "a"}, {"c", "c"}}) {
       const std::string said = printed_by([&] { literal::correlation(one, two, "expected"); });
       EXPECT_EQ(printed_by([&] { EXPECT_EQ(correlation(one, two, "1"), 0); }),
                 "in correlation\n" + said + "done\n");
@@ -47,7 +55,7 @@ struct Found {
 };
 
 Found match(int start, float scale, const std::string& out = "c", int mode = 1,
-              const std::string& samples = "all") {
+            const std::string& samples = "all") {
   Found found = {-1, 0, scale, ""};
   float mean = 0;
   found.printed = printed_by([&] {
@@ -105,7 +113,7 @@ TEST_F(Analyses, MatchesThatAreRefused) {
   write_file("c", "good");
   EXPECT_EQ(match(-5, 1).result, 0);
   for (const Found& none : {match(0, 1, "c", 1, "9999"), match(0, 1, "no/c"), match(50'000, 1),
-                              match(0, 1e30F), match(0, NAN)}) {
+                            match(0, 1e30F), match(0, NAN)}) {
     EXPECT_EQ(none.result, 1);
     EXPECT_EQ(none.printed.find("offset_best"), std::string::npos);
   }
@@ -168,12 +176,8 @@ TEST_F(Analyses, SpectraAndBandsHaveTheDigitsOfTheLiteralSums) {
                               });
 }
 
-// Their roundings all go one way, and cancel in no sum.
 TEST_F(Analyses, BandsOfSquareWavesHaveTheDigitsOfTheLiteralSums) {
-  Floats x(10'000);
-  for (std::size_t i = 0; i < x.size(); ++i)
-    x[i] = i / 50 % 2 == 0 ? 20'000.0F : -20'000.0F;
-  check_spectrum_and_bands(x, {{2200, 5000, 1}});
+  check_spectrum_and_bands(square_wave(10'000, 50, 20'000), {{2200, 5000, 1}});
 }
 
 // Beyond 46340 samples the products of the angles wrap; only some bins are summed literally.

@@ -1,36 +1,16 @@
 #include "app/signal/correlation.hpp"
 
 #include <algorithm>
-#include <array>
 #include <new>
 #include <optional>
 
-#include "app/signal/clones.hpp"
+#include "app/signal/lag_sums.hpp"
 #include "app/signal/sample_file.hpp"
 #include "app/signal/say.hpp"
 
 namespace torve {
 
 namespace {
-
-// 32 lags side by side keep the sums in registers and every sum in its own order. Fewer leave the
-// machine waiting for the additions; the compiler vectorises this form at -O3 only.
-constexpr std::size_t lanes = 32;
-
-/// sums[l] += a[i] x b[i + l] for i = 0 .. count - 1, for all lanes l.
-TORVE_CLONES void add_lag_products(const double* a, const double* b, std::size_t count,
-                                   double* sums) {
-  double sum[lanes];
-  for (std::size_t l = 0; l < lanes; ++l)
-    sum[l] = sums[l];
-  for (std::size_t i = 0; i < count; ++i) {
-    const double factor = a[i];
-    for (std::size_t l = 0; l < lanes; ++l)
-      sum[l] += factor * b[i + l];
-  }
-  for (std::size_t l = 0; l < lanes; ++l)
-    sums[l] = sum[l];
-}
 
 int write_result(const std::string& name, std::span<const float> values) {
   OutputFile file(name);
@@ -91,24 +71,6 @@ std::vector<double> deviations(std::span<const float> values, double mean) {
   std::transform(values.begin(), values.end(), result.begin(),
                  [mean](float value) { return static_cast<double>(value) - mean; });
   return result;
-}
-
-std::vector<float> lag_means(std::span<const double> a, std::span<const double> b) {
-  const std::size_t n = a.size();
-  std::vector<float> means(n);
-  for (std::size_t k = 0; k < n; k += lanes) {
-    std::array<double, lanes> sums = {};
-    const std::size_t terms = n - k;
-    const std::size_t common = terms > lanes ? terms - lanes + 1 : 0;
-    add_lag_products(a.data(), b.data() + k, common, sums.data());
-    for (std::size_t l = 0; l < std::min(lanes, terms); ++l) {
-      double sum = sums[l];
-      for (std::size_t i = common; i < terms - l; ++i)
-        sum += a[i] * b[i + k + l];
-      means[k + l] = static_cast<float>(sum / static_cast<double>(terms - l));
-    }
-  }
-  return means;
 }
 
 int autocorrelation(const std::string& path, const std::string& suffix) try {

@@ -18,10 +18,6 @@ namespace torve {
 /// values - mean, each in double.
 [[nodiscard]] std::vector<double> deviations(std::span<const float> values, double mean);
 
-/// For every lag k below n, the size of both: the sum over i = 0 .. n-k-1 of a(i) b(i+k), divided
-/// by n - k. Costs n^2 / 2 multiplications.
-[[nodiscard]] std::vector<float> lag_means(std::span<const double> a, std::span<const double> b);
-
 /// Writes the autocorrelation of the sample file `path` to "autocor<suffix>.res". 0, or 1 if a
 /// file cannot be opened or written.
 int autocorrelation(const std::string& path, const std::string& suffix);

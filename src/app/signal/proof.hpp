@@ -11,6 +11,9 @@
 
 namespace torve {
 
+/// Far below any text: what products may lose that are too small for a double.
+inline constexpr double vanished = 1e-290;
+
 /// Whether both are one float, the sign of zero included.
 [[nodiscard]] TORVE_INLINE bool same_float(float a, float b) {
   return (a == b) & (std::signbit(a) == std::signbit(b));
