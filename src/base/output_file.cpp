@@ -53,6 +53,7 @@ OutputFile::OutputFile(const std::string& name, Existing existing) : name_(name)
     // Renaming over a file needs no permission to write to it; a refusal must stay one.
     usable_ = open_file(target_, "r+b") != nullptr;
     if (usable_ && existing == Existing::empty_at_once) usable_ = empty_now();
+    note_creation();
     return;
   }
   const bool is_new = !exists(name);
@@ -60,6 +61,25 @@ OutputFile::OutputFile(const std::string& name, Existing existing) : name_(name)
   stream_ = open_for_writing(name);
   usable_ = stream_ != nullptr;
   if (usable_ && is_new) temporary_.own(real_name(name));
+  note_creation();
+}
+
+void OutputFile::note_creation() {
+  created_ = usable_;
+  if (!usable_ && error_ == 0) error_ = errno;
+}
+
+Outcome OutputFile::outcome() const {
+  Outcome outcome = {.name = name_, .kept_as = kept_as_, .error = error_};
+  if (!created_) outcome.cause = Cause::not_created;
+  if (created_ && error_ != 0) outcome.cause = Cause::not_written;
+  return outcome;
+}
+
+Outcome OutputFile::refuse(Cause cause, const std::string& name) {
+  keep_old_content();
+  static_cast<void>(finish());  // that this may fail changes nothing any more
+  return {.cause = cause, .name = name, .kept_as = kept_as_};
 }
 
 OutputFile::~OutputFile() {

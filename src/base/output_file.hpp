@@ -21,6 +21,7 @@
 #include <string_view>
 
 #include "base/files.hpp"
+#include "base/outcome.hpp"
 #include "base/unfinished_files.hpp"
 
 namespace torve {
@@ -48,6 +49,12 @@ class OutputFile {
   [[nodiscard]] char* reserve(std::size_t size);
   void advance(std::size_t size) { used_ += size; }
 
+  /// What became of it; while it is being written, whether it can be.
+  [[nodiscard]] Outcome outcome() const;
+
+  /// Finishes what is no result because of `cause`, which concerns `name`: says so.
+  Outcome refuse(Cause cause, const std::string& name);
+
   /// What is being written is no result: old content will be kept.
   void keep_old_content() { keeps_old_ = true; }
 
@@ -65,6 +72,7 @@ class OutputFile {
  private:
   enum class Placing { direct, rename, copy };
 
+  void note_creation();
   void open_beside();
   bool open_temporary(const std::string& stem);
   void flush();
@@ -79,6 +87,7 @@ class OutputFile {
   UnfinishedFile temporary_;  // what goes when it comes to nothing
   Placing placing_ = Placing::direct;
   bool usable_ = false;
+  bool created_ = false;
   bool keeps_old_ = false;
   std::string kept_as_;
   FilePtr stream_;

@@ -92,6 +92,10 @@ int close_eps(FilePtr template_file) {
   return written ? 0 : 1;
 }
 
+void abandon_eps() {
+  forget_output();
+}
+
 void write_eps_segment(int x1, int y1, int x2, int y2, int area_height) {
   if (!outstream) return;
   std::fprintf(outstream.get(), "Or moveto %d CX %d CX rmoveto %d CX %d CX rlineto stroke\n", x1,

@@ -26,6 +26,9 @@ extern FilePtr outstream;
 /// Returns 0, or 1 after "could not write NAME: REASON\n".
 int close_eps(FilePtr template_file);
 
+/// Forgets the open file: what was there stays.
+void abandon_eps();
+
 /// One segment between two screen positions, pixels; `area_height` is that of the drawing area
 /// (Y1_max - Y1_min). Nothing when no output is open.
 void write_eps_segment(int x1, int y1, int x2, int y2, int area_height);

@@ -118,21 +118,27 @@ Bytes gif_file(int width, int height, std::span<const std::uint8_t> indices) {
   return bytes;
 }
 
-int writeGIF1(const std::string& name, int x1, int y1, int x2, int y2) try {
-  if (x1 > x2 || y1 > y2) return 0;
+Outcome write_gif(const std::string& name, const Rect& rect) try {
   OutputFile file(name);
-  if (!file) {
-    cannot_create_file(name.c_str());
-    return 1;
-  }
-  const Rect rect = {x1, y1, x2 + 1, y2 + 1};
+  if (!file) return file.outcome();
   const Bytes bytes = gif_file(gif_width(rect.width()), rect.height(), gif_indices(rect));
   std::printf("in writeGIF1 uColors=%d\n", table_entries);
   file.write({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
-  return file.finish() ? 0 : 1;
+  static_cast<void>(file.finish());
+  return file.outcome();
 } catch (const std::bad_alloc&) {
-  no_memory();
-  return 0;
+  return {.cause = Cause::no_memory, .name = name};
+}
+
+int writeGIF1(const std::string& name, int x1, int y1, int x2, int y2) {
+  if (x1 > x2 || y1 > y2) return 0;
+  const Outcome outcome = write_gif(name, {x1, y1, x2 + 1, y2 + 1});
+  if (outcome.cause == Cause::no_memory) {
+    no_memory();
+    return 0;
+  }
+  if (outcome.cause == Cause::not_created) cannot_create_file(name.c_str());
+  return outcome.is_done() ? 0 : 1;
 }
 
 }  // namespace torve

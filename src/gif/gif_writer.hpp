@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "base/outcome.hpp"
 #include "base/rect.hpp"
 
 namespace torve {
@@ -25,9 +26,12 @@ namespace torve {
 [[nodiscard]] std::vector<std::uint8_t> gif_file(int width, int height,
                                                  std::span<const std::uint8_t> indices);
 
-/// Writes the screen from (x1, y1) to (x2, y2), both included, to a file; says "in writeGIF1
-/// uColors=256\n". An empty rectangle writes nothing. Returns 0, also after no_memory(), or 1
-/// after cannot_create_file() and when the file could not be written whole.
+/// Writes a rectangle of the screen to a file; says "in writeGIF1 uColors=256\n".
+Outcome write_gif(const std::string& name, const Rect& rect);
+
+/// The same from (x1, y1) to (x2, y2), both included. An empty rectangle writes nothing. Returns 0,
+/// also after no_memory(), or 1 after cannot_create_file() and when the file could not be written
+/// whole.
 int writeGIF1(const std::string& name, int x1, int y1, int x2, int y2);
 
 }  // namespace torve

@@ -144,6 +144,55 @@ void draw_plot(const std::vector<float>& points, const Extremes& extremes,
               .target = settings.target});
 }
 
+Cause draw_signal(std::FILE* file, const PlotSettings& settings, const char* title) {
+  set_pane_area(settings.yoff);
+  std::rewind(file);
+  SampleReader reader(file, pane_line_size);
+  if (!skip_lines(reader, settings.start)) return Cause::start_behind_end;
+  const std::optional<std::vector<float>> values = read_values(reader, most_samples);
+  if (!values) return Cause::no_memory;
+  const std::vector<float> points = running_sums(*values, settings.step);
+  const Extremes extremes = find_extremes(points);
+  std::printf("plot_curve largest absolute value is %f\n", static_cast<double>(extremes.largest));
+  draw_plot(points, extremes, settings, curve_axis(settings), false, title);
+  return points.empty() ? Cause::nothing_to_draw : Cause::done;
+}
+
+Cause draw_bins(std::FILE* file, const PlotSettings& settings, const char* samples) {
+  set_pane_area(settings.yoff);
+  std::rewind(file);
+  SampleReader reader(file, pane_line_size);
+  const auto header = reader.next_line();
+  if (!header) return Cause::nothing_to_draw;
+  const int stated_size = spectrum_size(*header).value_or(1);
+  const int size = stated_size > 0 ? stated_size : 1;
+  std::printf("plot_spectrum K=%d\n", size);
+  if (!skip_lines(reader, settings.start)) return Cause::start_behind_end;
+  const std::optional<std::vector<float>> values = read_values(reader, sample_budget(samples));
+  if (!values) return Cause::no_memory;
+  const std::vector<float> points = running_sums(*values, settings.step);
+  const Extremes extremes = find_extremes(points);
+  std::printf("maxi=%d maxf1=%f offset=%d\n", extremes.maximum_index,
+              static_cast<double>(extremes.maximum), 0);
+  std::printf("plot_curve largest absolute value is %f\n", static_cast<double>(extremes.largest));
+  draw_plot(points, extremes, settings, spectrum_axis(settings, size), true, "Power spectrum");
+  return points.empty() ? Cause::nothing_to_draw : Cause::done;
+}
+
+PlotSettings settings_of(int yoff, int start, int step, double xsc, double ysc, int target) {
+  return {.target = target, .step = step, .start = start, .xsc = xsc, .ysc = ysc, .yoff = yoff};
+}
+
+// A procedure that opens a file fails only where there is none.
+int result_of(const Outcome& outcome) {
+  return outcome.cause == Cause::no_file || outcome.cause == Cause::unreadable ? 1 : 0;
+}
+
+Outcome cannot_find(const std::string& path) {
+  say_cannot_find_files();
+  return input_failure(path);
+}
+
 }  // namespace
 
 const char* pane_name(int pane) {
@@ -155,64 +204,37 @@ void set_pane_name(int pane, const std::string& name) {
 }
 
 int plot_curve(std::FILE* file, const PlotSettings& settings, const char* title) {
-  set_pane_area(settings.yoff);
-  std::rewind(file);
-  SampleReader reader(file, pane_line_size);
-  if (!skip_lines(reader, settings.start)) return 1;
-  const std::optional<std::vector<float>> values = read_values(reader, most_samples);
-  if (!values) return 0;
-  const std::vector<float> points = running_sums(*values, settings.step);
-  const Extremes extremes = find_extremes(points);
-  std::printf("plot_curve largest absolute value is %f\n", static_cast<double>(extremes.largest));
-  draw_plot(points, extremes, settings, curve_axis(settings), false, title);
-  return 0;
+  return draw_signal(file, settings, title) == Cause::start_behind_end ? 1 : 0;
 }
 
 int plot_spectrum(std::FILE* file, const PlotSettings& settings, const char*, const char* samples) {
-  set_pane_area(settings.yoff);
+  const Cause cause = draw_bins(file, settings, samples);
   std::rewind(file);
-  SampleReader reader(file, pane_line_size);
-  const auto header = reader.next_line();
-  if (!header) return 1;
-  const int stated_size = spectrum_size(*header).value_or(1);
-  const int size = stated_size > 0 ? stated_size : 1;
-  std::printf("plot_spectrum K=%d\n", size);
-  if (!skip_lines(reader, settings.start)) return 1;
-  const std::optional<std::vector<float>> values = read_values(reader, sample_budget(samples));
-  if (!values) return 0;
-  const std::vector<float> points = running_sums(*values, settings.step);
-  const Extremes extremes = find_extremes(points);
-  std::printf("maxi=%d maxf1=%f offset=%d\n", extremes.maximum_index,
-              static_cast<double>(extremes.maximum), 0);
-  std::printf("plot_curve largest absolute value is %f\n", static_cast<double>(extremes.largest));
-  draw_plot(points, extremes, settings, spectrum_axis(settings, size), true, "Power spectrum");
-  return 0;
+  const bool is_empty = cause == Cause::nothing_to_draw && std::fgetc(file) == EOF;
+  return is_empty || cause == Cause::start_behind_end ? 1 : 0;
+}
+
+Outcome plot_signal_file(const std::string& path, const PlotSettings& settings) {
+  const FilePtr file = open_regular_file(path, "r");
+  if (!file) return cannot_find(path);
+  return {.cause = draw_signal(file.get(), settings, path.c_str()), .name = path};
+}
+
+Outcome plot_spectrum_file(const std::string& path, const PlotSettings& settings,
+                           const std::string& samples) {
+  const FilePtr file = open_regular_file(path, "r");
+  if (!file) return cannot_find(path);
+  return {.cause = draw_bins(file.get(), settings, samples.c_str()), .name = path};
 }
 
 int plot_anew(const char* path, int yoff, int start, int step, double xsc, double ysc, int target) {
-  const FilePtr file = open_regular_file(path, "r");
-  if (!file) {
-    say_cannot_find_files();
-    return 1;
-  }
-  plot_curve(file.get(),
-             {.target = target, .step = step, .start = start, .xsc = xsc, .ysc = ysc, .yoff = yoff},
-             path);
-  return 0;
+  return result_of(plot_signal_file(path, settings_of(yoff, start, step, xsc, ysc, target)));
 }
 
 int plot_spectrum_anew(const char* path, int yoff, int start, int step, double xsc, double ysc,
                        int target, const char* samples) {
-  const FilePtr file = open_regular_file(path, "r");
-  if (!file) {
-    say_cannot_find_files();
-    return 1;
-  }
-  plot_spectrum(
-      file.get(),
-      {.target = target, .step = step, .start = start, .xsc = xsc, .ysc = ysc, .yoff = yoff}, path,
-      samples);
-  return 0;
+  const PlotSettings settings = settings_of(yoff, start, step, xsc, ysc, target);
+  return result_of(plot_spectrum_file(path, settings, samples));
 }
 
 void say_cannot_find_files() {

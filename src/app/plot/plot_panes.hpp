@@ -7,6 +7,8 @@
 #include <cstdio>
 #include <string>
 
+#include "base/outcome.hpp"
+
 namespace torve {
 
 inline constexpr int pane_count = 3;
@@ -50,7 +52,14 @@ int plot_curve(std::FILE* file, const PlotSettings& settings, const char* title)
 int plot_spectrum(std::FILE* file, const PlotSettings& settings, const char* title,
                   const char* samples);
 
-/// Opens a file and draws it into the pane at row `yoff`. Returns 0, or 1 when it cannot be opened:
+/// Opens a file and draws it. Without such a file "Cannot find files" stands in the title line of
+/// the area that was drawn last. Where there is no sample the frame alone is drawn, if that, and
+/// the outcome is nothing_to_draw.
+Outcome plot_signal_file(const std::string& path, const PlotSettings& settings);
+Outcome plot_spectrum_file(const std::string& path, const PlotSettings& settings,
+                           const std::string& samples);
+
+/// The same into the pane at row `yoff`. Returns 0, or 1 when it cannot be opened:
 /// then "Cannot find files" stands in the title line of the area that was drawn last.
 int plot_anew(const char* path, int yoff, int start, int step, double xsc, double ysc, int target);
 int plot_spectrum_anew(const char* path, int yoff, int start, int step, double xsc, double ysc,

@@ -71,45 +71,39 @@ void write_words(OutputFile& au, std::FILE* res) {
   }
 }
 
-int write_au(const std::string& res_name, const std::string& au_name,
-             const std::vector<std::uint8_t>& header, const char* missing_format) {
-  const auto report_missing = [&] {
+Outcome write_au(const std::string& res_name, const std::string& au_name,
+                 const std::vector<std::uint8_t>& header, const char* missing_format) {
+  if (same_file(res_name, au_name)) {
     say(missing_format, res_name.c_str());
-    return 1;
-  };
-  if (same_file(res_name, au_name)) return report_missing();
+    return {.cause = Cause::not_created, .name = au_name};
+  }
   OutputFile au(au_name);
-  if (!au) return 1;
+  if (!au) return au.outcome();
   au.write(as_text(header));
   const FilePtr res = open_regular_file(res_name, "rb");
-  if (res) {
-    write_words(au, res.get());
-  } else {
-    au.keep_old_content();
+  if (!res) {
+    const Outcome refused = au.refuse(input_failure(res_name).cause, res_name);
+    say(missing_format, res_name.c_str());
+    return refused;
   }
-  const bool written = au.finish();
-  if (!res) return report_missing();
-  return written ? 0 : 1;
+  write_words(au, res.get());
+  static_cast<void>(au.finish());
+  return au.outcome();
 }
 
-/// What cut_part needs of a header.
-struct AuHeader {
-  std::int64_t length;
-  std::int32_t encoding;
-};
-
-std::optional<AuHeader> read_header(std::FILE* au) {
+std::optional<AuFormat> read_header(std::FILE* au) {
   std::array<std::uint8_t, au_fixed_part> bytes;
   if (!read_bytes(au, bytes)) return std::nullopt;
   const std::span<const std::uint8_t, au_fixed_part> fields = bytes;
   if (as_text(fields.first<4>()) != au_magic) return std::nullopt;
-  return AuHeader{au_word(fields.subspan<4, 4>()), au_word(fields.subspan<12, 4>())};
+  return AuFormat{au_word(fields.subspan<4, 4>()), au_word(fields.subspan<12, 4>()),
+                  au_word(fields.subspan<16, 4>()), au_word(fields.subspan<20, 4>())};
 }
 
 /// A part of an AU file on its way into a sample file. Positions are bytes from the start.
 class Cut {
  public:
-  Cut(std::FILE* au, OutputFile& res, const AuHeader& header, float start, float end)
+  Cut(std::FILE* au, OutputFile& res, const AuFormat& header, float start, float end)
       : au_(au), res_(res), header_(header) {
     const double sample_size = header.encoding == au_int16 ? 2 : 4;
     first_ = byte_position(start, sample_size);
@@ -200,7 +194,7 @@ class Cut {
 
   std::FILE* au_;
   OutputFile& res_;
-  AuHeader header_;
+  AuFormat header_;
   double first_ = 0;
   double last_ = 0;
   std::int64_t samples_ = 0;  // where they begin
@@ -234,37 +228,39 @@ std::vector<std::uint8_t> au_header() {
   return bytes;
 }
 
-int make_au_file(const std::string& res_name, const std::string& au_name) {
+Outcome convert_to_au(const std::string& res_name, const std::string& au_name) {
   say("make_au_file\n");
   return write_au(res_name, au_name, au_header(), "make_au_file. no file %s\n");
 }
 
-int make_au_file_32(const std::string& res_name, const std::string& au_name) {
-  say("make_au_file_32\n");
-  return write_au(res_name, au_name, header_of_halves(), "no file %s\n");
+int make_au_file(const std::string& res_name, const std::string& au_name) {
+  return convert_to_au(res_name, au_name).is_done() ? 0 : 1;
 }
 
-int cut_part(const std::string& au_name, const std::string& res_name, double start_seconds,
-             double end_seconds) {
+int make_au_file_32(const std::string& res_name, const std::string& au_name) {
+  say("make_au_file_32\n");
+  return write_au(res_name, au_name, header_of_halves(), "no file %s\n").is_done() ? 0 : 1;
+}
+
+Outcome cut_au(const std::string& au_name, const std::string& res_name, double start_seconds,
+               double end_seconds) {
   FilePtr au = open_regular_file(au_name, "rb");
   if (!au) {
     say("no file %s\n", au_name.c_str());
-    return 1;
+    return input_failure(au_name);
   }
   const bool onto_itself = same_file(au_name, res_name);
   OutputFile res(res_name, onto_itself ? OutputFile::Existing::empty_at_once
                                        : OutputFile::Existing::keep_until_finished);
   if (!res) {
     say("no file %s\n", res_name.c_str());
-    return 1;
+    return res.outcome();
   }
   if (onto_itself) au = open_regular_file(au_name, "rb");  // what is there now
-  const std::optional<AuHeader> header = au ? read_header(au.get()) : std::nullopt;
+  const std::optional<AuFormat> header = au ? read_header(au.get()) : std::nullopt;
   if (!header) {
     say("not au-file\n");
-    // Finished with nothing in it; that this may fail changes nothing any more.
-    static_cast<void>(res.finish());
-    return 1;
+    return res.refuse(Cause::not_au_file, au_name);
   }
   if (header->length % 4 != 0) {
     say("cut_part wrong coding of au-header len=%d\n", static_cast<int>(header->length));
@@ -272,7 +268,18 @@ int cut_part(const std::string& au_name, const std::string& res_name, double sta
   }
   Cut(au.get(), res, *header, static_cast<float>(start_seconds), static_cast<float>(end_seconds))
       .run();
-  return res.finish() ? 0 : 1;
+  static_cast<void>(res.finish());
+  return res.outcome();
+}
+
+int cut_part(const std::string& au_name, const std::string& res_name, double start_seconds,
+             double end_seconds) {
+  return cut_au(au_name, res_name, start_seconds, end_seconds).is_done() ? 0 : 1;
+}
+
+std::optional<AuFormat> au_format(const std::string& name) {
+  const FilePtr file = open_regular_file(name, "rb");
+  return file ? read_header(file.get()) : std::nullopt;
 }
 
 }  // namespace torve

@@ -15,10 +15,13 @@
 #include <array>
 #include <cstdint>
 #include <cstdio>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "base/outcome.hpp"
 
 namespace torve {
 
@@ -40,16 +43,33 @@ enum AuEncoding : std::int32_t { au_halves = -6, au_int16 = 3, au_float = 6 };
 /// The header of the files that make_au_file writes, au_header_length bytes.
 [[nodiscard]] std::vector<std::uint8_t> au_header();
 
-/// Writes the sample file `res_name` as a 32-bit float AU file. 0; or 1 if the output cannot be
-/// written or there is no such sample file, in which case the AU file holds the header alone and
-/// what was there is kept. If both are one file, that counts as no sample file and nothing is
-/// touched.
+/// What the header of an AU file says.
+struct AuFormat {
+  std::int64_t length;  // of the header, bytes
+  std::int32_t encoding;
+  std::int32_t sampling_rate;  // a second
+  std::int32_t channels;
+};
+
+/// That of the file `name`; nothing if it is no AU file.
+[[nodiscard]] std::optional<AuFormat> au_format(const std::string& name);
+
+/// Writes the sample file `res_name` as a 32-bit float AU file. Without such a sample file the AU
+/// file holds the header alone and what was there is kept. If both are one file, nothing is
+/// touched: the AU file counts as one that cannot be created.
+Outcome convert_to_au(const std::string& res_name, const std::string& au_name);
+
+/// The same; 0, or 1 if it is not done.
 int make_au_file(const std::string& res_name, const std::string& au_name);
 
 /// Writes the samples of an AU file from `start_seconds` to `end_seconds`, both included, as
-/// a sample file. 0; or 1 if a file cannot be opened or the input is no AU file. The output is
+/// a sample file. Not done if a file cannot be opened or the input is no AU file. The output is
 /// created before the input is looked at: a refused input leaves it empty, and one name for both
 /// EMPTIES the AU file. What was there is kept.
+Outcome cut_au(const std::string& au_name, const std::string& res_name, double start_seconds,
+               double end_seconds);
+
+/// The same; 0, or 1 if it is not done.
 int cut_part(const std::string& au_name, const std::string& res_name, double start_seconds,
              double end_seconds);
 

@@ -37,9 +37,9 @@ Selection select_bins(int low, int high, int size, int mode) {
   return {true, {{{1, std::min(low - 1, size - 1)}, {std::max(high + 1, 1), size - 1}}}};
 }
 
-int filter(const std::string& name, int size, const Selection& selection) {
+Outcome filter(const std::string& name, int size, const Selection& selection) {
   OutputFile file(name);
-  if (!file) return 1;
+  if (!file) return file.outcome();
   const auto bins = static_cast<std::size_t>(size);
   const double mean =
       static_cast<double>(stored_a()[0]) * static_cast<double>(sampling_rate) / size;
@@ -52,24 +52,33 @@ int filter(const std::string& name, int size, const Selection& selection) {
   int t = 0;
   for (const double value : band_values(sums, 0, size, report_percent))
     write_sample(file, t++, value);
-  if (!file.finish()) return 1;
-  say("done\n");
-  return 0;
+  if (file.finish()) say("done\n");
+  return file.outcome();
 }
 
 }  // namespace
 
-int filter_spectrum(const std::string& band_out, const std::string& rest_out, int low_hz,
-                    int high_hz, int mode) try {
+Outcome filter_stored_spectrum(const std::string& output, int low_hz, int high_hz,
+                               FilterMode mode) try {
   const int size = stored_spectrum_size();
   if (size == 0) {
     say("run power spectrum\n");
-    return 1;
+    return {.cause = Cause::no_spectrum};
   }
   const Selection selection = select_bins(bin_of(low_hz, size), bin_of(high_hz, size), size, mode);
-  return filter(mode == filter_band_pass ? band_out : rest_out, size, selection);
+  return filter(output, size, selection);
 } catch (const std::bad_alloc&) {
-  return 1;
+  return {.cause = Cause::no_memory};
+}
+
+int filter_spectrum(const std::string& band_out, const std::string& rest_out, int low_hz,
+                    int high_hz, int mode) {
+  const bool is_band = mode == filter_band_pass;
+  return filter_stored_spectrum(is_band ? band_out : rest_out, low_hz, high_hz,
+                                is_band ? filter_band_pass : filter_out_of_band)
+                 .is_done()
+             ? 0
+             : 1;
 }
 
 }  // namespace torve

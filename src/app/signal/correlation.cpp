@@ -5,26 +5,25 @@
 #include <optional>
 
 #include "app/signal/lag_sums.hpp"
-#include "app/signal/sample_file.hpp"
 #include "app/signal/say.hpp"
 
 namespace torve {
 
 namespace {
 
-int write_result(const std::string& name, std::span<const float> values) {
+Outcome write_result(const std::string& name, std::span<const float> values) {
   OutputFile file(name);
-  if (!file) return 1;
+  if (!file) return file.outcome();
   write_samples(file, values);
-  if (!file.finish()) return 1;
-  say("done\n");
-  return 0;
+  if (file.finish()) say("done\n");
+  return file.outcome();
 }
 
-int correlate(const std::string& path1, const std::string& path2, const std::string& suffix) {
-  const auto x1 = read_sample_file(path1);
-  const auto x2 = read_sample_file(path2);
-  if (!x1 || !x2) return 1;
+Outcome correlate(const std::string& path1, const std::string& path2, const std::string& output,
+                  const SampleRange& range) {
+  const auto x1 = read_sample_file(path1, most_samples, range);
+  const auto x2 = read_sample_file(path2, most_samples, range);
+  if (!x1 || !x2) return input_failure(!x1 ? path1 : path2);
   const double mean1 = mean_over(*x1, x1->size());
   say("got ave1=%f and var1=%f counter1=%d\n", mean1, variance(*x1, mean1),
       static_cast<int>(x1->size()));
@@ -35,16 +34,16 @@ int correlate(const std::string& path1, const std::string& path2, const std::str
   const std::size_t lags = std::min(x1->size(), x2->size());
   const std::vector<double> d1 = deviations(*x1, mean1);
   const std::vector<double> d2 = deviations(*x2, mean2);
-  const std::vector<float> means = lag_means(std::span(d1).first(lags), std::span(d2).first(lags));
-  return write_result("corre" + suffix + ".res", means);
+  return write_result(output, lag_means(std::span(d1).first(lags), std::span(d2).first(lags)));
 }
 
-int autocorrelate(const std::string& path, const std::string& suffix) {
-  const auto x = read_sample_file(path);
-  if (!x) return 1;
+Outcome autocorrelate(const std::string& path, const std::string& output,
+                      const SampleRange& range) {
+  const auto x = read_sample_file(path, most_samples, range);
+  if (!x) return input_failure(path);
   const std::vector<double> d = deviations(*x, mean_over(*x, x->size()));
   say("got ave and variance\n");
-  return write_result("autocor" + suffix + ".res", lag_means(d, d));
+  return write_result(output, lag_means(d, d));
 }
 
 }  // namespace
@@ -73,18 +72,36 @@ std::vector<double> deviations(std::span<const float> values, double mean) {
   return result;
 }
 
-int autocorrelation(const std::string& path, const std::string& suffix) try {
+Outcome autocorrelate_file(const std::string& path, const std::string& output,
+                           const SampleRange& range) try {
   say("in autocorrelation\n");
-  return autocorrelate(path, suffix);
+  return autocorrelate(path, output, range);
 } catch (const std::bad_alloc&) {
-  return 1;
+  return {.cause = Cause::no_memory};
 }
 
-int correlation(const std::string& path1, const std::string& path2, const std::string& suffix) try {
+Outcome correlate_files(const std::string& path1, const std::string& path2,
+                        const std::string& output, const SampleRange& range) try {
   say("in correlation\n");
-  return correlate(path1, path2, suffix);
+  return correlate(path1, path2, output, range);
 } catch (const std::bad_alloc&) {
-  return 1;
+  return {.cause = Cause::no_memory};
+}
+
+std::string autocorrelation_name(const std::string& suffix) {
+  return "autocor" + suffix + ".res";
+}
+
+std::string correlation_name(const std::string& suffix) {
+  return "corre" + suffix + ".res";
+}
+
+int autocorrelation(const std::string& path, const std::string& suffix) {
+  return autocorrelate_file(path, autocorrelation_name(suffix)).is_done() ? 0 : 1;
+}
+
+int correlation(const std::string& path1, const std::string& path2, const std::string& suffix) {
+  return correlate_files(path1, path2, correlation_name(suffix)).is_done() ? 0 : 1;
 }
 
 }  // namespace torve

@@ -7,6 +7,9 @@
 #include <string>
 #include <vector>
 
+#include "app/signal/sample_file.hpp"
+#include "base/outcome.hpp"
+
 namespace torve {
 
 /// Sum of the values divided by `count`; values beyond the end count as 0.
@@ -18,12 +21,21 @@ namespace torve {
 /// values - mean, each in double.
 [[nodiscard]] std::vector<double> deviations(std::span<const float> values, double mean);
 
-/// Writes the autocorrelation of the sample file `path` to "autocor<suffix>.res". 0, or 1 if a
-/// file cannot be opened or written.
-int autocorrelation(const std::string& path, const std::string& suffix);
+/// Writes the autocorrelation of a part of a sample file.
+Outcome autocorrelate_file(const std::string& path, const std::string& output,
+                           const SampleRange& range = {});
 
-/// Writes the correlation of two sample files, for the lags of the second against the first, to
-/// "corre<suffix>.res". 0, or 1 if a file cannot be opened or written.
+/// Writes the correlation of the same part of two sample files, for the lags of the second against
+/// the first.
+Outcome correlate_files(const std::string& path1, const std::string& path2,
+                        const std::string& output, const SampleRange& range = {});
+
+/// "autocor<suffix>.res" and "corre<suffix>.res".
+[[nodiscard]] std::string autocorrelation_name(const std::string& suffix);
+[[nodiscard]] std::string correlation_name(const std::string& suffix);
+
+/// The same of whole files, into the files of these names; 0, or 1 if it is not done.
+int autocorrelation(const std::string& path, const std::string& suffix);
 int correlation(const std::string& path1, const std::string& path2, const std::string& suffix);
 
 }  // namespace torve

@@ -1,4 +1,4 @@
-// my_correlation: the matching of two files, step by step.
+// The matching of two files, step by step.
 
 #include <algorithm>
 #include <cmath>
@@ -24,24 +24,16 @@ int as_int(std::size_t count) {
   return static_cast<int>(count);
 }
 
-std::optional<Signals> read_signals(const std::string& path1, const std::string& path2,
-                                    int budget) {
-  auto a = read_sample_file(path1, budget);
-  auto b = read_sample_file(path2, budget);
-  if (!a || !b) return std::nullopt;
-  return Signals{std::move(*a), std::move(*b)};
-}
-
 bool are_long_enough(const Signals& signals) {
   return std::min(signals.a.size(), signals.b.size()) >= least_match_samples;
 }
 
 /// Leaves no earlier result that would pass for this one's; but an input stays.
-int refuse(OutputFile& output, const std::string& path1, const std::string& path2,
-           const std::string& path3) {
-  const bool is_input = same_file(path1, path3) || same_file(path2, path3);
-  if (!is_input) static_cast<void>(output.finish());
-  return 1;
+Outcome refuse(OutputFile& output, Cause cause, const std::string& name,
+               const MatchRequest& request) {
+  const bool is_input =
+      same_file(request.path1, request.path3) || same_file(request.path2, request.path3);
+  return is_input ? Outcome{.cause = cause, .name = name} : output.refuse(cause, name);
 }
 
 std::vector<float> difference(std::span<const float> a, std::span<const float> b, double scale) {
@@ -108,12 +100,6 @@ void write_shifts(OutputFile& output, const Signals& signals, int start, const O
   say("done\n");
 }
 
-struct Results {
-  float* mean;
-  int* offset;
-  float* scale;
-};
-
 std::optional<OffsetMatch> find_offset(Signals& signals, int start, double scale) {
   const double mean_a = normalise(signals.a);
   const double mean_b = normalise(signals.b);
@@ -122,50 +108,95 @@ std::optional<OffsetMatch> find_offset(Signals& signals, int start, double scale
   return best_offset(signals.a, signals.b, scale, start);
 }
 
-void write_match(const Signals& signals, const OffsetMatch& offset, OutputFile& output,
-                 const std::string& path3, const Results& results, int mode, int start) {
+double mean_magnitude(std::span<const float> values) {
+  double sum = 0;
+  for (const float value : values)
+    sum += std::fabs(static_cast<double>(value));
+  return sum / static_cast<double>(values.size());
+}
+
+// Offset 0 is the end of what there is, not of what was tried.
+bool is_last_offset(int offset, int start) {
+  return offset == start + offset_reach - 1 || (offset == start - offset_reach && offset > 0);
+}
+
+Match write_match(const Signals& signals, const OffsetMatch& offset, OutputFile& output,
+                  const MatchRequest& request) {
   say("offset_best=%d ave3min=%f samples=%d\n", offset.offset, offset.mean,
       as_int(offset.last_samples));
   const auto from_offset = std::span(signals.a).subspan(static_cast<std::size_t>(offset.offset));
   const std::size_t samples = std::min(from_offset.size(), signals.b.size());
   const std::span<const float> a = from_offset.first(samples);
   const std::span<const float> b = std::span(signals.b).first(samples);
-  const ScaleMatch scale = best_scale(a, b, static_cast<double>(*results.scale));
+  const auto start_scale = static_cast<double>(request.scale);
+  const ScaleMatch scale = best_scale(a, b, start_scale);
   say("scale_best=%f ave3min=%f offset=%d\n", scale.scale, scale.mean, offset.offset);
   say("counter1=%d counter2=%d counter=%d\n", as_int(signals.a.size()), as_int(signals.b.size()),
       as_int(samples));
-  *results.mean = static_cast<float>(scale.mean);
-  *results.offset = -offset.offset;
-  *results.scale = static_cast<float>(scale.scale);
-  if (mode == mode_shifts) {
-    write_shifts(output, signals, start, offset, scale, samples);
+  if (request.mode == mode_shifts) {
+    write_shifts(output, signals, request.start, offset, scale, samples);
   } else {
-    write_residual(output, path3, a, b, scale.scale);
+    write_residual(output, request.path3, a, b, scale.scale);
   }
+  constexpr double almost = (scale_reach - 0.5) / scale_steps;
+  return {.offset = offset.offset,
+          .scale = static_cast<float>(scale.scale),
+          .mean = static_cast<float>(scale.mean),
+          .mean_without = static_cast<float>(mean_magnitude(a)),
+          .offset_is_last = is_last_offset(offset.offset, request.start),
+          .scale_is_last = std::fabs(scale.scale - start_scale) > almost};
+}
+
+Outcome match(const MatchRequest& request, Match* found) {
+  say("in my_correlation, start_offset=%d\n", request.start);
+  if (request.start < 0) {
+    say("start_offset must be nonnegative\n");
+    return {.cause = Cause::negative_start};
+  }
+  const int budget = sample_budget(request.samples);
+  auto a = read_sample_file(request.path1, budget, request.range);
+  if (!a) return input_failure(request.path1);
+  auto b = read_sample_file(request.path2, budget, request.range);
+  if (!b) return input_failure(request.path2);
+  Signals signals = {std::move(*a), std::move(*b)};
+  OutputFile output(request.path3);
+  if (!output) return output.outcome();
+  if (!are_long_enough(signals)) {
+    const bool first_is_short = signals.a.size() < least_match_samples;
+    return refuse(output, Cause::too_few_samples, first_is_short ? request.path1 : request.path2,
+                  request);
+  }
+  const auto offset = find_offset(signals, request.start, static_cast<double>(request.scale));
+  if (!offset) return refuse(output, Cause::no_match, request.path2, request);
+  *found = write_match(signals, *offset, output, request);
+  static_cast<void>(output.finish());
+  return output.outcome();
 }
 
 }  // namespace
 
+Outcome match_files(const MatchRequest& request, Match* found) try {
+  return match(request, found);
+} catch (const std::bad_alloc&) {
+  return {.cause = Cause::no_memory};
+}
+
 int my_correlation(const std::string& path1, const std::string& path2, const std::string& path3,
                    float* ave3_out, int* offset_out, float* scale_io, int mode, int start_offset,
-                   const std::string& samples) try {
-  say("in my_correlation, start_offset=%d\n", start_offset);
-  if (start_offset < 0) {
-    say("start_offset must be nonnegative\n");
-    return 0;
-  }
-  std::optional<Signals> signals = read_signals(path1, path2, sample_budget(samples));
-  if (!signals) return 1;
-  OutputFile output(path3);
-  if (!output) return 1;
-  const Results results = {ave3_out, offset_out, scale_io};
-  if (!are_long_enough(*signals)) return refuse(output, path1, path2, path3);
-  const auto offset = find_offset(*signals, start_offset, static_cast<double>(*scale_io));
-  if (!offset) return refuse(output, path1, path2, path3);
-  write_match(*signals, *offset, output, path3, results, mode, start_offset);
-  return output.finish() ? 0 : 1;
-} catch (const std::bad_alloc&) {
-  return 1;
+                   const std::string& samples) {
+  Match found = {.offset = -*offset_out, .scale = *scale_io, .mean = *ave3_out};
+  const Outcome outcome = match_files({.path1 = path1,
+                                       .path2 = path2,
+                                       .path3 = path3,
+                                       .start = start_offset,
+                                       .scale = *scale_io,
+                                       .samples = samples,
+                                       .mode = mode},
+                                      &found);
+  *ave3_out = found.mean;
+  *offset_out = -found.offset;
+  *scale_io = found.scale;
+  return outcome.is_done() || outcome.cause == Cause::negative_start ? 0 : 1;
 }
 
 }  // namespace torve

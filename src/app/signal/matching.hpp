@@ -10,6 +10,9 @@
 #include <string>
 #include <vector>
 
+#include "app/signal/sample_file.hpp"
+#include "base/outcome.hpp"
+
 namespace torve {
 
 /// The fewest samples of each signal that are matched.
@@ -51,16 +54,37 @@ double normalise(std::span<float> values);
 [[nodiscard]] ScaleMatch best_scale(std::span<const float> a, std::span<const float> b,
                                     double start);
 
+/// What is matched, and how.
+struct MatchRequest {
+  std::string path1, path2;     // the second signal is looked for in the first
+  std::string path3;            // the output
+  int start = 0;                // sample around which offsets are tried
+  float scale = 1;              // around which scales are tried
+  std::string samples = "all";  // "all" or a decimal count per file
+  int mode = 1;                 // 0: path3 receives how much worse each shift is, instead
+  SampleRange range = {};       // of both files
+};
+
+/// What was found.
+struct Match {
+  int offset = 0;
+  float scale = 0;
+  float mean = 0;               // mean absolute difference there
+  float mean_without = 0;       // the same for the scale 0
+  bool offset_is_last = false;  // the best of those tried lies at the end of their range,
+  bool scale_is_last = false;   // so that there may be better ones
+};
+
 /// Matches two sample files, both divided by their mean absolute value, and writes what is left to
 /// `path3`: the first from the offset on less the scaled second, without its mean, its largest
-/// absolute value scaled to one (not-a-number where nothing is left). With mode 0 path3 receives
-/// how much worse each shift of the second signal is, instead.
-/// `samples` is "all" or a decimal count per file; `scale_io` is where the scales start and the
-/// result; `ave3_out` receives the mean difference, `offset_out` minus the offset. 0, also for
-/// a negative start_offset, which does nothing; or 1 if a file cannot be opened or written, a
-/// signal has less than least_match_samples samples, or no offset qualifies. In the last two cases
-/// the output is empty, unless it is an input, and what was there is kept. Results are stored only
-/// once they are found.
+/// absolute value scaled to one (not-a-number where nothing is left). Not done for a negative
+/// start; if a file cannot be opened or written, a signal has less than least_match_samples
+/// samples, or no offset qualifies. In the last two cases the output is empty, unless it is an
+/// input, and what was there is kept. `found` is stored only once it is known.
+Outcome match_files(const MatchRequest& request, Match* found);
+
+/// The same, with minus the offset. 0, also for a negative start_offset, or 1 if it is not done;
+/// `scale_io` is where the scales start and the result.
 int my_correlation(const std::string& path1, const std::string& path2, const std::string& path3,
                    float* ave3_out, int* offset_out, float* scale_io, int mode, int start_offset,
                    const std::string& samples);

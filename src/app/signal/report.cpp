@@ -196,18 +196,22 @@ void print_difference(const std::string& path, std::span<const std::uint8_t> byt
 
 }  // namespace
 
-int analyse(const std::string& path) {
+Outcome report_au_file(const std::string& path) {
   const FilePtr file = open_regular_file(path, "rb");
   if (file) {
     Report report(file.get());
     if (report.list_header()) {
       report.list_rest();
-      return 0;
+      return {};
     }
   }
   std::printf("not au-file\n");
   serve_screen();
-  return 1;
+  return file ? Outcome{.cause = Cause::not_au_file, .name = path} : input_failure(path);
+}
+
+int analyse(const std::string& path) {
+  return report_au_file(path).is_done() ? 0 : 1;
 }
 
 int find_differences(const std::string& path1, const std::string& path2) {

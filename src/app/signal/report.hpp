@@ -7,10 +7,15 @@
 
 #include <string>
 
+#include "base/outcome.hpp"
+
 namespace torve {
 
 /// Lists the header of an AU file, asks whether to skip the rest of it, and lists that and the
-/// samples. 1 if the file cannot be read or is no AU file of this layout, else 0.
+/// samples. Not done if the file cannot be read or is no AU file of this layout.
+Outcome report_au_file(const std::string& path);
+
+/// The same; 0, or 1 if it is not done.
 int analyse(const std::string& path);
 
 /// Lists where two files differ as 16-bit words, until either ends. Always 0. No tool uses it.

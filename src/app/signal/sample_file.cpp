@@ -90,12 +90,22 @@ std::size_t SampleReader::read(std::span<float> values) {
   return count;
 }
 
-std::optional<std::vector<float>> read_sample_file(const std::string& name, int limit) {
+std::vector<float> read_samples(std::FILE* file, int limit, const SampleRange& range) {
+  SampleReader reader(file, analysis_line_size);
+  for (int line = 0; line < range.first && reader.skip_line(); ++line) {
+  }
+  const std::int64_t wanted = std::int64_t{range.end} - std::max(range.first, 0);
+  std::vector<float> values(static_cast<std::size_t>(
+      std::clamp<std::int64_t>(wanted, 0, std::clamp(limit, 0, most_samples))));
+  values.resize(reader.read(values));
+  return values;
+}
+
+std::optional<std::vector<float>> read_sample_file(const std::string& name, int limit,
+                                                   const SampleRange& range) {
   const FilePtr file = open_regular_file(name, "rb");
   if (!file) return std::nullopt;
-  std::vector<float> values(static_cast<std::size_t>(std::clamp(limit, 0, most_samples)));
-  values.resize(SampleReader(file.get(), analysis_line_size).read(values));
-  return values;
+  return read_samples(file.get(), limit, range);
 }
 
 int sample_budget(const std::string& text) {

@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <span>
@@ -60,10 +61,20 @@ class SampleReader {
   float value_ = 0;
 };
 
-/// The values of the sample file `name`, at most `limit`, read with analysis_line_size. Nothing if
-/// it cannot be opened as a regular file.
+/// The part of a file that is taken: samples first .. end - 1, counted from 0.
+struct SampleRange {
+  int first = 0;
+  int end = std::numeric_limits<int>::max();
+};
+
+/// The values of the open file that lie in `range`, at most `limit`, read with analysis_line_size.
+[[nodiscard]] std::vector<float> read_samples(std::FILE* file, int limit,
+                                              const SampleRange& range = {});
+
+/// The same of the sample file `name`. Nothing if it cannot be opened as a regular file.
 [[nodiscard]] std::optional<std::vector<float>> read_sample_file(const std::string& name,
-                                                                 int limit = most_samples);
+                                                                 int limit = most_samples,
+                                                                 const SampleRange& range = {});
 
 /// A sample budget: "all" is most_samples, otherwise the decimal number, within 0 .. most_samples;
 /// no number is 0.

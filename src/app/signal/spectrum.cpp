@@ -31,38 +31,39 @@ void store(const Spectrum& spectrum, int size) {
 }
 
 /// x(0) = 0 and the values of the file behind it, `budget` in all at most.
-std::vector<float> read_shifted(std::FILE* file, int budget) {
-  std::vector<float> x(static_cast<std::size_t>(std::max(budget, 1)));
-  x.resize(1 + SampleReader(file, analysis_line_size).read(std::span(x).subspan(1)));
+std::vector<float> read_shifted(std::FILE* file, int budget, const SampleRange& range) {
+  std::vector<float> x = read_samples(file, budget - 1, range);
+  x.insert(x.begin(), 0);
   return x;
 }
 
-int could_not_open(const std::string& name) {
-  say("could not open %s\n", name.c_str());
-  return 1;
+Outcome could_not_open(const Outcome& outcome) {
+  say("could not open %s\n", outcome.name.c_str());
+  return outcome;
 }
 
-int transform_file(const std::string& res_in, const std::string& spe_out,
-                   const std::string& samples) {
+Outcome transform(const std::string& res_in, const std::string& spe_out, const std::string& samples,
+                  const SampleRange& range) {
   const int budget = sample_budget(samples);
   say("in power_spectrum\n");
   const FilePtr input = open_regular_file(res_in, "rb");
-  if (!input) return could_not_open(res_in);
+  if (!input) return could_not_open(input_failure(res_in));
   OutputFile output(spe_out);
-  if (!output) return could_not_open(spe_out);
-  const std::vector<float> x = read_shifted(input.get(), budget);
+  if (!output) return could_not_open(output.outcome());
+  const std::vector<float> x = read_shifted(input.get(), budget, range);
   const int size = static_cast<int>(x.size());
   if (size < least_spectrum_size) {
     say("not enough samples\n");
     // What an earlier run left there would pass for this one's spectrum.
-    if (!same_file(res_in, spe_out)) static_cast<void>(output.finish());
-    return 1;
+    if (!same_file(res_in, spe_out)) return output.refuse(Cause::too_few_samples, res_in);
+    return {.cause = Cause::too_few_samples, .name = res_in};
   }
   Spectrum spectrum = compute_spectrum(x, report_percent);
   settle_coefficients(x, {spectrum.a, spectrum.b, {}, spectrum.open}, 1, size / 2);
   store(spectrum, size);
   write_spectrum(output, size, spectrum.power);
-  return output.finish() ? 0 : 1;
+  static_cast<void>(output.finish());
+  return output.outcome();
 }
 
 }  // namespace
@@ -93,12 +94,17 @@ void settle_coefficients(std::span<const float> x, const BinTable& table, int fi
   coefficients.finish();
 }
 
-int power_spectrum(const std::string& res_in, const std::string& spe_out,
-                   const std::string& samples) try {
-  return transform_file(res_in, spe_out, samples);
+Outcome transform_file(const std::string& res_in, const std::string& spe_out,
+                       const std::string& samples, const SampleRange& range) try {
+  return transform(res_in, spe_out, samples, range);
 } catch (const std::bad_alloc&) {
   say("no memory\n");
-  return 1;
+  return {.cause = Cause::no_memory};
+}
+
+int power_spectrum(const std::string& res_in, const std::string& spe_out,
+                   const std::string& samples) {
+  return transform_file(res_in, spe_out, samples).is_done() ? 0 : 1;
 }
 
 }  // namespace torve

@@ -9,6 +9,8 @@
 #include <vector>
 
 #include "app/signal/open_bins.hpp"
+#include "app/signal/sample_file.hpp"
+#include "base/outcome.hpp"
 
 namespace torve {
 
@@ -33,10 +35,14 @@ struct Spectrum {
 /// Makes the open coefficients of the bins first .. last those of the literal sums.
 void settle_coefficients(std::span<const float> x, const BinTable& table, int first, int last);
 
-/// Writes the spectrum of a sample file as a spectrum file and leaves its coefficients in the work
-/// buffer. `samples` is "all" or a decimal count N: at most N - 1 values are taken, because the
-/// first goes to x(1) and x(0) is 0. 0; or 1 if a file cannot be opened or written, or there are
-/// fewer than least_spectrum_size values (the output is empty then, unless it is the input).
+/// Writes the spectrum of a part of a sample file as a spectrum file and leaves its coefficients in
+/// the work buffer. `samples` is "all" or a decimal count N: at most N - 1 values are taken,
+/// because the first goes to x(1) and x(0) is 0. With fewer than least_spectrum_size values the
+/// output is empty, unless it is the input, and what was there is kept.
+Outcome transform_file(const std::string& res_in, const std::string& spe_out,
+                       const std::string& samples, const SampleRange& range = {});
+
+/// The same of the whole file; 0, or 1 if it is not done.
 int power_spectrum(const std::string& res_in, const std::string& spe_out,
                    const std::string& samples);
 
