@@ -6,6 +6,7 @@
 #include "dialogs/menu_structure.hpp"
 #include "dialogs/messages.hpp"
 #include "dialogs/popup_menu.hpp"
+#include "dialogs/strip.hpp"
 #include "wm/engine.hpp"
 #include "wm/wd_object.hpp"
 
@@ -72,6 +73,7 @@ void install_dialogs() {
   register_wd_kind(kind_label, labels);
   register_wd_kind(kind_input_window, input_windows);
   set_error_reporters(message_reporters());
+  set_press_handler(clear_strip);
   set_engine_hooks(
       {.create_message_window = create_message_window, .object_put_down = show_waiting_message});
 }

@@ -5,12 +5,20 @@
 
 #include "dialogs/menu_structure.hpp"
 #include "dialogs/popup_menu.hpp"
+#include "dialogs/strip.hpp"
 #include "display/screen_state.hpp"
 #include "text/field_editing.hpp"
 #include "text/fonts.hpp"
 #include "text/menu_lines.hpp"
 
 namespace torve {
+
+namespace {
+
+constexpr const char* field_keys =
+    "Type to insert; Backspace deletes, Left and Right move, Return ends.";
+
+}  // namespace
 
 int line_at(const MenuText& menu, int x, int y) {
   if (x < X1_min || x >= X1_max || y < Y1_min || y >= Y1_min + cr * menu.visible_lines) return -1;
@@ -70,6 +78,7 @@ MenuPress change_field(const MenuText& menu, int field) {
     next_selection(item.text);
     result = MenuPress::next_choice;
   } else {
+    const StripNote help(field_keys);
     char before[field_room];
     std::memcpy(before, item.text, sizeof before);
     const int limit = has(item.itemflags, ItemFlags::use_maxlen) ? item.maxlen : field_length;

@@ -29,6 +29,7 @@ constexpr int delay_count = 10'000;
 
 const DisplayBackend* backend = nullptr;
 void (*close_handler)() = nullptr;
+void (*press_handler)() = nullptr;
 int held_button = 0;  // the held button's own number, which tells 2 from 3; cur_button follows it
 bool press_waits = false;  // last_event is a press that is to be reported next
 
@@ -159,12 +160,17 @@ void set_close_handler(void (*handler)()) {
   close_handler = handler;
 }
 
+void set_press_handler(void (*handler)()) {
+  press_handler = handler;
+}
+
 PointerEvent next_pointer_event() {
   const PointerEvent event = next_event_of_pointer();
   buttons = event.button;
   if (event.action == PointerAction::none) return event;
   X = event.x;
   Y = event.y;
+  if (event.action == PointerAction::press && press_handler != nullptr) press_handler();
   return event;
 }
 

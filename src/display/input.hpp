@@ -49,6 +49,9 @@ void reset_input();
 /// What a request to close the window does, whoever reads it.
 void set_close_handler(void (*handler)());
 
+/// What every press of a button that counts does first, whoever it is for; null: nothing.
+void set_press_handler(void (*handler)());
+
 /// Waits for the next event and handles it. The wheel is no event of the mouse, nor is a second
 /// button while one is held. A second press of the held button is a press: its release was lost on
 /// the way. `buttons`, X and Y are set as readmouse sets its outputs.

@@ -228,11 +228,11 @@ class DiagramUsers : public ScreenTest, protected Hands {
   }
 
   void paint_base() {
-    const int x = below(780), y = below(580), w = below(300), h = below(200);
+    const int x = below(780), y = below(580), w = below(300), h = below(strip_area.y1 - y);
     const auto pixel = static_cast<std::uint32_t>(below(0xFFFFFF));
     const CanvasPaint scope({x, y, x + w, y + h});
     clear_win1(x, y, x + w, y + h, pixel);
-    for (int row = y; row < std::min(y + h, 600); ++row) {
+    for (int row = y; row < y + h; ++row) {
       for (int column = x; column < std::min(x + w, 800); ++column)
         base_[static_cast<std::size_t>(row * 800 + column)] = pixel;
     }
@@ -395,7 +395,7 @@ TEST_F(DiagramUsers, PrintNamesAsTheyAre) {
 }
 
 TEST_F(DiagramUsers, SeeFiguresInAWidenedWindow) {
-  clearwin(0, 0, 680, 599, 7);
+  clearwin(0, 0, 680, strip_area.y1, 7);
   base_ = all_pixels();
   vbox_ope(), vect_ed(1, 250, 210), vect_ed(1, 290, 240), exit_ope();
   make_input_window(6, 103, 200, 160, 68, 15, 1, 0, 0, "w", 0, -1, -1, nullptr);

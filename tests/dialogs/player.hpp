@@ -10,6 +10,7 @@
 #include "dialogs/menu_structure.hpp"
 #include "dialogs/messages.hpp"
 #include "dialogs/popup_menu.hpp"
+#include "dialogs/strip.hpp"
 #include "pool/pool.hpp"
 #include "support/hands.hpp"
 #include "support/screen.hpp"
@@ -57,10 +58,12 @@ class DialogTest : public ScreenTest, protected Hands {
     EXPECT_TRUE(allocate_staging());
     init_win(0, 0);
     reset_messages();
+    reset_strip();
     fill_jmptable_b(default_action_slot, [](int, int*, MenuItem*, char**) { return 0; });
     install_dialogs();
     for (int y = 0; y < 600; y += 7)
       clearwin(y, y, 800, y + 3, y % 15 + 1);  // something to be covered
+    clearwin(strip_area.x1, strip_area.y1, strip_area.x2, strip_area.y2, white_colour);
   }
   ~DialogTest() override {
     free_wd_objects();

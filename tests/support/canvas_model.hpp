@@ -2,21 +2,24 @@
 #pragma once
 
 #include "diagram/figure_painter.hpp"
+#include "dialogs/strip.hpp"
 #include "support/screen.hpp"
 #include "wm/canvas_paint.hpp"
 #include "wm/stacking.hpp"
 
 namespace torve {
 
+/// Without what the strip says, which is there until the next press.
 inline Pixels base_now() {
+  clear_strip();
   const CanvasPaint everything_off(whole_screen);
   return all_pixels();
 }
 
 /// What of the canvas differs from the model; empty when nothing does.
 inline std::string canvas_fault(const Pixels& base) {
-  const Pixels shown = all_pixels();
   if (base_now() != base) return "the base";
+  const Pixels shown = all_pixels();
   {
     const CanvasPaint windows_off(whole_screen, PaintOn::figures);
     if (all_pixels() != with_figures(base)) return "the figures";
