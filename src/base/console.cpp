@@ -1,5 +1,6 @@
 #include "base/console.hpp"
 
+#include <array>
 #include <csignal>
 #include <cstdio>
 #include <fcntl.h>
@@ -12,12 +13,15 @@ namespace torve {
 namespace {
 
 ScreenService screen_service = nullptr;
+std::array<bool, STDERR_FILENO + 1> was_closed = {};
 
 // A stream that the program was started without must not be one of its files: the next one opened,
 // perhaps the connection to the window, would take its place and get what is printed.
 void open_closed_streams() {
   for (int stream = STDIN_FILENO; stream <= STDERR_FILENO; ++stream) {
-    if (fcntl(stream, F_GETFD) < 0) static_cast<void>(open("/dev/null", O_RDWR));
+    if (fcntl(stream, F_GETFD) >= 0) continue;
+    was_closed.at(static_cast<std::size_t>(stream)) = true;
+    static_cast<void>(open("/dev/null", O_RDWR));
   }
 }
 
@@ -44,6 +48,10 @@ void set_up_console() {
   std::signal(SIGTTIN, SIG_IGN);
   std::signal(SIGXFSZ, SIG_IGN);
   clean_up_when_ended();
+}
+
+bool started_without(int stream) {
+  return was_closed.at(static_cast<std::size_t>(stream));
 }
 
 }  // namespace torve

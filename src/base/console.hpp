@@ -26,4 +26,7 @@ void serve_screen();
 /// program remove the files that it has not finished.
 void set_up_console();
 
+/// Whether standard stream 0, 1 or 2 was closed when the console was set up.
+[[nodiscard]] bool started_without(int stream);
+
 }  // namespace torve

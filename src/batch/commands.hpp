@@ -3,11 +3,11 @@
 
 #include <cstddef>
 #include <span>
-#include <string>
+
+#include "base/enum_flags.hpp"
+#include "batch/request.hpp"
 
 namespace torve {
-
-using Words = std::span<const std::string>;
 
 /// What main returns.
 enum ExitStatus { exit_done = 0, exit_usage = 1, exit_failed = 2 };
@@ -18,9 +18,11 @@ struct Command {
   const char* summary;
   std::size_t least_words;
   std::size_t most_words;
+  Options options;
   /// Runs the command on its words, as many as allowed. Returns an ExitStatus; exit_usage without
-  /// having done anything if a word is no number where one is needed.
-  int (*run)(Words words);
+  /// having done anything if a word is no number where one is needed, or selects nothing. What went
+  /// wrong otherwise has been said on standard error.
+  int (*run)(const Request& request);
 };
 
 /// All commands, in the order of the help text.

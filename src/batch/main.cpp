@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <string>
 #include <string_view>
+#include <unistd.h>
 #include <vector>
 
 #include "base/console.hpp"
@@ -25,8 +26,11 @@ int print_help() {
   std::printf(
       "\nAn input named first may be - for standard input; an output named by the user may be -\n"
       "for standard output (but for OUT.spe of the two filters), and messages then go to standard\n"
-      "error. report, which reads answers, and plot, which looks at endings, take names alone.\n"
-      "SAMPLES is a number or \"all\".\n"
+      "error. report, which reads answers, takes a name alone, as plot does for its input; a plot\n"
+      "to - needs --format.\n"
+      "SAMPLES is a number or \"all\". RANGE is --start N or --end N or both: samples N, counted\n"
+      "from 0, are the first taken and the first not taken. --values prints OFFSET SCALE MEAN\n"
+      "alone.\n"
       "Exit status: 0 done, 1 wrong usage, 2 failed.\n");
   return exit_done;
 }
@@ -39,11 +43,25 @@ int run(const std::string& name, Words words) {
     std::fprintf(stderr, "torve-batch: no command %s (see torve-batch --help)\n", name.c_str());
     return exit_usage;
   }
-  const bool fits = command->least_words <= words.size() && words.size() <= command->most_words;
-  const int status = fits ? command->run(words) : exit_usage;
+  const auto request = parse_request(command->name, command->options, words);
+  const bool fits = request && command->least_words <= request->words.size() &&
+                    request->words.size() <= command->most_words;
+  const int status = fits ? command->run(*request) : exit_usage;
   if (status == exit_usage) print_usage(stderr, *command);
-  if (status == exit_failed) std::fprintf(stderr, "torve-batch: %s failed\n", command->name);
   return status;
+}
+
+int print_version() {
+  std::printf("torve-batch %s\n", TORVE_VERSION);
+  return exit_done;
+}
+
+/// `status`, if what was asked for and is printed has arrived.
+int printed(int status) {
+  const bool failed = std::fflush(stdout) != 0 || std::ferror(stdout) != 0;
+  if (status != exit_done || (!failed && !started_without(STDOUT_FILENO))) return status;
+  std::fprintf(stderr, "torve-batch: standard output could not be written\n");
+  return exit_failed;
 }
 
 }  // namespace
@@ -55,10 +73,8 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "usage: torve-batch COMMAND ... (see torve-batch --help)\n");
     return exit_usage;
   }
-  if (words[0] == "--help") return print_help();
-  if (words[0] == "--version") {
-    std::printf("torve-batch %s\n", TORVE_VERSION);
-    return exit_done;
-  }
-  return run(words[0], Words(words).subspan(1));
+  if (words[0] == "--help") return printed(print_help());
+  if (words[0] == "--version") return printed(print_version());
+  const int status = run(words[0], Words(words).subspan(1));
+  return words[0] == "report" ? printed(status) : status;
 }

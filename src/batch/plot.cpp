@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "app/plot/plot_panes.hpp"
+#include "base/files.hpp"
 #include "display/colours.hpp"
 #include "display/screen_image.hpp"
 #include "display/screen_state.hpp"
@@ -17,47 +18,54 @@ namespace torve {
 namespace {
 
 // A canvas as the workbench starts with, in memory.
-bool prepare_canvas() {
-  if (!create_screen_image()) return false;
+Outcome prepare_canvas() {
+  if (!create_screen_image()) return {.cause = Cause::no_memory};
   allocate_colours(allocate_true_colour);
   set_xcolor2();
   reset_screen_state();
   clearwin(0, 0, screen_width, screen_height, white_colour);
   defaultfont = menu_font;
-  return init_font(menu_font) == 0 && init_font2(label_font) == 0;
+  const bool are_loaded = init_font(menu_font) == 0 && init_font2(label_font) == 0;
+  return {.cause = are_loaded ? Cause::done : Cause::unreadable,
+          .name = data_directory(DataKind::font)};
 }
 
-int draw(const PlotRequest& request, int target) {
-  const int row = request.pane * pane_pitch;
-  if (request.input.ends_with(".spe")) {
-    return plot_spectrum_anew(request.input.c_str(), row, request.start, request.step, request.xsc,
-                              request.ysc, target, request.samples.c_str());
-  }
-  return plot_anew(request.input.c_str(), row, request.start, request.step, request.xsc,
-                   request.ysc, target);
+Outcome draw(const PlotRequest& request, int target) {
+  const PlotSettings settings = {.target = target,
+                                 .step = request.step,
+                                 .start = request.start,
+                                 .xsc = request.xsc,
+                                 .ysc = request.ysc,
+                                 .yoff = request.pane * pane_pitch};
+  return request.spectrum ? plot_spectrum_file(request.input, settings, request.samples)
+                          : plot_signal_file(request.input, settings);
 }
 
-int write_eps(const PlotRequest& request, const std::string& output) {
+Outcome write_pane_eps(const PlotRequest& request, const std::string& output) {
   FilePtr template_file = open_eps(output, "psexampl.dat");
-  if (!template_file) return 1;
-  const int drawn = draw(request, target_eps);
-  const int closed = close_eps(std::move(template_file));
-  return drawn != 0 || closed != 0 ? 1 : 0;
+  if (!template_file) return {.cause = Cause::not_created, .name = output};
+  const Outcome drawn = draw(request, target_eps);
+  if (drawn.is_done()) return finish_eps(std::move(template_file));
+  abandon_eps();
+  return drawn;
 }
 
-int write_gif(const PlotRequest& request, const std::string& output) {
-  if (draw(request, target_screen) != 0) return 1;
+Outcome write_pane_gif(const PlotRequest& request, const std::string& output) {
+  const Outcome drawn = draw(request, target_screen);
+  if (!drawn.is_done()) return drawn;
   const int top = request.pane * pane_pitch;
-  return writeGIF1(output, 0, top, screen_width - 1, top + pane_rows);
+  return write_gif(output, {0, top, screen_width, top + pane_rows + 1});
 }
 
 }  // namespace
 
-int plot_to_file(const PlotRequest& request, const std::string& output) {
-  if (!prepare_canvas()) return 1;
+Outcome plot_to_file(const PlotRequest& request, const std::string& output, PictureFormat format) {
+  const Outcome prepared = prepare_canvas();
+  if (!prepared.is_done()) return prepared;
   // Asked for before the output is touched.
-  if (!open_regular_file(request.input, "r")) return 1;
-  return output.ends_with(".eps") ? write_eps(request, output) : write_gif(request, output);
+  if (!open_regular_file(request.input, "r")) return input_failure(request.input);
+  return format == PictureFormat::eps ? write_pane_eps(request, output)
+                                      : write_pane_gif(request, output);
 }
 
 }  // namespace torve

@@ -75,8 +75,8 @@ FilePtr open_eps(const std::string& output, const std::string& template_name) {
   return template_file;
 }
 
-int close_eps(FilePtr template_file) {
-  if (!outstream || !output_file) return 1;
+Outcome finish_eps(FilePtr template_file) {
+  if (!outstream || !output_file) return {.cause = Cause::not_created};
   char line[line_limit];
   if (template_file) {
     while (copy_line(template_file.get(), line)) {
@@ -84,12 +84,18 @@ int close_eps(FilePtr template_file) {
   }
   bool written = std::ferror(outstream.get()) == 0;
   written = std::fclose(outstream.release()) == 0 && written;
+  Outcome outcome = {.cause = Cause::no_memory};  // the drawing collects there
   if (written) {
     output_file->write({collected, collected_bytes});
-    written = output_file->finish();
+    static_cast<void>(output_file->finish());
+    outcome = output_file->outcome();
   }
   forget_output();
-  return written ? 0 : 1;
+  return outcome;
+}
+
+int close_eps(FilePtr template_file) {
+  return finish_eps(std::move(template_file)).is_done() ? 0 : 1;
 }
 
 void abandon_eps() {

@@ -10,6 +10,7 @@
 #include <string>
 
 #include "base/files.hpp"
+#include "base/outcome.hpp"
 
 namespace torve {
 
@@ -25,6 +26,9 @@ extern FilePtr outstream;
 /// Copies the tail and puts the file in its place; an older file of the name lasts until then.
 /// Returns 0, or 1 after "could not write NAME: REASON\n".
 int close_eps(FilePtr template_file);
+
+/// The same, as a value.
+Outcome finish_eps(FilePtr template_file);
 
 /// Forgets the open file: what was there stays.
 void abandon_eps();

@@ -63,20 +63,96 @@ expect 0 "$batch" plot cut.res 2 cut.eps
 expect 0 "$batch" plot cut.spe 3 cut.gif 0 1 0.4 1 all
 [[ $(od -An -tu2 -j6 -N4 cut.gif | tr -s ' ') == ' 957 171' ]] || fail "size of the picture"
 
+# Parts of signals, names of their own, and a line for scripts.
+expect 0 "$batch" match "$signals"/bhld1.res "$signals"/bhld2.res rest.res 1000 0.7 --values
+[[ $("$batch" match "$signals"/bhld1.res "$signals"/bhld2.res rest.res 1000 --values 2>said) == \
+  '1544 0.892600 0.448783' ]] || fail "other values"
+grep -q '^offset_best=1544' said || fail "no prose"
+head -n 12000 cut.res | tail -n 10500 >part.res
+for analysis in spectrum autocorrelation; do
+  expect 0 "$batch" "$analysis" part.res one.res
+  expect 0 "$batch" "$analysis" cut.res two.res --start 1500 --end 12000
+  cmp one.res two.res || fail "another part: $analysis"
+done
+timeout 20 "$batch" autocorrelation - one.res --end 300 < <(yes '0 0.5') >said || fail "no end"
+[[ $(wc -l <one.res) == 300 ]] || fail "not what came first"
+
 expect 0 "$batch" --version
 expect 0 "$batch" --help
-for wrong in '' nothing 'cut made.au' 'cut made.au x.res 0 much' 'report a b' 'plot cut.res 4 x' \
-  'plot cut.res 1 -' 'report -' 'match cut.res cut.res x -5'; do
+for wrong in '' nothing 'cut made.au' 'cut made.au x.res 0 much' 'cut made.au x.res 2 1' 'report a b' \
+  'plot cut.res 4 x.eps' 'plot cut.res 1 x.png' 'plot cut.res 1 -' 'report -' \
+  'match cut.res cut.res x -5' 'match cut.res cut.res - --values' 'spectrum cut.res x --start' \
+  'spectrum cut.res x --start 5 --end 5' 'cut made.au x.res 0 1 --end 5' \
+  'band-pass cut.res x y 500 400'; do
   # shellcheck disable=SC2086
   expect 1 "$batch" $wrong
 done
-for failing in 'report cut.res' 'cut cut.res x.res 0 1' 'to-au none.res x' 'spectrum none.res x' \
-  'spectrum cut.res /dev/full' 'autocorrelation none.res 1' 'correlation cut.res none.res 1' \
-  'match none.res cut.res x 0 1 all' 'plot none.res 1 none.eps' 'plot cut.res 1 none/x.eps'; do
+
+# What fails says why, and what it empties is kept: command | last line | what old.* holds.
+head -n 3 cut.res >few.res
+awk '{ print $1 / 44100, $2 }' few.res >time.res
+printf '' >none.spe
+while IFS='|' read -r failing reason left; do
+  rm -f old.*
+  echo old | tee old.res old.eps >old.au
   # shellcheck disable=SC2086
   expect 2 "$batch" $failing
-  said "torve-batch: ${failing%% *} failed"
-  [[ $failing != *none.res* ]] || grep -q 'none\.res' said || fail "$failing: which file? $(<said)"
+  grep -qF "torve-batch: ${failing%% *}: $reason" said || fail "$failing: $(<said)"
+  for old in old.res old.au old.eps; do
+    case $old-$left in
+      old.res-kept | old.au-header) [[ $(<$old.bak) == old ]] && said "torve-batch: kept as $old.bak" ;;
+      *) [[ $(<$old) == old && ! -e $old.bak ]] ;;
+    esac || fail "$failing: $old"
+  done
+done <<'END'
+report cut.res|cut.res: not an AU file|
+report none.au|none.au: there is no such file|
+to-au none.res old.au|none.res: there is no such file|header
+to-au . old.au|.: cannot be read|header
+cut cut.res old.res 0 1|cut.res: not an AU file|kept
+cut none.au old.res 0 1|none.au: there is no such file|
+cut made.au no/x.res 0 1|no/x.res: cannot be written (No such file|
+autocorrelation none.res old.res|none.res: there is no such file|
+autocorrelation cut.res no/x.res|no/x.res: cannot be written|
+correlation cut.res none.res old.res|none.res: there is no such file|
+match none.res cut.res old.res|none.res: there is no such file|
+match cut.res few.res old.res|few.res: too few samples|kept
+match cut.res cut.res old.res 90000|cut.res: no match near the start|kept
+spectrum none.res old.res|none.res: there is no such file|
+spectrum few.res old.res|few.res: too few samples|kept
+spectrum cut.res /dev/full|/dev/full: could not be written (No space|
+band-pass few.res old.res x 1 2|few.res: too few samples|kept
+out-of-band cut.res x.spe no/x.res 1 2|no/x.res: cannot be written|
+plot none.res 1 old.eps|none.res: there is no such file|
+plot few.res 1 old.eps 4|few.res: has fewer lines than are to be skipped|
+plot none.spe 1 old.eps|none.spe: there is nothing to draw|
+plot cut.res 1 no/x.EPS|no/x.EPS: cannot be written|
+END
+
+# Results on standard output that do not arrive.
+# shellcheck disable=SC2016
+for lost in '"$batch" --help >/dev/full' '"$batch" report made.au </dev/null >/dev/full' \
+  '"$batch" to-au cut.res - >/dev/full' '"$batch" to-au cut.res - >&-' '"$batch" to-au - x.au <&-'; do
+  status=0
+  eval "$lost" 2>said || status=$?
+  [[ $status == 2 ]] || fail "status $status from $lost"
+  grep -q '^torve-batch: .*standard' said || fail "$lost: $(<said)"
 done
-[[ ! -e none.eps ]] || fail "an output without an input"
+
+# What is taken otherwise than it may be meant.
+seq 0 12000 | awk '{ print $1, $1 }' >trend.res
+head -n 100001 < <(yes '0 0') >long.res
+printf '\003' | dd of=made.au bs=1 seek=12 conv=notrunc status=none
+while IFS='|' read -r command warning; do
+  # shellcheck disable=SC2086
+  expect 0 "$batch" $command
+  grep -qF "torve-batch: $warning" said || fail "$command: $(<said)"
+done <<'END'
+plot long.res 1 x.gif|warning: long.res has more than 100000 lines
+autocorrelation time.res x.res|warning: time.res has a time
+cut made.au x.res 0 1|warning: made.au is not mono
+cut made.au x.res 90 91|warning: x.res has no samples
+match cut.res cut.res x.res 0 0.5|no match: the scale is at the end
+match trend.res trend.res x.res 1200|no match: the offset is at the end
+END
 if ldd "$batch" | grep -q libX; then fail "links X"; fi
