@@ -7,7 +7,7 @@
 
 namespace torve {
 
-constexpr int national_letter_count = 24;
+inline constexpr int national_letter_count = 24;
 
 /// The Unicode code point of the letter at `code`, 1 to 24.
 [[nodiscard]] std::uint32_t national_letter(int code);

@@ -10,7 +10,7 @@ namespace torve {
 
 constexpr int cell_rows = 10;
 /// Ascenders stand on row 7; rows 8 and 9 are for descenders.
-constexpr int baseline_row = 8;
+inline constexpr int baseline_row = 8;
 
 /// One character cell: a byte per row from the top, bit 7 the leftmost of 8 pixels.
 using Cell = std::array<std::uint8_t, cell_rows>;

@@ -41,9 +41,9 @@ expect 0 "$batch" spectrum cut.res cut.spe all
 expect 0 "$batch" band-pass cut.res cut.spe band.res 300 600
 awk '{ print $1, $2 * 17642 / 88200 }' band.res >scaled.res
 expect 0 "$batch" to-au scaled.res back.au
-sox back.au -n stat 2>stat || fail "sox cannot read what was written: $(<stat)"
-awk '/Rough +frequency/ { exit !($3 > 420 && $3 < 460) }' stat || fail "$(<stat)"
-awk '/Samples read/ { exit !($3 == 17642) }' stat || fail "$(<stat)"
+sox back.au -n stat 2>statistics || fail "sox cannot read what was written"
+awk '/Rough +frequency/ { exit !($3 > 420 && $3 < 460) }' statistics || fail "$(<statistics)"
+awk '/Samples read/ { exit !($3 == 17642) }' statistics || fail "$(<statistics)"
 
 # The bell struck 1544 samples later in the second of the signals that are installed, all of them
 # 16-bit numbers; the third is what is left of their match.

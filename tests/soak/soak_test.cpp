@@ -141,7 +141,7 @@ void check() {
                                     [](long sum, const PoolSlot& slot) { return sum + slot.size; });
   const struct mallinfo2 heap = mallinfo2();  // all 0 under a sanitizer
   const long resident = resident_kilobytes() - pool / 1024;
-  const long allocated = static_cast<long>(heap.uordblks + heap.hblkhd - pool) / 1024;
+  const long allocated = (static_cast<long>(heap.uordblks + heap.hblkhd) - pool) / 1024;
   std::fprintf(stderr, "%ld events, %ld KB resident, %ld KB allocated, %ld KB more by the pool\n",
                events, resident, allocated, pool / 1024);
   if (first_resident == 0) first_resident = resident, first_allocated = allocated;
