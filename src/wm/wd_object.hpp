@@ -212,7 +212,8 @@ void hide_errormsg();
 /// its number.
 int serve_wd_objects(int index);
 
-/// Free all objects but the message window and permanent ones; all but the message window. Return 0.
+/// Free all objects but the message window and permanent ones; all but the message window. Return
+/// 0.
 int free_wd_objects_gt1();
 int free_wd_objects_gt1_u();
 
