@@ -8,6 +8,7 @@
 #include "app/signal/band_sums.hpp"
 #include "app/signal/sample_file.hpp"
 #include "app/signal/say.hpp"
+#include "app/signal/spectrum.hpp"
 #include "app/signal/work_buffer.hpp"
 
 namespace torve {
@@ -43,6 +44,8 @@ Outcome filter(const std::string& name, int size, const Selection& selection) {
   const auto bins = static_cast<std::size_t>(size);
   const double mean =
       static_cast<double>(stored_a()[0]) * static_cast<double>(sampling_rate) / size;
+  for (const BinRange& range : selection.ranges)
+    settle_stored_coefficients(range.first, range.last);
   const BandSums sums(stored_a().first(bins), stored_b().first(bins), size,
                       selection.with_mean ? mean : 0, selection.ranges);
   const auto report_percent = [size](int t) {

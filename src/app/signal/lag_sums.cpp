@@ -4,7 +4,7 @@
 #include <array>
 
 #include "app/signal/clones.hpp"
-#include "app/signal/transform/lag_proposal.hpp"
+#include "app/signal/transforms/lag_proposal.hpp"
 
 namespace torve {
 
@@ -105,7 +105,7 @@ void sum_lags(Values a, Values b, std::span<const std::size_t> lags, std::span<f
 
 std::vector<float> lag_means(std::span<const double> a, std::span<const double> b) {
   std::vector<float> means(a.size());
-  const auto open = transform::propose_lag_means(a, b, means);
+  const auto open = transforms::propose_lag_means(a, b, means);
   if (!open) {
     for (std::size_t k = 0; k < means.size(); k += lanes)
       sum_run(a, b, k, means);

@@ -52,6 +52,22 @@ BinVerdict judge_bin(const FourierEnds& ends, int size) {
 OpenBins::OpenBins(std::span<const float> x, const BinTable& table, Wanted wanted)
     : x_(x), table_(table), wanted_(wanted) {}
 
+bool OpenBins::settle(int bin, const FourierEnds& ends) {
+  const BinVerdict verdict = judge_bin(ends, static_cast<int>(x_.size()));
+  const bool powers = wanted_ == Wanted::power_text;
+  if (!(powers ? verdict.power_is_certain : verdict.coefficients_are_certain)) return false;
+  const auto j = static_cast<std::size_t>(bin);
+  table_.a[j] = verdict.a;
+  table_.b[j] = verdict.b;
+  table_.open[j] = !verdict.coefficients_are_certain;
+  if (powers) table_.power[j] = verdict.power;
+  return true;
+}
+
+void OpenBins::take(int bin, const FourierEnds& ends) {
+  if (!settle(bin, ends)) add(bin);
+}
+
 void OpenBins::add(int bin) {
   if (straight_ > 0) {
     push_undecided(bin);
@@ -71,19 +87,11 @@ void OpenBins::try_ends() {
   fourier_sum_ends(x_, new_.all(), std::span(ends).first(new_.count));
   int certain = 0;
   for (std::size_t l = 0; l < new_.count; ++l) {
-    const BinVerdict verdict = judge_bin(ends[l], static_cast<int>(x_.size()));
-    const bool enough =
-        wanted_ == Wanted::power_text ? verdict.power_is_certain : verdict.coefficients_are_certain;
-    if (!enough) {
+    if (settle(new_.bins[l], ends[l])) {
+      ++certain;
+    } else {
       push_undecided(new_.bins[l]);
-      continue;
     }
-    ++certain;
-    const auto j = static_cast<std::size_t>(new_.bins[l]);
-    table_.a[j] = verdict.a;
-    table_.b[j] = verdict.b;
-    table_.open[j] = !verdict.coefficients_are_certain;
-    if (wanted_ == Wanted::power_text) table_.power[j] = verdict.power;
   }
   new_.count = 0;
   if (certain < worth_trying) straight_ = straight_batches;

@@ -37,6 +37,8 @@ class OpenBins {
   /// Both must outlive the object.
   OpenBins(std::span<const float> x, const BinTable& table, Wanted wanted);
 
+  /// Takes a bin at what its sums lie between, if that is enough; otherwise it is open.
+  void take(int bin, const FourierEnds& ends);
   void add(int bin);
   /// Works out what has been added; before, some bins may still be as they were.
   void finish();
@@ -47,6 +49,7 @@ class OpenBins {
     std::size_t count = 0;
     [[nodiscard]] std::span<const int> all() const { return std::span(bins).first(count); }
   };
+  bool settle(int bin, const FourierEnds& ends);
   void try_ends();
   void decide();
   void push_undecided(int bin);

@@ -1,11 +1,14 @@
 #include "app/signal/spectrum.hpp"
 
 #include <algorithm>
+#include <array>
 #include <new>
+#include <utility>
 
 #include "app/signal/correlation.hpp"
 #include "app/signal/sample_file.hpp"
 #include "app/signal/say.hpp"
+#include "app/signal/transforms/fourier_proposal.hpp"
 #include "app/signal/work_buffer.hpp"
 #include "base/files.hpp"
 
@@ -22,9 +25,30 @@ void report_percent(int bin, int last) {
   }
 }
 
-void store(const Spectrum& spectrum, int size) {
+bool make_room_for_open() try {
+  open_coefficients.reserve(open_coefficients.size() + 1);
+  return true;
+} catch (const std::bad_alloc&) {
+  return false;
+}
+
+/// Keeps x for the open coefficients; without memory for that they are settled now.
+void keep_open(std::vector<float>& x, Spectrum& spectrum) {
+  std::erase_if(open_coefficients, [&spectrum](const OpenCoefficients& older) {
+    return older.open.size() <= spectrum.open.size();
+  });
+  if (make_room_for_open()) {
+    open_coefficients.push_back({std::move(x), std::move(spectrum.open)});
+  } else {
+    settle_coefficients(x, {spectrum.a, spectrum.b, {}, spectrum.open}, 1,
+                        static_cast<int>(spectrum.a.size()) - 1);
+  }
+}
+
+void store(std::vector<float>& x, Spectrum& spectrum) {
   if (pointer1 == nullptr) return;
-  store_spectrum_size(size);
+  store_spectrum_size(static_cast<int>(x.size()));
+  keep_open(x, spectrum);
   std::copy(spectrum.a.begin(), spectrum.a.end(), stored_a().begin());
   std::copy(spectrum.b.begin(), spectrum.b.end(), stored_b().begin());
   std::copy(spectrum.power.begin(), spectrum.power.end(), stored_power().begin());
@@ -50,7 +74,7 @@ Outcome transform(const std::string& res_in, const std::string& spe_out, const s
   if (!input) return could_not_open(input_failure(res_in));
   OutputFile output(spe_out);
   if (!output) return could_not_open(output.outcome());
-  const std::vector<float> x = read_shifted(input.get(), budget, range);
+  std::vector<float> x = read_shifted(input.get(), budget, range);
   const int size = static_cast<int>(x.size());
   if (size < least_spectrum_size) {
     say("not enough samples\n");
@@ -59,8 +83,7 @@ Outcome transform(const std::string& res_in, const std::string& spe_out, const s
     return {.cause = Cause::too_few_samples, .name = res_in};
   }
   Spectrum spectrum = compute_spectrum(x, report_percent);
-  settle_coefficients(x, {spectrum.a, spectrum.b, {}, spectrum.open}, 1, size / 2);
-  store(spectrum, size);
+  store(x, spectrum);
   write_spectrum(output, size, spectrum.power);
   static_cast<void>(output.finish());
   return output.outcome();
@@ -78,9 +101,21 @@ Spectrum compute_spectrum(std::span<const float> x, void (*progress)(int bin, in
   spectrum.power[0] = static_cast<float>(mean * mean);
   const BinTable table = {spectrum.a, spectrum.b, spectrum.power, spectrum.open};
   OpenBins powers(x, table, OpenBins::Wanted::power_text);
-  for (int j = 1; j <= last; ++j) {
-    progress(j, last);
-    powers.add(j);
+  static thread_local std::array<FourierEnds, transforms::FourierProposal::tile> ends;
+  const auto proposal = transforms::FourierProposal::make(x);
+  constexpr int tile = transforms::FourierProposal::tile;
+  for (int first = 0; first <= last; first += tile) {
+    const int end = std::min(first + tile, last + 1);
+    for (int j = std::max(first, 1); j < end; ++j)
+      progress(j, last);
+    if (proposal) proposal->propose(first, ends);
+    for (int j = std::max(first, 1); j < end; ++j) {
+      if (proposal) {
+        powers.take(j, ends[static_cast<std::size_t>(j - first)]);
+      } else {
+        powers.add(j);
+      }
+    }
   }
   powers.finish();
   return spectrum;
@@ -92,6 +127,16 @@ void settle_coefficients(std::span<const float> x, const BinTable& table, int fi
     if (table.open[static_cast<std::size_t>(j)] != 0) coefficients.add(j);
   }
   coefficients.finish();
+}
+
+void settle_stored_coefficients(int first, int last) {
+  int newer_bins = 0;
+  for (auto layer = open_coefficients.rbegin(); layer != open_coefficients.rend(); ++layer) {
+    const int bins = static_cast<int>(layer->open.size());
+    settle_coefficients(layer->x, {stored_a(), stored_b(), {}, layer->open},
+                        std::max(first, newer_bins), std::min(last, bins - 1));
+    newer_bins = bins;
+  }
 }
 
 Outcome transform_file(const std::string& res_in, const std::string& spe_out,

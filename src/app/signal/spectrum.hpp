@@ -35,10 +35,14 @@ struct Spectrum {
 /// Makes the open coefficients of the bins first .. last those of the literal sums.
 void settle_coefficients(std::span<const float> x, const BinTable& table, int first, int last);
 
+/// The same for the work buffer, whatever spectra its bins come from.
+void settle_stored_coefficients(int first, int last);
+
 /// Writes the spectrum of a part of a sample file as a spectrum file and leaves its coefficients in
-/// the work buffer. `samples` is "all" or a decimal count N: at most N - 1 values are taken,
-/// because the first goes to x(1) and x(0) is 0. With fewer than least_spectrum_size values the
-/// output is empty, unless it is the input, and what was there is kept.
+/// the work buffer, open ones among them. `samples` is "all" or a decimal count N: at most N - 1
+/// values are taken, because the first goes to x(1) and x(0) is 0. With fewer than
+/// least_spectrum_size values the output is empty, unless it is the input, and what was there is
+/// kept.
 Outcome transform_file(const std::string& res_in, const std::string& spe_out,
                        const std::string& samples, const SampleRange& range = {});
 

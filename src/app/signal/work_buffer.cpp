@@ -8,6 +8,7 @@
 namespace torve {
 
 void* pointer1 = nullptr;
+std::vector<OpenCoefficients> open_coefficients;
 
 namespace {
 
@@ -23,12 +24,14 @@ std::unique_ptr<float[]> block;
 }  // namespace
 
 bool allocate_work_buffer() {
+  open_coefficients.clear();
   block.reset(new (std::nothrow) float[work_buffer_bytes / sizeof(float)]());
   pointer1 = block.get();
   return pointer1 != nullptr;
 }
 
 void release_work_buffer() {
+  open_coefficients.clear();
   block.reset();
   pointer1 = nullptr;
 }

@@ -1,4 +1,4 @@
-#include "app/signal/transform/lag_proposal.hpp"
+#include "app/signal/transforms/lag_proposal.hpp"
 
 #include <algorithm>
 #include <array>
@@ -10,9 +10,9 @@
 
 #include "app/signal/clones.hpp"
 #include "app/signal/proof.hpp"
-#include "app/signal/transform/transform.hpp"
+#include "app/signal/transforms/transform.hpp"
 
-namespace torve::transform {
+namespace torve::transforms {
 
 namespace {
 
@@ -282,4 +282,4 @@ std::optional<std::vector<std::size_t>> propose_lag_means(std::span<const double
   return std::nullopt;
 }
 
-}  // namespace torve::transform
+}  // namespace torve::transforms

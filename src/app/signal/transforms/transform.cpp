@@ -1,4 +1,4 @@
-#include "app/signal/transform/transform.hpp"
+#include "app/signal/transforms/transform.hpp"
 
 #include <cmath>
 #include <numbers>
@@ -6,7 +6,7 @@
 
 #include "app/signal/clones.hpp"
 
-namespace torve::transform {
+namespace torve::transforms {
 
 namespace {
 
@@ -111,4 +111,4 @@ void transform(const Parts& wave) {
   columns({turned.re, turned.im}, wave);
 }
 
-}  // namespace torve::transform
+}  // namespace torve::transforms

@@ -19,7 +19,7 @@
 #include <span>
 #include <vector>
 
-namespace torve::transform {
+namespace torve::transforms {
 
 /// Proposes the means of the sums of a(i) b(i+k) for the lags k = 0 .. n-1, n the size of all
 /// three, and returns the lags where the text of means[k] is not proved, ascending. Nothing if a
@@ -28,4 +28,4 @@ namespace torve::transform {
                                                                         std::span<const double> b,
                                                                         std::span<float> means);
 
-}  // namespace torve::transform
+}  // namespace torve::transforms

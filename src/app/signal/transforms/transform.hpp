@@ -21,7 +21,7 @@
 // exact.
 #pragma once
 
-namespace torve::transform {
+namespace torve::transforms {
 
 inline constexpr int side = 64;
 inline constexpr int points = side * side;
@@ -53,4 +53,4 @@ inline void transform_back(Wave& wave) {
   transform({wave.im, wave.re});
 }
 
-}  // namespace torve::transform
+}  // namespace torve::transforms

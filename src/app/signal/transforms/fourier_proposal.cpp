@@ -1,0 +1,249 @@
+#include "app/signal/transforms/fourier_proposal.hpp"
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cmath>
+#include <cstdint>
+#include <cstdlib>
+#include <new>
+#include <vector>
+
+#include "app/signal/clones.hpp"
+#include "app/signal/proof.hpp"
+#include "app/signal/transforms/cut_sums.hpp"
+#include "app/signal/transforms/exact_turn.hpp"
+#include "app/signal/transforms/transform.hpp"
+
+namespace torve::transforms {
+
+namespace {
+
+static_assert(FourierProposal::tile == half);
+
+constexpr std::size_t least_size = 1024;  // from here on proposals pay
+constexpr double margin = 1.01;           // for the roundings of the bound
+constexpr double sines_slack = 20 * unit;
+constexpr double cut_slack = 5 * half * unit;
+constexpr std::size_t most_wraps = 8;
+
+/// Half a unit in the last place.
+TORVE_INLINE double half_ulp(double value) {
+  constexpr std::uint64_t exponent = 0x7ff0000000000000;
+  return std::bit_cast<double>(std::bit_cast<std::uint64_t>(value) & exponent) * unit;
+}
+
+TORVE_CLONES void multiply(const Wave& x, const Wave& y, Wave& z) {
+  for (int f = 0; f < points; ++f) {
+    z.re[f] = x.re[f] * y.re[f] - x.im[f] * y.im[f];
+    z.im[f] = x.re[f] * y.im[f] + x.im[f] * y.re[f];
+  }
+}
+
+/// |x| in a block: its sums in the two halves, how many there are, the sum of squares.
+struct Sizes {
+  double first = 0;
+  double second = 0;
+  double first_count = 0;
+  double second_count = 0;
+  double squares = 0;
+
+  [[nodiscard]] double all() const { return first + second; }
+};
+
+/// The bins of a tile: their sums so far, and what makes their bound.
+struct Bins {
+  alignas(64) double re[half];
+  alignas(64) double im[half];
+  alignas(64) double length[half];    // of (re, im)
+  alignas(64) double sizes[half];     // bounds the sum of the sizes of all partial sums
+  alignas(64) double argument[half];  // bounds what the roundings of the argument do
+  // Of the block at hand: the turn for wraps, the largest |p|.
+  alignas(64) double cosine[half];
+  alignas(64) double sine[half];
+  alignas(64) double reach[half];
+};
+
+/// Adds a block's part.
+TORVE_CLONES void add_block(Bins& bins, const Wave& part, const Sizes& x, double size) {
+  constexpr double slightly = 1 + 0x1p-50;
+  const double per_size = slightly / size;
+  for (int s = 0; s < half; ++s) {
+    const double part_re = part.re[s] * (1.0 / points);
+    const double part_im = part.im[s] * (1.0 / points);
+    const double re = bins.re[s] + (part_re * bins.cosine[s] - part_im * bins.sine[s]);
+    const double im = bins.im[s] + (part_re * bins.sine[s] + part_im * bins.cosine[s]);
+    const double length = std::sqrt(re * re + im * im);
+    // Two more: the rounding of re and im here.
+    bins.sizes[s] +=
+        x.first_count * (bins.length[s] + x.first) + (x.second_count + 2) * (length + x.second);
+    const double product = bins.reach[s] * (short_pi * slightly);
+    bins.argument[s] +=
+        (x.first + x.second) * (half_ulp(product) * per_size + half_ulp(product * per_size));
+    bins.re[s] = re;
+    bins.im[s] = im;
+    bins.length[s] = length;
+  }
+}
+
+/// How often 2^32 has been taken from a product to make it a 32-bit integer.
+constexpr std::int64_t wraps(std::int64_t product) {
+  return (product + (std::int64_t{1} << 31)) >> 32;
+}
+
+class Proposal : public FourierProposal {
+ public:
+  explicit Proposal(std::span<const float> x)
+      : x_(x),
+        size_(static_cast<int>(x.size())),
+        last_(size_ / 2),
+        blocks_((size_ + half - 1) / half),
+        tiles_(last_ / half + 1),
+        chirp_(static_cast<std::size_t>((blocks_ + 1) * half)),
+        in_(static_cast<std::size_t>(blocks_)),
+        filters_(static_cast<std::size_t>(blocks_ + tiles_ - 1)),
+        sizes_(static_cast<std::size_t>(blocks_)) {
+    for (std::uint64_t m = 0; m < chirp_.size(); ++m)
+      chirp_[m] = exact_turn(m * m, size_);
+    for (std::uint64_t q = 0; q < most_wraps; ++q)
+      back_[q] = exact_turn(q << 32, size_);
+    for (int b = 0; b < blocks_; ++b)
+      load_block(b);
+    for (int d = 1 - blocks_; d < tiles_; ++d)
+      load_filter(d);
+  }
+
+  [[nodiscard]] bool finite() const { return std::isfinite(constant_error_); }
+
+  void propose(int first_bin, std::span<FourierEnds, tile> ends) override {
+    bins_ = {};
+    double cut_error = 0;
+    for (int b = 0; b < blocks_; ++b) {
+      multiply(in_[index(b)], filters_[index(first_bin / half - b + blocks_ - 1)], wave_);
+      transform_back(wave_);
+      find_turns(first_bin, b);
+      for (std::size_t i = 0; i < cut_bins_.size(); i += cut_lanes) {
+        const auto part = std::span(cut_bins_).subspan(i);
+        cut(b, part.first(std::min<std::size_t>(cut_lanes, part.size())), first_bin);
+      }
+      if (!cut_bins_.empty()) cut_error += cut_slack * sizes_[index(b)].all();
+      add_block(bins_, wave_, sizes_[index(b)], size_);
+    }
+    for (int j = first_bin; j <= std::min(first_bin + half - 1, last_); ++j)
+      ends[index(j - first_bin)] = ends_of(j, j - first_bin, cut_error);
+  }
+
+ private:
+  static constexpr std::size_t index(int i) { return static_cast<std::size_t>(i); }
+
+  void load_block(int b) {
+    Wave& wave = in_[index(b)];
+    Sizes& sizes = sizes_[index(b)];
+    const int first = b * half;
+    for (int r = 0; r < std::min(half, size_ - first); ++r) {
+      const double value = static_cast<double>(x_[index(first + r)]);
+      wave.re[r] = value * chirp_[index(first + r)].cosine;
+      wave.im[r] = value * chirp_[index(first + r)].sine;
+      (r < half / 2 ? sizes.first : sizes.second) += std::fabs(value);
+      (r < half / 2 ? sizes.first_count : sizes.second_count) += 1;
+      sizes.squares += value * value;
+    }
+    constant_error_ +=
+        sines_slack * sizes.all() + transform_slack * side * std::sqrt(sizes.squares);
+    transform(wave);
+  }
+
+  /// The conjugate of w from d tiles before its middle on.
+  void load_filter(int d) {
+    Wave& wave = filters_[index(d + blocks_ - 1)];
+    for (int v = 0; v < points; ++v) {
+      const SineCosine& w = chirp_[index(std::abs(d * half + (v < half ? v : v - points)))];
+      wave.re[v] = w.cosine;
+      wave.im[v] = -w.sine;
+    }
+    transform(wave);
+  }
+
+  /// Each bin's turn and reach in block b; and the bins whose product wraps in it.
+  void find_turns(int first_bin, int b) {
+    const std::int64_t first = std::int64_t{b} * half;
+    const std::int64_t last = std::min<std::int64_t>(first + half, size_) - 1;
+    cut_bins_.clear();
+    for (int s = 0; s < half; ++s) {
+      const std::int64_t step = 2 * std::int64_t{first_bin + s};
+      const std::int64_t begin_wraps = wraps(step * first);
+      const std::int64_t end_wraps = wraps(step * last);
+      const SineCosine& back = back_[static_cast<std::size_t>(begin_wraps) % most_wraps];
+      bins_.cosine[s] = back.cosine;
+      bins_.sine[s] = -back.sine;
+      bins_.reach[s] = static_cast<double>(std::max(std::abs(step * first - (begin_wraps << 32)),
+                                                    std::abs(step * last - (end_wraps << 32))));
+      if (begin_wraps == end_wraps || first_bin + s > last_) continue;
+      bins_.reach[s] = 0x1p31;
+      cut_bins_.push_back(first_bin + s);
+    }
+  }
+
+  /// Turns what lies behind the wrap by one 2^32 more.
+  void cut(int b, std::span<const int> bins, int first_bin) {
+    const std::int64_t first = std::int64_t{b} * half;
+    const std::int64_t last = std::min<std::int64_t>(first + half, size_) - 1;
+    Cuts cuts;
+    for (std::size_t l = 0; l < cut_lanes; ++l) {
+      const std::int64_t j = bins[std::min(l, bins.size() - 1)];
+      // The first i with 2ji >= (2q - 1) 2^31, q the wraps behind it.
+      const std::int64_t behind = (((2 * wraps(2 * j * last) - 1) << 30) + j - 1) / j;
+      cuts.count[l] = static_cast<double>(behind - first);
+      cuts.turn[l] = exact_turn(static_cast<std::uint64_t>(2 * j), size_);
+      cuts.start[l] = exact_turn(static_cast<std::uint64_t>(2 * j * first), size_);
+    }
+    sum_to_cut(&x_[static_cast<std::size_t>(first)], cuts);
+    for (std::size_t l = 0; l < bins.size(); ++l) {
+      const SineCosine& w = chirp_[index(bins[l])];
+      const SineCosine& back = back_[1];
+      const int s = bins[l] - first_bin;
+      const double before_re = (cuts.re[l] * w.cosine + cuts.im[l] * w.sine) * points;
+      const double before_im = (cuts.im[l] * w.cosine - cuts.re[l] * w.sine) * points;
+      const double re = wave_.re[s] - before_re;
+      const double im = wave_.im[s] - before_im;
+      wave_.re[s] = before_re + (re * back.cosine + im * back.sine);
+      wave_.im[s] = before_im + (im * back.cosine - re * back.sine);
+    }
+  }
+
+  [[nodiscard]] FourierEnds ends_of(int bin, int s, double cut_error) const {
+    const SineCosine& w = chirp_[index(bin)];
+    const double cosines = bins_.re[s] * w.cosine - bins_.im[s] * w.sine;
+    const double sines = bins_.re[s] * w.sine + bins_.im[s] * w.cosine;
+    const double error = margin * (bins_.argument[s] + unit * bins_.sizes[s] + cut_error) +
+                         constant_error_ + vanished;
+    return {{cosines - error, sines - error}, {cosines + error, sines + error}};
+  }
+
+  std::span<const float> x_;
+  int size_;
+  int last_;
+  int blocks_;
+  int tiles_;
+  std::vector<SineCosine> chirp_;
+  std::array<SineCosine, most_wraps> back_;
+  std::vector<Wave> in_;       // transforms of x w
+  std::vector<Wave> filters_;  // transforms of w's conjugate
+  std::vector<Sizes> sizes_;
+  double constant_error_ = 0;
+  Bins bins_ = {};
+  Wave wave_ = {};
+  std::vector<int> cut_bins_;
+};
+
+}  // namespace
+
+std::unique_ptr<FourierProposal> FourierProposal::make(std::span<const float> x) try {
+  if (x.size() < least_size) return nullptr;
+  auto proposal = std::make_unique<Proposal>(x);
+  return proposal->finite() ? std::move(proposal) : nullptr;
+} catch (const std::bad_alloc&) {
+  return nullptr;
+}
+
+}  // namespace torve::transforms
