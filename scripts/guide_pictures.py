@@ -1,12 +1,14 @@
 #!/usr/bin/python3 -B
 """guide_pictures.py FOLDER: the pictures of the guide, a session with each tool, photographed.
 
-Not a test, although it shares the tests' ways; scripts/screenshots runs it.
+scripts/screenshots runs it. The program is driven in the ways of the tests of the desktop.
 """
 
 import pathlib
 import shutil
 import sys
+
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "tests" / "desktop"))
 
 from network import CPU, DIAGRAM_FILES, FILES, LEAVE, PRINT_OUT, Editor
 from pictures import cut, write_ppm
