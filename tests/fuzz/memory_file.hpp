@@ -1,4 +1,4 @@
-// What the fuzz targets share: files in memory, and quiet output.
+// What the fuzz targets share: files in memory and quiet output.
 #pragma once
 
 #include <cstddef>
@@ -13,16 +13,29 @@
 
 namespace torve {
 
+using Bytes = std::span<const std::uint8_t>;
+
+inline std::string text_of(Bytes bytes) {
+  return {bytes.begin(), bytes.end()};
+}
+
+/// What fuzzers look for.
+inline void require(bool holds) {
+  if (!holds) std::abort();
+}
+
 /// A regular file without a place on the disk, opened through its name.
 class MemoryFile {
  public:
-  MemoryFile() : descriptor_(memfd_create("fuzz", 0)) {}
+  explicit MemoryFile(Bytes bytes = {}) : descriptor_(memfd_create("fuzz", 0)) { fill(bytes); }
   ~MemoryFile() { close(descriptor_); }
+  MemoryFile(const MemoryFile&) = delete;
+  MemoryFile& operator=(const MemoryFile&) = delete;
 
-  void fill(std::span<const std::uint8_t> bytes) const {
-    if (ftruncate(descriptor_, 0) != 0) std::abort();
-    const auto size = static_cast<ssize_t>(bytes.size());
-    if (pwrite(descriptor_, bytes.data(), bytes.size(), 0) != size) std::abort();
+  void fill(Bytes bytes) const {
+    require(ftruncate(descriptor_, 0) == 0);
+    require(pwrite(descriptor_, bytes.data(), bytes.size(), 0) ==
+            static_cast<ssize_t>(bytes.size()));
     lseek(descriptor_, 0, SEEK_SET);
   }
   int descriptor() const { return descriptor_; }
@@ -32,17 +45,12 @@ class MemoryFile {
   int descriptor_;
 };
 
-/// Lines on standard output go nowhere from now on.
-inline void silence() {
-  static const bool done = std::freopen("/dev/null", "w", stdout) != nullptr;
-  if (!done) std::abort();
-}
-
-/// Standard input gives these bytes from now on.
-inline void answer(std::span<const std::uint8_t> bytes) {
+/// Standard input gives these bytes from now on, and standard output goes nowhere.
+inline void answer(Bytes bytes) {
+  static const bool silent = std::freopen("/dev/null", "w", stdout) != nullptr;
   static const MemoryFile answers;
   answers.fill(bytes);
-  if (dup2(answers.descriptor(), STDIN_FILENO) < 0) std::abort();
+  require(silent && dup2(answers.descriptor(), STDIN_FILENO) == 0);
   __fpurge(stdin);
   std::clearerr(stdin);
 }
