@@ -65,80 +65,61 @@ class InputWindows : public DialogTest {
   const Pixels bare = all_pixels();
 };
 
-TEST_F(InputWindows, CreatorsAreAskedToDrawAndToldOfPresses) {
-  enum { gone, icon, shown };
+// A press has left a dot. Once it has been served, a request to draw does not clear the window: it
+// is one to serve.
+TEST_F(InputWindows, CreatorsAreToldAndPressesStayUntilTheInsideIsDrawnAnew) {
+  enum Then { gone, icon, shown };
   const struct {
+    const char* what;
     void (*acts)();
     std::string told;
-    int then = shown, runs = 0, line = 0;
+    bool dot_stays = true;
+    Then then = shown;
+    int runs = 0, line = 0;
   } cases[] = {
-      {[] {}, "d"},
-      {[] { click(180, 240); }, "dp"},
-      {[] { press(180, 240), move(190, 240), move(600, 20), release(600, 20); }, "dppp"},
-      {[] { click(108, 258); }, "dpd", shown, 0, 1},
-      {[] { press(108, 225), move(108, 260), release(108, 260); }, "dpd", shown, 0, 9},
-      {[] { click(180, 205); }, "dp"},  // no columns to scroll
-      {[] { click(180, 240, 3); }, "dp", gone},
-      {[] { click(258, 204); }, "d", gone},
-      {[] { click(258, 204, 3); }, "d", icon},
-      {[] { click(258, 204, 3), click(110, 210); }, "dd"},
-      {[] { click(107, 204); }, "d", shown, 1},
-      {[] { drag(107, 204, 300, 300, 3), click(380, 340); }, "dp"},
-      {[] { drag(262, 240, 270, 240); }, "dd"},
-      {[] { open_menu(3, pen_menu, 96, 210), click(240, 260), click(240, 260); }, "ddpp"},
-  };
+      {"nothing", [] {}, ""},
+      {"a press", [] { click(190, 240); }, "p"},
+      {"a drag", [] { press(190, 240), move(199, 240), move(600, 20), release(600, 20); }, "ppp"},
+      {"a line down", [] { click(108, 258); }, "pd", false, shown, 0, 1},
+      {"all down", [] { drag(108, 225, 108, 260); }, "pdd", false, shown, 0, 9},
+      {"no columns to scroll", [] { click(180, 205); }, "p"},
+      {"its creator closes it", [] { click(190, 240, 3); }, "p", false, gone},
+      {"closed", [] { click(258, 204); }, "", false, gone},
+      {"an icon", [] { click(258, 204, 3); }, "", false, icon},
+      {"no icon", [] { click(258, 204, 3), click(110, 210); }, "d", false},
+      {"run", [] { click(107, 204); }, "", true, shown, 1},
+      {"moved", [] { drag(107, 204, 107, 212, 3), click(190, 240); }, "p"},
+      {"covered", [] { open_menu(3, pen_menu, 96, 210), click(240, 260), click(240, 260); }, "dpp",
+       false},
+      {"put", [] { EXPECT_EQ(input_window(id, mode_put), -2); }, ""},
+      {"drawn", [] { EXPECT_EQ(input_window(id, mode_refresh), -2); }, ""},
+      {"wider, narrower", [] { drag(262, 240, 300, 240), drag(303, 240, 250, 240); }, "ddd"},
+      {"and flat", [] { click(262, 240), drag(259, 267, 259, 1), drag(262, 240, 799, 240); },
+       "ddd"},
+      {"painted beneath", [] { const CanvasPaint all(whole_screen); }, ""},
+      {"drawn anew", [] { EXPECT_EQ(redraw_input_window(id), -2); }, "d", false},
+      {"small, a line down", [] { drag(258, 240, 110, 241), click(108, 258); }, "ddpd", false,
+       shown, 0, 1},
+      {"hidden", [] { hide_wd_object(id), put(id); }, "d", false}};
   for (const auto& test : cases) {
-    SCOPED_TRACE(&test - cases);
+    SCOPED_TRACE(test.what);
     told.clear(), actions_run = 0;
     open();
     EXPECT_EQ(wd(id).background, nullptr);
+    click(180, 226);
+    play();
+    EXPECT_EQ(getpixel2c(180, 226), dot);
     test.acts();
     play();
-    EXPECT_EQ(told, test.told);
+    EXPECT_EQ(told, "dp" + test.told);
     EXPECT_EQ(actions_run, test.runs);
     EXPECT_EQ(wd(id).scroll_line, test.line);
     EXPECT_EQ(wd(id).kind == kind_free ? gone : is_icon(wd(id)) ? icon : shown, test.then);
+    EXPECT_EQ(getpixel2c(wd(id).x + 77, wd(id).y + 26) == dot, test.dot_stays);
+    const char* first = test.line == 0 ? "AA" : test.line == 1 ? "BB" : "JJ";
+    EXPECT_TRUE(test.then != shown || text_at(wd(id).x + 16, wd(id).y + 16, 2) == first);
     EXPECT_EQ(xxmin, 0);
     free_one_wd_object(3), free_input_window(id);
-    EXPECT_TRUE(all_pixels() == bare);
-  }
-}
-
-// Once it has been served, a request to draw does not clear the window: it is one to serve.
-TEST_F(InputWindows, PressesStayUntilTheInsideIsDrawnAnew) {
-  const struct {
-    void (*acts)();
-    bool stays;
-  } cases[] = {
-      {[] { EXPECT_EQ(input_window(id, mode_put), static_cast<int>(Command::put_down)); }, true},
-      {[] { EXPECT_EQ(input_window(id, mode_refresh), static_cast<int>(Command::put_down)); },
-       true},
-      {[] { drag(262, 240, 300, 240), drag(303, 240, 250, 240); }, true},
-      {[] { click(262, 240), drag(259, 267, 259, 1), drag(262, 240, 799, 240); }, true},
-      {[] {
-         const CanvasPaint scope({0, 0, 800, 600});
-       },
-       true},
-      {[] { EXPECT_EQ(redraw_input_window(id), static_cast<int>(Command::put_down)); }, false},
-      {[] { click(108, 258); }, false},
-      {[] {
-         press(258, 240), move(110, 240), move(110, 241), release(110, 241);
-         click(108, 258);
-       },
-       false},
-      {[] { hide_wd_object(id), put(id); }, false},
-  };
-  for (const auto& test : cases) {
-    SCOPED_TRACE(&test - cases);
-    open();
-    click(180, 226);
-    play();
-    ASSERT_EQ(getpixel2c(180, 226), dot);
-    test.acts();
-    play();
-    EXPECT_EQ(getpixel2c(180, 226) == dot, test.stays);
-    EXPECT_EQ(text_at(119, 216, 2), wd(id).scroll_line == 0 ? "AA" : "BB");
-    free_input_window(id);
     EXPECT_TRUE(all_pixels() == bare);
   }
 }
