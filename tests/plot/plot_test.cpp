@@ -4,34 +4,20 @@
 #include <climits>
 #include <cmath>
 #include <map>
+#include <random>
+#include <set>
 
 #include "app/plot/axis_numbers.hpp"
 #include "app/plot/plot_panes.hpp"
-#include "app/plot/running_sums.hpp"
 #include "base/console.hpp"
 #include "eps/eps_stream.hpp"
 #include "support/screen.hpp"
+#include "support/strokes.hpp"
 #include "text/fonts.hpp"
 #include "text/text_output.hpp"
 
 namespace torve {
 namespace {
-
-TEST(RunningSums, EqualTheLiteralLoop) {
-  std::vector<float> values(1000);
-  for (std::size_t i = 0; i < values.size(); ++i)
-    values[i] = std::sin(0.37F * static_cast<float>(i * i));
-  for (const int step : {-1, 0, 1, 2, 44, 441, 999, 1000, 5000, INT_MAX}) {
-    const std::vector<float> sums = running_sums(values, step);
-    ASSERT_EQ(sums.size(), values.size());
-    for (std::size_t i = 0; i < values.size(); ++i) {
-      float sum = 0;
-      for (std::size_t k = i; k < values.size() && static_cast<int>(k - i) < step; ++k)
-        sum += values[k];
-      ASSERT_EQ(sums[i], sum) << step << ' ' << i;
-    }
-  }
-}
 
 TEST(AxisNumbers, FourDigitsInTheRoomThereIs) {
   const struct {
@@ -129,7 +115,7 @@ class PlotTest : public ScreenTest {
     std::ifstream file("out");
     const std::string text{std::istreambuf_iterator<char>(file), {}};
     for (const char* part : parts)
-      EXPECT_NE(text.find(part), std::string::npos) << part;
+      EXPECT_NE(text.find(part), std::string::npos) << part << " in " << text;
   }
 
   static bool is_ink(int x, int y) { return getpixel2c(x, y) == 0; }
@@ -137,53 +123,135 @@ class PlotTest : public ScreenTest {
   TemporaryDirectory directory_;
 };
 
-TEST_F(PlotTest, KnownSamplesLieOnKnownRows) {
-  write_file("s.res", "0 1\n1 0.5\n2 0\n3 -0.5\n4 -1");
-  for (const int yoff : {0, 176, 352}) {
+// Where a curve has ink, stroke by stroke: of `values` from `start` on, in a pane whose first row
+// is 0.
+std::set<std::pair<int, int>> strokes(std::vector<float> values, int start, int step, double xsc,
+                                      double ysc, bool is_spectrum) {
+  values.erase(values.begin(), values.begin() + std::max(start, 0));
+  float largest = 0;
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    float sum = 0;
+    for (std::size_t k = i; k < values.size() && static_cast<int>(k - i) < step; ++k)
+      sum += values[k];
+    values[i] = sum;
+    largest = std::max(largest, std::fabs(sum));
+  }
+  const double scale = largest == 0 ? 0 : 79 * ysc / static_cast<double>(largest);
+  std::set<std::pair<int, int>> ink;
+  double x = 32 + (start < 0 ? -start * xsc : 0);
+  int last_x = 0, last_y = 0;
+  for (std::size_t i = 0; i < values.size() && x <= 795; ++i, x += xsc) {
+    const double height = static_cast<double>(values[i]) * scale * (is_spectrum ? 1.7 : 1);
+    const int y = std::clamp((is_spectrum ? 154 : 75) - static_cast<int>(height), 12, 154);
+    if (i > 0) {
+      for_each_point_of_line(last_x, last_y, static_cast<int>(x), y,
+                             [&ink](int column, int row) { ink.emplace(column, row); });
+    }
+    last_x = static_cast<int>(x), last_y = y;
+  }
+  return ink;
+}
+
+TEST_F(PlotTest, CurvesAndSpectraEqualTheirStrokesOneByOne) {
+  std::mt19937 random(5);
+  const auto any = [&random](auto... choices) {
+    return std::array{choices...}[random() % sizeof...(choices)];
+  };
+  for (int round = 0; round < 120; ++round) {
+    const int pane = any(0, 1, 2), start = any(0, 0, 1, 37, -100, -7),
+              step = any(1, 1, 2, 44, 1000, INT_MAX, 0, -1);
+    const double xsc = any(0.02, 0.3, 0.99, 1.0, 7.3, 100.0), ysc = any(1.0, 0.4, -1.0, 2.5);
+    const bool is_spectrum = any(true, false);
+    std::vector<float> values(any(37U, 40U, 900U, 5000U));
+    std::string text = is_spectrum ? "size=5000\n" : "";
+    float value = 0;
+    for (float& next : values) {
+      value = next =
+          value * 0.75F + static_cast<float>(static_cast<int>(random() % 2001) - 1000) / 8;
+      text += "0 " + std::to_string(next) + "\n";
+      next = std::stof(std::to_string(next));
+    }
+    write_file("s", text);
     clearwin(0, 0, 800, 600, 15);
-    EXPECT_EQ(printed_by([&] { EXPECT_EQ(plot_anew("s.res", yoff, 0, 1, 100, 1, 0), 0); }),
-              "plot_curve largest absolute value is 1.000000\n");
-    for (const auto& [x, row] : {std::pair(32, 12), {132, 36}, {232, 75}, {332, 114}, {432, 154}})
-      EXPECT_TRUE(is_ink(x, yoff + row)) << row;
-    EXPECT_FALSE(is_ink(440, yoff + 150)) << "nothing behind the last point";
+    printed_by([&] {
+      if (is_spectrum)
+        plot_spectrum_anew("s", pane * 176, start, step, xsc, ysc, 0, "all");
+      else
+        plot_anew("s", pane * 176, start, step, xsc, ysc, 0);
+    });
+    const auto ink = strokes(values, start, step, xsc, ysc, is_spectrum);
+    for (int y = 12; y < 154; ++y) {
+      for (int x = 38; x < 800; ++x) {
+        const bool in_title = x >= 96 && x < 208 && y >= 15 && y < 26;
+        ASSERT_TRUE(in_title || is_ink(x, pane * 176 + y) == ink.contains({x, y}))
+            << round << ": " << x << ' ' << y;
+      }
+    }
   }
 }
 
 TEST_F(PlotTest, SegmentsAndNumbersInEps) {
   write_file("s.res", "0 0.0\n1 1.0\n2 -1.0\n");
+  write_file("s.spe", "size=20000\n0 0\n1 4\n2 1\n");
   const struct {
-    int yoff, step;
+    const char* name;
+    int yoff, start, step;
     double xsc;
     std::vector<const char*> parts;
-  } cases[] = {
-      {0, 1, 100, {"moveto 32 CX 83 CX rmoveto 100 CX 63 CX", "132 CX 146 CX rmoveto 100 CX -142"}},
-      {0, 1, 100.7, {"Or moveto 132 CX 146 CX rmoveto 101 CX -142 CX"}},
-      {352, 1, 100, {"Or moveto 32 CX -269 CX rmoveto 100 CX 63 CX"}},
-      {0, 1, 0.02, {"(56.68)", "(793.6)", "(0.797)", "(-1)", "(num)", "(ms)", "(s.res)"}},
-      {0, 1, 0.3, {"moveto 32 CX 83 CX rmoveto 0 CX 63 CX"}},
-      {0, 442, 1, {"(sec)"}},
-  };
-  for (const auto& c : cases)
-    expect_in_eps([&] { plot_anew("s.res", c.yoff, 0, c.step, c.xsc, 1, 1); }, c.parts);
+  } cases[] = {{"s.res",
+                0,
+                0,
+                1,
+                100,
+                {"moveto 32 CX 83 CX rmoveto 100 CX 63 CX", "132 CX 146 CX rmoveto 100 CX -142"}},
+               {"s.res", 0, 0, 1, 100.7, {"Or moveto 132 CX 146 CX rmoveto 101 CX -142 CX"}},
+               {"s.res", 352, 0, 1, 100, {"Or moveto 32 CX -269 CX rmoveto 100 CX 63 CX"}},
+               {"s.res",
+                0,
+                0,
+                1,
+                0.02,
+                {"(56.68)", "(793.6)", "(0.797)", "(-1)", "(num)", "(ms)", "(s.res)"}},
+               {"s.res", 0, 0, 1, 0.3, {"moveto 32 CX 83 CX rmoveto 0 CX 63 CX"}},
+               {"s.res", 0, 1, 441, 1, {"(ms)", "(0.022)", "(500.0)"}},
+               {"s.res", 0, 1, 442, 1, {"(sec)", "(2.267e-5)", "(1.002)"}},
+               {"s.spe",
+                0,
+                0,
+                1,
+                0.4,
+                {"(0)", "(275)", "(551)", "(3858)", "(4.229)", "(Hz)", "(Power spectrum)"}},
+               {"s.spe", 0, 0, 1, 10, {"(0)", "(11.02)", "(22.05)"}},
+               {"s.spe", 0, 1, 1, 5, {"(1)", "(23)"}},
+               {"s.spe", 0, 0, 999, 2, {"(Hz)", "(55069)"}},
+               {"s.spe", 0, 0, 1000, 2, {"(kHz)", "(55)"}}};
+  for (const auto& test : cases) {
+    const auto draw = [&test] {
+      const auto& [name, yoff, start, step, xsc, parts] = test;
+      if (name[2] == 's')
+        plot_spectrum_anew(name, yoff, start, step, xsc, 1, 1, "all");
+      else
+        plot_anew(name, yoff, start, step, xsc, 1, 1);
+    };
+    expect_in_eps(draw, test.parts);
+  }
 }
 
-TEST_F(PlotTest, SpectraStandOnTheBaseLine) {
+TEST_F(PlotTest, SayWhatTheyFind) {
+  write_file("s.res", "0 1\n1 -1\n2 0.5\n");
   write_file("s.spe", "size=20000\n0 0\n1 4\n2 1\n");
+  write_file("h.spe", "size=0\n");
+  EXPECT_EQ(printed_by([] { plot_anew("s.res", 0, 0, 1, 1, 1, 0); }),
+            "plot_curve largest absolute value is 1.000000\n");
+  EXPECT_EQ(printed_by([] { plot_anew("s.res", 0, 4, 1, 1, 1, 0); }), "file too short\n");
   EXPECT_EQ(printed_by([] { plot_spectrum_anew("s.spe", 0, 0, 1, 100, 1, 0, "all"); }),
             "plot_spectrum K=20000\nmaxi=1 maxf1=4.000000 offset=0\n"
             "plot_curve largest absolute value is 4.000000\n");
-  EXPECT_TRUE(is_ink(132, 20));
-  EXPECT_TRUE(is_ink(232, 154 - 33)) << "1/4 of 134.3, truncated";
-  EXPECT_FALSE(is_ink(132, 18));
-  expect_in_eps([] { plot_spectrum_anew("s.spe", 0, 0, 1, 0.4, 1, 1, "all"); },
-                {"(0)", "(275)", "(551)", "(3858)", "(4.229)", "(Hz)", "(Power spectrum)"});
-  expect_in_eps([] { plot_spectrum_anew("s.spe", 0, 0, 1, 10, 1, 1, "all"); },
-                {"(0)", "(11.02)", "(22.05)"});
-  expect_in_eps([] { plot_spectrum_anew("s.spe", 0, 1, 1, 5, 1, 1, "all"); }, {"(1)", "(23)"});
-  write_file("h.spe", "size=0\n");
-  EXPECT_TRUE(printed_by([] {
-                plot_spectrum_anew("h.spe", 0, 0, 1, 1, 1, 0, "x");
-              }).starts_with("plot_spectrum K=1\n"));
+  const auto said = printed_by([] { plot_spectrum_anew("h.spe", 0, 0, 1, 1, 1, 0, "x"); });
+  EXPECT_TRUE(said.starts_with("plot_spectrum K=1\n"));
+  for (const char* missing : {"none.res", "."})
+    EXPECT_EQ(plot_anew(missing, 352, 0, 1, 1, 1, 0), 1);
+  EXPECT_GT(std::ranges::count(all_pixels(), colour_pixel(3)), 50) << "says that there is none";
 }
 
 TEST_F(PlotTest, OddSettingsDrawWithinTheirPane) {
@@ -211,20 +279,6 @@ TEST_F(PlotTest, OddSettingsDrawWithinTheirPane) {
     ASSERT_EQ(getpixel2c(x, 346), colour_pixel(15)) << x;
     ASSERT_EQ(getpixel2c(796, x), x < 600 ? colour_pixel(15) : 0) << x;
   }
-}
-
-TEST_F(PlotTest, ShiftSkipAndMissingFiles) {
-  write_file("s.res", "0 1\n1 -1\n2 1\n");
-  EXPECT_EQ(printed_by([] { plot_anew("s.res", 0, 4, 1, 1, 1, 0); }), "file too short\n");
-  printed_by([] { plot_anew("s.res", 0, 0, 1, -1, 1, 0); });
-  for (int y = 12; y < 154; ++y)
-    ASSERT_FALSE(is_ink(31, y)) << "left of the axis, row " << y;
-  printed_by([] { plot_anew("s.res", 0, -100, 1, 1, 1, 0); });
-  EXPECT_TRUE(is_ink(132, 20));
-  EXPECT_FALSE(is_ink(131, 20));
-  for (const char* missing : {"none.res", "."})
-    EXPECT_EQ(plot_anew(missing, 352, 0, 1, 1, 1, 0), 1);
-  EXPECT_GT(std::ranges::count(all_pixels(), colour_pixel(3)), 50) << "says that there is none";
 }
 
 }  // namespace

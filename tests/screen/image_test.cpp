@@ -7,6 +7,7 @@
 #include "draw/window_frame.hpp"
 #include "picture/fn2.hpp"
 #include "support/screen.hpp"
+#include "support/strokes.hpp"
 
 namespace torve {
 namespace {
@@ -78,21 +79,14 @@ TEST_F(ImageTest, OnlyWhatChangedIsDirty) {
   set_display_backend(nullptr);
 }
 
-// The rule of the lines, step by step, without a thought for speed or edges.
 TEST_F(ImageTest, LinesEqualTheStepByStepRule) {
   for (int i = 0; i < 600; ++i) {
     const int x1 = any(-60, 860), y1 = any(-60, 660), colour = any(0, 20);
     const int x2 = i % 5 == 0 ? x1 : any(-60, 860);
     const int y2 = i % 7 == 0 ? y1 : i % 6 == 0 ? y1 + x2 - x1 : any(-60, 660);
     draw_line(x1, y1, x2, y2, colour, target_screen);
-    const int dx = x2 - x1, dy = y2 - y1;
-    if (std::abs(dy) > std::abs(dx)) {
-      for (int y = std::min(y1, y2); y <= std::max(y1, y2); ++y)
-        expect((y - y1) * dx / dy + x1, y, colour_pixel(colour));
-    } else {
-      for (int x = std::min(x1, x2); x <= std::max(x1, x2); ++x)
-        expect(x, dx == 0 ? y1 : (x - x1) * dy / dx + y1, colour_pixel(colour));
-    }
+    for_each_point_of_line(x1, y1, x2, y2,
+                           [&](int x, int y) { expect(x, y, colour_pixel(colour)); });
   }
   EXPECT_EQ(all_pixels(), expected_);
   draw_line1(-highest - 1, -highest - 1, highest, highest, 4);
