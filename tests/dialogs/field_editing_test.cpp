@@ -45,20 +45,15 @@ TEST_F(FieldEditing, KeysChangeTextCursorWidthAndLine) {
     int width, cursor, limit;
     const char* row;
     int letters = 0;  // of a nation
-  } cases[] = {
-      {"100\r", "0", "1000", 5, 3, 30, "From 1000  to xy  .      "},
-      {"\b25\r", "abc", "25bc", 5, 2, 30, "From 25bc  to xy  .      "},
-      {">>>>Z<<<<<<\r", "abc", "abcZ", 5, 0, 30, "From abcZ  to xy  .      "},
-      {"123456\b\b\r", "", "1234", 7, 4, 30, "From 1234    to xy  .    "},
-      {"1234", "", "1234", 5, 3, 4, "From 1234  to xy  .      "},
-      {"12\r", "abcd", "12ab", 5, 2, 4, ""},
-      {"l/z\r", "abc", "\1zabc", 5, 2, 30, "", 4},
-      {"\x84\r", "bc",
-       "\x12"
-       "bc",
-       5, 1, 30, "", 1},
-      {"\033\t\r", "", "\033\t", 5, 2, 30, ""},
-  };
+  } cases[] = {{"100\r", "0", "1000", 5, 3, 30, "From 1000  to xy  .      "},
+               {"\b25\r", "abc", "25bc", 5, 2, 30, "From 25bc  to xy  .      "},
+               {">>>>Z<<<<<<\r", "abc", "abcZ", 5, 0, 30, "From abcZ  to xy  .      "},
+               {"123456\b\b\r", "", "1234", 7, 4, 30, "From 1234    to xy  .    "},
+               {"1234", "", "1234", 5, 3, 4, "From 1234  to xy  .      "},
+               {"12\r", "abcd", "12ab", 5, 2, 4, ""},
+               {"l/z\r", "abc", "\1zabc", 5, 2, 30, "", 4},
+               {"\x84\r", "bc", "\022bc", 5, 1, 30, "", 1},
+               {"\033\t\r", "", "\033\t", 5, 2, 30, ""}};
   for (const auto& test : cases) {
     SCOPED_TRACE(test.keys);
     start(test.start);

@@ -104,29 +104,25 @@ TEST_F(Given, PressesOnAMenuOneByOne) {
   EXPECT_EQ(check(112 + 7 * 8, 240), 2) << "left empty";
 }
 
+// 1: run what is selected.
 TEST(DoublePresses, AsArgumentsSayThem) {
   const struct {
     const char* what;
-    int x, y, button, press_x, press_y, first, counter;
-    int expected;
-  } cases[] = {
-      {"twice", 40, 7, 1, 40, 7, 1, 50, 1},        {"too soon", 40, 7, 1, 40, 7, 1, 49, 0},
-      {"the first", 40, 7, 1, 40, 7, 0, 50, 0},    {"dragged right", 41, 7, 1, 40, 7, 0, 0, 1},
-      {"dragged left", 39, 7, 1, 40, 7, 1, 50, 0}, {"another row", 41, 8, 1, 40, 7, 0, 0, 0},
-      {"released", 41, 7, 0, 40, 7, 0, 0, 0},
-  };
-  for (const auto& test : cases) {
-    int flags[] = {0, 1, 1};
-    int first = test.first, counter = test.counter;
-    EXPECT_EQ(doubleclick_and_submenu(flags, 3, test.x, test.y, test.button, test.press_x,
-                                      test.press_y, &first, &counter, 50),
-              test.expected)
-        << test.what;
-    EXPECT_EQ(flags[1] * 10 + flags[2], test.expected != 0 ? 31 : 11) << test.what;
-    const bool cleared = test.expected != 0 && test.x == test.press_x;
-    EXPECT_EQ(first + counter, cleared ? 0 : test.first + test.counter) << test.what;
-    int none[] = {0, 2};
-    EXPECT_EQ(doubleclick_and_submenu(none, 2, 9, 7, 1, 1, 7, &first, &counter, 50), 0);
+    int x, y, button, press_x, first, counter, expected;
+  } cases[] = {{"twice", 40, 7, 1, 40, 1, 50, 1},        {"too soon", 40, 7, 1, 40, 1, 49, 0},
+               {"the first", 40, 7, 1, 40, 0, 50, 0},    {"dragged right", 41, 7, 1, 40, 0, 0, 1},
+               {"dragged left", 39, 7, 1, 40, 1, 50, 0}, {"another row", 41, 8, 1, 40, 0, 0, 0},
+               {"released", 41, 7, 0, 40, 0, 0, 0}};
+  for (const auto& [what, x, y, button, press_x, first_press, time, expected] : cases) {
+    SCOPED_TRACE(what);
+    int flags[] = {0, 1, 1}, none[] = {0, 2}, first = first_press, counter = time;
+    const auto runs = [&](int* of, int lines) {
+      return doubleclick_and_submenu(of, lines, x, y, button, press_x, 7, &first, &counter, 50);
+    };
+    EXPECT_EQ(runs(flags, 3), expected);
+    EXPECT_EQ(flags[1] * 10 + flags[2], expected == 1 ? 31 : 11);
+    EXPECT_EQ(first + counter, expected == 1 && x == press_x ? 0 : first_press + time);
+    EXPECT_EQ(runs(none, 2), 0);
   }
 }
 

@@ -30,31 +30,35 @@ class Menus : public DialogTest {
 // A double press or a drag on a selected line runs it; on a field, a press edits.
 TEST_F(Menus, PressesSelectEditAndRun) {
   const struct {
+    const char* what;
     void (*acts)();
     int runs, selected;
     std::string typed = {};
   } cases[] = {
-      {[] { click(label, row1), type("abc\r"); }, 0, 1},
-      {[] { click(label, row0), click(label, row0, 1, 600); }, 0, 0},
-      {[] { click(label, row0), click(label, row0), click(label, row0); }, 1, 0},
-      {[] { click(field, row0), click(field, row0); }, 1, 0},
-      {[] { click(field, row0), type("x"), click(field, row0); }, 0, 0, "x"},
-      {[] { click(label, row0), click(field, row0); }, 0, 0},
-      {[] { click(263, row0), type("x"); }, 0, 0},
-      {[] { click(264, row0), type("x"); }, 0, 0, "x"},
-      {[] { click(343, row0), type("x"); }, 0, 0, "x"},
-      {[] { click(344, row0), type("x"); }, 0, 0},
-      {[] { click(label, 249); }, 0, -1},
-      {[] { drag(label, row0, label + 40, row0 + 1); }, 1, 0},
-      {[] { drag(field, row0, field + 40, row0); }, 0, 0},
-      {[] { press(label, row1), move(label, row0), move(field, row0), release(1, 1); }, 0, 0},
-      {[] { press(label, row0), move(label, row1), move(160, row0), release(1, 1); }, 0, 0},
-      {[] { press(field, row0), type("x\r"), move(label, row1), release(1, 1); }, 0, 0, "x"},
-      {[] { click(label, row2), click(99, 203); }, 1, 2},
-      {[] { click(field, row0), type(std::string(12, '\b') + "\r"); }, 0, 0},
-  };
+      {"keys without a field", [] { click(label, row1), type("abc\r"); }, 0, 1},
+      {"two presses, too late", [] { click(label, row0), click(label, row0, 1, 600); }, 0, 0},
+      {"the third counts anew", [] { click(label, row0), click(label, row0), click(label, row0); },
+       1, 0},
+      {"twice on a field", [] { click(field, row0), click(field, row0); }, 1, 0},
+      {"a key between", [] { click(field, row0), type("x"), click(field, row0); }, 0, 0, "x"},
+      {"first on the text", [] { click(label, row0), click(field, row0); }, 0, 0},
+      {"left of the field", [] { click(263, row0), type("x"); }, 0, 0},
+      {"its first column", [] { click(264, row0), type("x"); }, 0, 0, "x"},
+      {"its last column", [] { click(343, row0), type("x"); }, 0, 0, "x"},
+      {"right of it", [] { click(344, row0), type("x"); }, 0, 0},
+      {"below the lines", [] { click(label, 249); }, 0, -1},
+      {"a drag", [] { drag(label, row0, label + 40, row0 + 1); }, 1, 0},
+      {"a drag on a field", [] { drag(field, row0, field + 40, row0); }, 0, 0},
+      {"a drag from another line",
+       [] { press(label, row1), move(label, row0), move(field, row0), release(1, 1); }, 0, 0},
+      {"a drag by way of another",
+       [] { press(label, row0), move(label, row1), move(160, row0), release(1, 1); }, 0, 0},
+      {"a drag after editing",
+       [] { press(field, row0), type("x\r"), move(label, row1), release(1, 1); }, 0, 0, "x"},
+      {"the box", [] { click(label, row2), click(99, 203); }, 1, 2},
+      {"all deleted", [] { click(field, row0), type(std::string(12, '\b') + "\r"); }, 0, 0}};
   for (const auto& test : cases) {
-    SCOPED_TRACE(&test - cases);
+    SCOPED_TRACE(test.what);
     open(field_menu);
     actions_run = 0;
     test.acts();
@@ -79,14 +83,13 @@ TEST_F(Menus, ChoicesRotateOncePerPress) {
 
 TEST_F(Menus, CloseBoxesCloseHideAndShrink) {
   enum { gone, hidden, shown, icon };
-  const std::tuple<WdFlags, int, int> cases[] = {
-      {WdFlags::none, 1, gone},
-      {WdFlags::none, 3, icon},
-      {WdFlags::close_puts_down, 1, shown},
-      {WdFlags::right_close_puts_down, 3, shown},
-      {WdFlags::right_close_puts_down, 1, gone},
-      {WdFlags::close_hides, 1, hidden},
-  };
+  using enum WdFlags;
+  const std::tuple<WdFlags, int, int> cases[] = {{none, 1, gone},
+                                                 {none, 3, icon},
+                                                 {close_puts_down, 1, shown},
+                                                 {right_close_puts_down, 3, shown},
+                                                 {right_close_puts_down, 1, gone},
+                                                 {close_hides, 1, hidden}};
   for (const auto& [flags, button, then] : cases) {
     open(pen_menu);
     wd(id).flags = wd(id).flags | flags;
