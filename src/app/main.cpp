@@ -1,8 +1,10 @@
 // The workbench: fonts, pool and display, then the editor, then the way back.
 
+#include <algorithm>
 #include <cstdio>
 #include <new>
 
+#include "app/arguments.hpp"
 #include "app/editor.hpp"
 #include "app/pool_failure.hpp"
 #include "app/shutdown.hpp"
@@ -78,6 +80,8 @@ int say_no_memory() {
 
 int main(int argc, char** argv) try {
   set_up_console();
+  int status = 0;
+  if (!read_arguments({argv + std::min(argc, 1), argv + argc}, &status)) return status;
   return_large_blocks();
   return hold_memory_reserve() ? run(argc, argv) : say_no_memory();
 } catch (const std::bad_alloc&) {

@@ -155,4 +155,19 @@ cut made.au x.res 90 91|warning: x.res has no samples
 match cut.res cut.res x.res 0 0.5|no match: the scale is at the end
 match trend.res trend.res x.res 1200|no match: the offset is at the end
 END
+# What the workbench says needs no display.
+unset DISPLAY
+while IFS='|' read -r wanted words text; do
+  # shellcheck disable=SC2086
+  expect "$wanted" "${batch%-batch}" $words
+  grep -qF -- "$text" said || fail "torve $words: $(<said)"
+done <<'END'
+0|--help|usage: torve [FILE ...]
+0|--version|torve 
+1|--start|torve: --start: no option
+1|cut.au|torve: cut.au: neither .res, .spe nor .vob
+1|a.res b.spe c.res d.res|torve: d.res: there are three panes
+1|a.vob b.vob|torve: b.vob: a second diagram
+255|a.res b.res a.vob|X not started
+END
 if ldd "$batch" | grep -q libX; then fail "links X"; fi

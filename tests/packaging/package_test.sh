@@ -68,6 +68,40 @@ is_type text/x-torve-diagram network
 is_type video/mpeg film.vob
 is_type application/x-godot-resource game.res
 
+# complete COMMAND WORD...: what bash offers for the last word
+complete_words() {
+  PATH=$usr/bin:$PATH bash -c 'source "$1"; shift
+    COMP_WORDS=("$@") COMP_CWORD=$(($# - 1))
+    "$(complete -p "$1" | grep -o "_[a-z_]*")" "$1" "${@: -1}" "${@: -2:1}"
+    printf "%s\n" "${COMPREPLY[@]}"' - "$usr/share/bash-completion/completions/$1" "$@" | sort | paste -sd ' '
+}
+touch bell.res bell.au
+while IFS='|' read -r typed offered; do
+  # shellcheck disable=SC2086
+  got=$(complete_words ${typed//_/ })
+  [[ $got == "$offered" ]] || wrong "completion of \"$typed\" is \"$got\""
+done <<'END'
+torve bell|bell.res bell.spe
+torve --v|--version
+torve-batch au|autocorrelation
+torve-batch cut bell|bell.au
+torve-batch plot bell|bell.res bell.spe
+torve-batch spectrum --end 9 bell.res bell|bell.spe
+torve-batch correlation bell.res bell.res bell|bell.res
+torve-batch match bell.res --|--end --start --values
+torve-batch plot bell.res 1 - --format g|gif
+END
+
+# Files from the menu: the workbench runs where they are.
+mkdir -p stand-in files
+cp "$usr/bin/torve-demo" stand-in
+# shellcheck disable=SC2016
+printf '#!/bin/sh\necho "$PWD $*"\n' >stand-in/torve
+chmod +x stand-in/torve
+touch files/a.res 'files/b c.spe'
+[[ $(stand-in/torve-demo files/a.res "$PWD/files/b c.spe" bell.spe) == \
+  "$PWD/files a.res b c.spe $PWD/bell.spe" ]] || wrong "files from the menu"
+
 # Where it is put does not matter, nor that nothing there can be written to. The fonts of a picture
 # show that the data are found: without them there is none.
 mv root moved
