@@ -75,6 +75,15 @@ void erase_outline();
   return value > 0 && value < 73 ? 1 : 0;
 }
 
+/// Whether the pixels that a painted object covers are in its file now, and not in memory.
+[[nodiscard]] bool is_on_file(const WdObject& object);
+
+/// An object comes to rest in the books, and its background in a file if it has the flag
+/// background_on_file; whoever needs the pixels fetches them. A background that cannot be written
+/// stays in memory.
+void rest_background(int id);
+void fetch_background(int id);
+
 /// For objects with flag background_on_file: writes the background to its file and releases the
 /// buffer, and reads it back. Return -1 for any other object, 0, or 1 after the error was shown.
 int if_b_opt_bgtofile(int id);

@@ -65,6 +65,19 @@ FilePtr open_for_update(const std::string& name, const WdObject& object) {
 
 }  // namespace
 
+bool is_on_file(const WdObject& object) {
+  return has(object.flags, WdFlags::background_on_file) && object.painted &&
+         covered_pixels(object) == nullptr;
+}
+
+void rest_background(int id) {
+  if (wd(id).painted && wd(id).background != nullptr) static_cast<void>(if_b_opt_bgtofile(id));
+}
+
+void fetch_background(int id) {
+  if (is_on_file(wd(id))) static_cast<void>(if_b_opt_bgfromfile(id));
+}
+
 int if_b_opt_bgtofile(int id) {
   if (!is_wd_id(id)) {
     illegal_pointer(bad_id);

@@ -44,7 +44,8 @@ Marks objects_to_lift(const Rect& rect) {
       const WdObject& object = wd(id);
       // What is not painted has been lifted by a scope around this one.
       const bool liftable = object.painted && (is_eligible(object) || is_lifted(object));
-      if (mark || !liftable || covered_pixels(object) == nullptr) continue;
+      const bool held = covered_pixels(object) != nullptr || is_on_file(object);
+      if (mark || !liftable || !held) continue;
       mark = meet(object, rect) || covers_a_marked_one(id, marked);
       grown = grown || mark;
     }
@@ -83,6 +84,7 @@ CanvasPaint::CanvasPaint(const Rect& rect, PaintOn layer) : rect_(rect), layer_(
     std::vector<std::uint8_t> picture(static_cast<std::size_t>(object.height) *
                                       static_cast<std::size_t>(object.background_line_bytes));
     save_buf2c(object.x, object.y, object.width, object.height, background_layout(object), picture);
+    fetch_background(id);
     take_picture_off(id);
     lifted_.push_back({id, std::move(picture)});
   }
@@ -94,6 +96,7 @@ CanvasPaint::~CanvasPaint() {
   for (auto lifted = lifted_.rbegin(); lifted != lifted_.rend(); ++lifted) {
     WdObject& object = wd(lifted->id);
     make_background(object, false);
+    if (is_eligible(object)) rest_background(lifted->id);
     if (shows_figures(lifted->id)) {
       refresh_one_wd_object(lifted->id);
       continue;

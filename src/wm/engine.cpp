@@ -47,7 +47,6 @@ using Result = EngineRound::Result;
 void lift(int id) {
   trace("taking popwindow=%d up\n", id);
   leave_books(id);
-  if_b_opt_bgfromfile(id);
   lifted = id;
 }
 
@@ -58,7 +57,6 @@ void end_lift() {
 }
 
 void put_down(int id) {
-  if_b_opt_bgtofile(id);
   enter_books(id);
   end_lift();
 }

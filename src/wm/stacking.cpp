@@ -115,13 +115,8 @@ std::vector<Cover> covers_of_last(const StackingOrder& order) {
 // Hands the background of the last object of the order to the objects above it.
 void draw_away(const StackingOrder& order) {
   const int target = order.ids[static_cast<std::size_t>(order.last)];
-  if_b_opt_bgfromfile(target);
-  for (const Cover& cover : covers_of_last(order)) {
-    if_b_opt_bgfromfile(cover.owner);
+  for (const Cover& cover : covers_of_last(order))
     copy_part_of_bg(wd(cover.owner), wd(target), cover.rect);
-    if_b_opt_bgtofile(cover.owner);
-  }
-  if_b_opt_bgtofile(target);
 }
 
 // The last object of an order that has been taken out, above all the others.
@@ -158,12 +153,14 @@ bool lies_over(int id, const WdObject& below) {
 void leave_books(int id) {
   wd(id).flags = wd(id).flags | WdFlags::off_screen;
   update_over(id);
+  fetch_background(id);
 }
 
 void enter_books(int id) {
   zero_over(id - 1);
   wd(id).flags = wd(id).flags & ~(WdFlags::fresh | WdFlags::off_screen);
   update_over(id);
+  rest_background(id);
 }
 
 void lift_out(int id) {

@@ -32,7 +32,8 @@ int force_over(int id);
 [[nodiscard]] bool lies_over(int id, const WdObject& below);
 
 /// An object that nothing lies above leaves the books: it is off-screen and in no over set. One
-/// that is painted above everything comes back into them. The only two ways in and out.
+/// that is painted above everything comes back into them; in between its background may rest in a
+/// file. The only two ways in and out.
 void leave_books(int id);
 void enter_books(int id);
 

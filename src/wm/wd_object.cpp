@@ -54,7 +54,6 @@ bool put_fresh(int id) {
     free_one_wd_object(id);
     return false;
   }
-  if_b_opt_bgtofile(id);
   enter_books(id);
   return true;
 }
@@ -86,7 +85,6 @@ template <typename Spared>
 void free_from_top(int lowest, Spared spared) {
   for (int id = wd_object_count; id >= lowest; --id) {
     if (wd(id).kind == kind_free || spared(wd(id))) continue;
-    if_b_opt_bgfromfile(id);
     free_one_wd_object(id);
   }
 }
@@ -217,7 +215,6 @@ void hide_wd_object(int id) {
   const WdObject& object = wd(id);
   if (!is_eligible(object) || is_icon(object)) return;
   lift_out(id);
-  if_b_opt_bgfromfile(id);
   remove_background(id);
 }
 

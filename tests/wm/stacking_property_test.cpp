@@ -207,7 +207,9 @@ class StackingTest : public ScreenTest {
     if (any(0, 1) == 0) flags = flags | WdFlags::outline_move;
     if (id == 7) flags = flags | WdFlags::permanent;
     const std::uint32_t kind = id % 2 == 0 ? keeping_kind : test_kind;
+    if (id == 3 || id == 5) flags = flags | WdFlags::background_on_file;
     start_wd_object(id, kind, {x, y, x + any(20, 260), y + any(20, 190)}, flags);
+    std::snprintf(wd(id).name, sizeof wd(id).name, "covered_by_%d.x", id);
     ++model.version[id];
     EXPECT_EQ(put_wd_objects(id, id), 0);
     model.put_on_top(id);
@@ -345,6 +347,8 @@ class StackingTest : public ScreenTest {
         std::count_if(std::begin(wd_object), std::end(wd_object),
                       [](const WdObject& o) { return o.background != nullptr; }));
   }
+
+  TemporaryDirectory directory_;  // for backgrounds on file
 };
 
 TEST_F(StackingTest, RandomUsersLeaveTheScreenRight) {
