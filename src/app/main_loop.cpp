@@ -10,6 +10,7 @@
 #include "diagram/editor.hpp"
 #include "diagram/figure_menu.hpp"
 #include "diagram/palette.hpp"
+#include "dialogs/messages.hpp"
 #include "display/input.hpp"
 #include "display/screen_image.hpp"
 #include "display/screen_state.hpp"
@@ -47,10 +48,12 @@ bool press_on_canvas(const JumpEntry* table, const PointerEvent& press) {
   return false;
 }
 
-// Escape leaves whatever diagram tool is armed, Delete cuts the figure in hand. While a window is
-// being moved nothing beneath it may change.
+// A message goes with the next key, which does nothing else. Escape leaves whatever diagram tool is
+// armed, Delete cuts the figure in hand. While a window is being moved nothing beneath it may
+// change.
 void heed_key() {
   if (lifted_object() != 0) return;
+  if (message_is_shown()) return hide_errormsg();
   if (keysym == escape_key) exit_ope();
   if (keysym == delete_key) cut_current_figure();
 }

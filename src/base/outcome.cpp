@@ -29,13 +29,14 @@ constexpr std::array texts = {
     CauseText{Cause::no_spectrum, "a spectrum has to be computed first"},
     CauseText{Cause::start_behind_end, "has fewer lines than are to be skipped"},
     CauseText{Cause::nothing_to_draw, "there is nothing to draw"},
+    CauseText{Cause::unknown_ending, "the name ends in none of the known ways"},
 };
 
 constexpr bool are_in_order() {
   for (std::size_t i = 0; i < texts.size(); ++i) {
     if (texts[i].cause != static_cast<Cause>(i)) return false;
   }
-  return texts.back().cause == Cause::nothing_to_draw;
+  return texts.back().cause == Cause::unknown_ending;
 }
 static_assert(are_in_order());
 

@@ -19,6 +19,7 @@ enum class Cause {
   no_spectrum,       // for a filter: none has been computed yet
   start_behind_end,  // a plot that skips more lines than there are
   nothing_to_draw,   // a file without a sample
+  unknown_ending,    // a name that does not say what kind of file it is
 };
 
 struct [[nodiscard]] Outcome {

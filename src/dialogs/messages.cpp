@@ -5,10 +5,13 @@
 #include <cstring>
 #include <string>
 
+#include "base/files.hpp"
 #include "dialogs/file_window.hpp"
+#include "dialogs/text_lines.hpp"
 #include "display/input.hpp"
 #include "display/screen_image.hpp"
 #include "display/screen_state.hpp"
+#include "draw/rectangles.hpp"
 #include "text/fonts.hpp"
 #include "text/menu_lines.hpp"
 #include "wm/background.hpp"
@@ -30,8 +33,9 @@ constexpr int frame_colour = 2;
 // Layout of one message; a message has two lines of the file.
 struct Message {
   int first_line;
-  int columns = window_columns;  // of the window
-  int blanks = 0;                // before the detail, as far as there is room for them
+  int columns = window_columns;    // of the window
+  int blanks = 0;                  // before the detail, as far as there is room for them
+  const char* built_in = nullptr;  // the first line, for a file of one's own that lacks it
 };
 
 constexpr Message missing_file = {.first_line = 0, .blanks = 13};
@@ -45,12 +49,19 @@ constexpr Message animation_editor = {.first_line = 14, .columns = 40};
 constexpr Message palette_changed = {.first_line = 16, .columns = 60};
 constexpr Message nothing_cut = {.first_line = 18};
 constexpr Message bad_parameter = {.first_line = 20, .columns = 33};
+constexpr Message samples_short = {.first_line = 22, .built_in = "Too few samples"};
+constexpr Message match_missing = {
+    .first_line = 24, .columns = 22, .built_in = "No match near start"};
+constexpr Message no_signal = {.first_line = 26, .built_in = "Not a signal"};
+constexpr Message spectrum_missing = {
+    .first_line = 28, .columns = 24, .built_in = "Spectrum wanted first"};
 
 // The palette's message lies elsewhere and is taller.
 constexpr int palette_x = 120, palette_y = 400, palette_rows = 5;
 
 // State: the message that the window shows, and the one that waits.
 std::string shown_detail;
+const char* shown_text = nullptr;  // in place of the file's lines, which it lacks
 int detail_paper = window_paper;
 const Message* waiting = nullptr;
 std::string waiting_detail;
@@ -100,6 +111,11 @@ std::string with_blanks(const Message& message, const std::string& detail) {
   return std::string(static_cast<std::size_t>(blanks), ' ') + detail;
 }
 
+int lines_of_file() {
+  const FilePtr file = open_data_file(file_name, DataKind::include, "r");
+  return measure_text(file.get()).lines;
+}
+
 // 0 when the window shows the message.
 int put_window(const Message& message, const std::string& detail, int paper) {
   const Kept guard(showing);
@@ -108,6 +124,7 @@ int put_window(const Message& message, const std::string& detail, int paper) {
   window().scroll_column = 0;
   window().scroll_line = message.first_line;
   shown_detail = with_blanks(message, detail);
+  shown_text = lines_of_file() > message.first_line ? nullptr : message.built_in;
   detail_paper = paper;
   return put_wd_objects(message_window_id, message_window_id);
 }
@@ -142,17 +159,30 @@ bool show_while(const Message& message, const char* detail, int paper, Wait wait
   return true;
 }
 
+int say(const char* text) {
+  std::fputs(text, stdout);
+  return 0;
+}
+
 // --- the error functions ------------------------------------------------------------------------
 
 int report_word(const Message& message, const char* word, int (*console)(const char*)) {
   return on_console() ? console(word) : show(message, word);
 }
 
+// Names are told apart by their ends; the strip has them whole.
+int report_name(const Message& message, const char* name, int (*console)(const char*)) {
+  constexpr std::size_t most_characters = 17;
+  const std::size_t length = std::strlen(name);
+  return report_word(message, name + (length > most_characters ? length - most_characters : 0),
+                     console);
+}
+
 int report_code(const Message& message, int code, int (*console)(int)) {
   return on_console() ? console(code) : show(message, std::to_string(code));
 }
 
-int report(const Message& message, int (*console)()) {
+int report_plain(const Message& message, int (*console)()) {
   return on_console() ? console() : show(message, "");
 }
 
@@ -180,13 +210,13 @@ int ask_to_overwrite() {
 const ErrorReporters reporters = {
     .cannot_find_file =
         [](const char* name) {
-          return report_word(missing_file, name, console_reporters.cannot_find_file);
+          return report_name(missing_file, name, console_reporters.cannot_find_file);
         },
     .cannot_create_file =
         [](const char* name) {
-          return report_word(unwritable_file, name, console_reporters.cannot_create_file);
+          return report_name(unwritable_file, name, console_reporters.cannot_create_file);
         },
-    .no_memory = [] { return report(memory_short, console_reporters.no_memory); },
+    .no_memory = [] { return report_plain(memory_short, console_reporters.no_memory); },
     .copy_on_existing_file = ask_to_overwrite,
     .illegal_pointer =
         [](int code) { return report_code(bad_pointer, code, console_reporters.illegal_pointer); },
@@ -197,7 +227,7 @@ const ErrorReporters reporters = {
     .use_aeeditor =
         [] { return report_and_wait(animation_editor, console_reporters.use_aeeditor); },
     .change_palette_info =
-        [] { return report(palette_changed, console_reporters.change_palette_info); },
+        [] { return report_plain(palette_changed, console_reporters.change_palette_info); },
     .no_cutbuffer = [] { return report_and_wait(nothing_cut, console_reporters.no_cutbuffer); },
     .unknown_parameter =
         [](const char* word) {
@@ -206,6 +236,26 @@ const ErrorReporters reporters = {
 };
 
 }  // namespace
+
+int too_few_samples(const char* name) {
+  return report_name(samples_short, name, [](const char*) { return say("too_few_samples\n"); });
+}
+
+int no_match_near_start(const char* name) {
+  return report_name(match_missing, name, [](const char*) { return say("no_match_near_start\n"); });
+}
+
+int not_a_signal(const char* name) {
+  return report_name(no_signal, name, [](const char*) { return say("not_a_signal\n"); });
+}
+
+int spectrum_wanted_first() {
+  return report_plain(spectrum_missing, [] { return say("spectrum_wanted_first\n"); });
+}
+
+bool message_is_shown() {
+  return is_eligible(window()) && !is_icon(window());
+}
 
 void create_message_window() {
   constexpr int margins = 3;
@@ -234,14 +284,22 @@ int remove_current_errormsg() {
 }
 
 void draw_message_detail() {
-  if (shown_detail.empty()) return;
   const Kept ink(fgcol);
   fgcol = text_ink;
+  if (shown_text != nullptr) {
+    clearwin(X1_min, Y1_min, X1_max, Y1_max, detail_paper);
+    std::string text = shown_text;
+    xkoord = X1_min;
+    ykoord = Y1_min;
+    show_one_line_of_text(text.data());
+  }
+  if (shown_detail.empty()) return;
   draw_cells(window().x + 2 * cs, window().y + 2 * cs + cr, shown_detail.c_str(), detail_paper);
 }
 
 void reset_messages() {
   shown_detail.clear();
+  shown_text = nullptr;
   detail_paper = window_paper;
   waiting = nullptr;
   waiting_detail.clear();

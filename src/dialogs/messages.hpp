@@ -17,6 +17,15 @@ void create_message_window();
 /// The error functions that show the message window, for set_error_reporters.
 [[nodiscard]] const ErrorReporters& message_reporters();
 
+/// Errors that no room below knows of; `name` is the file concerned. Results as of the others.
+int too_few_samples(const char* name);
+int no_match_near_start(const char* name);
+int not_a_signal(const char* name);
+int spectrum_wanted_first();
+
+/// Whether the message window lies on the canvas.
+[[nodiscard]] bool message_is_shown();
+
 /// Shows the error that has waited for an object to be put down, if there is one.
 void show_waiting_message();
 

@@ -1,5 +1,7 @@
 #include "dialogs/strip.hpp"
 
+#include <new>
+
 #include "display/colours.hpp"
 #include "display/screen_state.hpp"
 #include "draw/rectangles.hpp"
@@ -52,8 +54,13 @@ StripNote::StripNote(const std::string& text) : before_(text_now) {
   say_in_strip(text);
 }
 
+// Without memory it stays, until the next press.
 StripNote::~StripNote() {
-  say_in_strip(before_);
+  try {
+    say_in_strip(before_);
+  } catch (const std::bad_alloc&) {
+    text_now = {};
+  }
 }
 
 }  // namespace torve

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
+#include <new>
 #include <string>
 
 #include "display/colours.hpp"
@@ -86,8 +87,13 @@ void use_default_font() {
 
 KeptFont::KeptFont() : font_(curfnt) {}
 
+// Without memory for it the other font stays, until the next text asks for its own.
 KeptFont::~KeptFont() {
-  if (font_ != 0 && curfnt != font_) static_cast<void>(init_font(font_));
+  try {
+    if (font_ != 0 && curfnt != font_) static_cast<void>(init_font(font_));
+  } catch (const std::bad_alloc&) {
+    std::printf("no memory for a font\n");
+  }
 }
 
 void displaychar(int x, int y, int rows, int fg, int bg, int, const std::uint8_t* glyph) {

@@ -70,12 +70,14 @@ class Messages : public DialogTest {
 TEST_F(Messages, ShowTheirLinesAndDetails) {
   const std::tuple<int (*)(), std::string, std::string> cases[] = {
       {[] { return cannot_find_file("abc"); }, "message 0 ", "             abc "},
-      {[] { return cannot_find_file("longer than fits in"); }, "message 0 ", "longer than fits "},
+      {[] { return cannot_find_file("longer than fits in"); }, "message 0 ", "nger than fits in"},
       {[] { return cannot_create_file("out.res"); }, "message 2 ", "out.res          "},
       {no_memory, "message 4 ", ""},
       {[] { return illegal_pointer(8); }, "message 8 ", "8                "},
       {change_palette_info, "message 16", ""},
       {[] { return unknown_parameter("width"); }, "message 20", "width            "},
+      {[] { return too_few_samples("a.res"); }, "Too few sa", "a.res            "},
+      {spectrum_wanted_first, "Spectrum w", ""},
   };
   for (const auto& [report, line, detail_text] : cases) {
     EXPECT_EQ(report(), 0);

@@ -1,6 +1,7 @@
 // Every line of every tool, pressed and typed as a person would, with fields that differ from their
 // defaults and from each other. What it prints, draws, names and writes must be what the procedures
-// that it stands for do with just these values.
+// that it stands for do with just these values; what it cannot do is said, and nothing else
+// changes.
 
 #include <map>
 #include <sstream>
@@ -41,7 +42,10 @@ struct Case {
   int line;
   const char* typed;
   std::function<void()> means;
-  const char* shows = "";  // what fields show afterwards
+  const char* shows = "";    // what fields show afterwards
+  const char* message = "";  // what the message window says, and the strip
+  const char* strip = "";
+  std::function<void()> before = [] {};  // to the files
 };
 
 struct Field {
@@ -61,11 +65,12 @@ std::vector<Field> fields_of(const Case& test, const char* text) {
   return fields;
 }
 
-struct Outcome {
+struct Result {
   std::string said;
   Pixels canvas;
   std::map<std::string, std::string> files;
   std::string panes;
+  std::string message, strip;
 };
 
 int noise(int i) {
@@ -110,17 +115,40 @@ void convert(const char* signal, const char* au) {
   std::printf("done\n");
 }
 
-struct Match {
+void cut(const char* au, const char* signal) {
+  std::printf("at write_au_menu_actions\nu1[0].name=%s\nu1[1].name=%s\n", signal, au);
+  std::printf("u1[2].name=0\nu1[3].name=1\n");
+  cut_part(au, signal, 0, 1);
+  std::printf("done\n");
+}
+
+// Nothing, or a directory, where a pane's file has been; or a directory "d".
+template <int pane>
+void remove() {
+  std::filesystem::remove("p" + std::to_string(pane) + ".res");
+}
+template <int pane>
+void block() {
+  if (pane != 0) remove<pane>();
+  std::filesystem::create_directory(pane == 0 ? "d" : "p" + std::to_string(pane) + ".res");
+}
+
+struct Found {
   int offset = 0;
   float scale = 1;
 };
 
-Match match(const char* a, const char* b, const char* out, int start, const char* samples,
-            Match found = {}) {
+Found match(const char* a, const char* b, const char* out, int start, const char* samples,
+            Found found = {}) {
   float mean = 0;
   if (my_correlation(a, b, out, &mean, &found.offset, &found.scale, 1, start, samples) != 0)
     std::printf("sample too small\n");
   return found;
+}
+
+void refuse(const char* output, const char* samples) {
+  set_pane_name(2, output);
+  match("p1.res", "p2.res", output, 0, samples);
 }
 
 class ToolLines : public DialogTest {
@@ -129,6 +157,7 @@ class ToolLines : public DialogTest {
     std::ifstream file("font7.dat", std::ios::binary);
     font_.assign(std::istreambuf_iterator<char>(file), {});
     EXPECT_TRUE(allocate_work_buffer());
+    create_message_window();
   }
   ~ToolLines() override { release_work_buffer(); }
 
@@ -145,20 +174,26 @@ class ToolLines : public DialogTest {
       set_pane_name(pane - 1, 'p' + std::to_string(pane) + ".res");
     }
     make_au_file("p2.res", "t.au");
-    power_spectrum("p1.res", "p1.spe", "300");
+    power_spectrum("p1.res", "p1.spe", "10500");
     make_au_file("p1.res", "p1.au");
   }
 
   template <typename Act>
-  Outcome outcome(Act act) const {
+  Result outcome(const Case& test, Act act) const {
     const TemporaryDirectory here;
     reset_screen_state();
     clearwin(0, 0, 800, 600, 15);
-    Outcome all;
+    Result all;
     printed_by([this] { write_start_files(); });
+    test.before();
     all.said = printed_by(act);
+    all.message = message_text();
+    all.strip = strip_text();
+    hide_errormsg();
+    clear_strip();
     all.canvas = base_without_windows();
     for (const auto& entry : std::filesystem::directory_iterator(".")) {
+      if (!entry.is_regular_file()) continue;
       std::ifstream file(entry.path(), std::ios::binary);
       all.files[entry.path().filename()] = {std::istreambuf_iterator<char>(file), {}};
     }
@@ -170,6 +205,21 @@ class ToolLines : public DialogTest {
   static Pixels base_without_windows() {
     const CanvasPaint everything_off(whole_screen);
     return all_pixels();
+  }
+
+  // Both lines of the message window, without blanks around them; empty while it is hidden.
+  static std::string message_text() {
+    if (!message_is_shown()) return {};
+    const WdObject& window = wd(message_window_id);
+    std::string text;
+    const int cells = window.width / 8 - 3;
+    // The text's colour number is taken for a pixel, the detail is white.
+    for (const auto& [row, ink] : {std::pair{0, 15U}, std::pair{11, colour_pixel(15)}}) {
+      std::istringstream words(text_at(window.x + 16, window.y + 16 + row, cells, ink));
+      for (std::string word; words >> word;)
+        text += (text.empty() ? "" : " ") + word;
+    }
+    return text;
   }
 
   static int text_x(const Tool& tool, int column) { return tool.x + 16 + column * 8; }
@@ -225,8 +275,10 @@ const Case cases[] = {
     {"Get a signal", reader, 0, "54=3 33=b.res 18=p2.res", [] { draw(2, "p2.res", 0, 1, 0.02, 1); },
      "33=p2.res"},
     {"Get a spectrum", reader, 0, "54=2 18=p1.spe", [] { draw_spectrum(1, "p1.spe", "20000"); }},
-    {"Get into no pane", reader, 0, "54=4 18=p1.spe", [] {}},
-    {"Analyze", reader, 1, "16=p3.res", [] { analyse("p3.res"); }},
+    {"Get into no pane", reader, 0, "54=4 18=p1.spe", [] {}, "", "",
+     "Plot has to be 1, 2 or 3, not \"4\"."},
+    {"Analyze", reader, 1, "16=p3.res", [] { analyse("p3.res"); }, "", "Not a signal p3.res",
+     "p3.res: not an AU file"},
     {"Make a gif", reader, 2, "41=2 16=b.gif", [] { writeGIF1("b.gif", 0, 176, 799, 346); }},
     {"Convert", writer, 0, "2:24=new.au 2:4=p3.res", [] { convert("p3.res", "new.au"); }},
     {"Cut", writer, 1, "2:24=t.au 2:4=cut.res 40=.006 25=.002",
@@ -243,18 +295,19 @@ const Case cases[] = {
      [] { correlation("p3.res", "p1.res", "1"), draw(0, "corre1.res", 0, 1, 1, 1); }},
     {"Comparison", correlations, 2, "57=10500 47=1 29=p3.res 15=p2.res",
      [] {
-       const Match found = match("p2.res", "p3.res", "compar1.res", 0, "10500");
+       const Found found = match("p2.res", "p3.res", "compar1.res", 0, "10500");
        draw(0, "compar1.res", found.offset, 1, 0.02, 1);
      }},
     {"Comparison, refused", correlations, 2, "57=2 47=2",
      [] {
        match("p1.res", "p2.res", "compar2.res", 0, "2");
        draw(1, "compar2.res", 0, 1, 0.02, 1);
-     }},
+     },
+     "", "Too few samples p1.res", "p1.res: too few samples"},
     {"Out-of-band", spectra, 0, "2:45=999 2:31=99 2:12=b.res 45=4000 31=3000 15=o.res",
      [] { filter("b.res", "o.res", 3000, 4000, filter_out_of_band); }},
-    {"Powerspectrum", spectra, 1, "47=200 37=1 17=p2.res",
-     [] { make_spectrum(0, "p2.res", "200"); }},
+    {"Powerspectrum", spectra, 1, "47=10200 37=1 17=p2.res",
+     [] { make_spectrum(0, "p2.res", "10200"); }},
     {"Bandpass", spectra, 2, "45=4000 31=3000 12=b.res 0:45=999 0:31=99 0:15=o.res",
      [] { filter("b.res", "o.res", 3000, 4000, filter_band_pass); }},
     // As they open.
@@ -273,13 +326,102 @@ const Case cases[] = {
     {"band", spectra, 2, "", [] { filter("mid.res", "rest.res", 2200, 5000, filter_band_pass); }},
     {"plot", plots, 1, "", [] { draw(1, "p2.res", 0, 44, 1, 1); }},
     {"eps", printer, 1, "", [] { print(1, "plot1.eps"); }},
-    {"au", writer, 0, "", [] { convert("checknew.res", "checkts.au"); }},
+    {"au", writer, 0, "", [] { convert("checknew.res", "checkts.au"); }, "",
+     "Cannot find file checknew.res", "checknew.res: there is no such file"},
+    // With each way to fail.
+    {"Plot1, missing", plots, 0, "", [] { draw(0, "p1.res", 0, 44, 1, 1); }, "",
+     "Cannot find file p1.res", "p1.res: there is no such file", remove<1>},
+    {"Plot1, no file", plots, 0, "", [] { draw(0, "p1.res", 0, 44, 1, 1); }, "",
+     "Cannot find file p1.res", "p1.res: cannot be read", block<1>},
+    {"Plot1, too short", plots, 0, "12=20000", [] { draw(0, "p1.res", 20000, 44, 1, 1); }, "",
+     "Too few samples p1.res", "p1.res: has fewer lines than are to be skipped"},
+    {"Plot1, empty", plots, 0, "", [] { draw(0, "p1.res", 0, 44, 1, 1); }, "",
+     "Not a signal p1.res", "p1.res: there is nothing to draw", [] { write_file("p1.res", ""); }},
+    {"match, missing", plots, 3, "", [] { refuse("compres.res", "0"); }, "",
+     "Cannot find file p2.res", "p2.res: there is no such file", remove<2>},
+    {"match, too few", plots, 3, "", [] { refuse("compres.res", "0"); }, "",
+     "Too few samples p1.res", "p1.res: too few samples; kept as compres.res.bak",
+     [] { write_file("compres.res", "1 2\n"); }},
+    {"match, negative", plots, 3, "27=-5",
+     [] {
+       match("p1.res", "p2.res", "compres.res", -5, "0");
+       for (const int pane : {0, 1, 2})
+         draw(pane, pane == 2 ? "compres.res" : pane_name(pane), 0, 44, 1, 1);
+     },
+     "", "Unknown parameter: press a key a negative start", "the start must not be negative"},
+    {"match, unwritable", plots, 3, "44=d 2:12=all", [] { refuse("d", "all"); }, "",
+     "Cannot write file d", "d: cannot be written (Is a directory)", block<0>},
+    {"eps, unwritable", printer, 0, "24=d", [] {}, "", "", "d: cannot be written", block<0>},
+    {"eps, missing", printer, 2, "", [] { print(2, "plot1.eps"); }, "", "Cannot find file p3.res",
+     "p3.res: there is no such file", remove<3>},
+    {"Get, missing", reader, 0, "18=a-very-long-name.res",
+     [] { draw(0, "a-very-long-name.res", 0, 1, 0.02, 1); }, "",
+     "Cannot find file ery-long-name.res", "a-very-long-name.res: there is no such file"},
+    {"Get, no spectrum", reader, 0, "18=no.spe", [] { draw_spectrum(0, "no.spe", "20000"); }, "",
+     "Cannot find file no.spe", "no.spe: there is no such file"},
+    {"Get, emptied", reader, 0, "18=t.au",
+     [] {
+       set_pane_name(0, "t.au");
+       clear_band(0);
+       cut_part("t.au", "t.au", 0, 100);
+     },
+     "", "Not a signal t.au", "t.au: not an AU file; kept as t.au.bak"},
+    {"Get, no ending", reader, 0, "18=p1",
+     [] {
+       set_pane_name(0, "p1");
+       clear_band(0);
+     },
+     "", "Not a signal p1", "p1: the name ends in none of the known ways"},
+    {"Analyze, missing", reader, 1, "16=no.au", [] { analyse("no.au"); }, "",
+     "Cannot find file no.au", "no.au: there is no such file"},
+    {"gif, unwritable", reader, 2, "16=d", [] {}, "", "Cannot write file d",
+     "d: cannot be written (Is a directory)", block<0>},
+    {"gif of no pane", reader, 2, "41=0", [] {}, "", "", "Plot has to be 1, 2 or 3, not \"0\"."},
+    {"Convert, missing", writer, 0, "2:24=t.au 2:4=no.res", [] { convert("no.res", "t.au"); }, "",
+     "Cannot find file no.res", "no.res: there is no such file; kept as t.au.bak"},
+    {"Convert, unwritable", writer, 0, "2:24=d 2:4=p1.res", [] { convert("p1.res", "d"); }, "",
+     "Cannot write file d", "d: cannot be written (Is a directory)", block<0>},
+    {"Cut, missing", writer, 1, "2:24=no.au 2:4=cut.res 40=1 25=0", [] { cut("no.au", "cut.res"); },
+     "", "Cannot find file no.au", "no.au: there is no such file"},
+    {"Cut, no AU file", writer, 1, "2:24=p1.res 2:4=p2.res 40=1 25=0",
+     [] { cut("p1.res", "p2.res"); }, "", "Not a signal p1.res",
+     "p1.res: not an AU file; kept as p2.res.bak"},
+    {"Cut, unwritable", writer, 1, "2:24=t.au 2:4=d 40=1 25=0", [] { cut("t.au", "d"); }, "",
+     "Cannot write file d", "d: cannot be written (Is a directory)", block<0>},
+    {"Autocorrelation, missing", correlations, 0, "19=no.res",
+     [] { autocorrelation("no.res", "1"); }, "", "Cannot find file no.res",
+     "no.res: there is no such file"},
+    {"Autocorrelation, unwritable", correlations, 0, "", [] { autocorrelation("p1.res", "1"); }, "",
+     "Cannot write file autocor1.res", "autocor1.res: cannot be written (Is a directory)",
+     [] { std::filesystem::create_directory("autocor1.res"); }},
+    {"Correlation, missing", correlations, 1, "29=no.res",
+     [] { correlation("p1.res", "no.res", "3"); }, "", "Cannot find file no.res",
+     "no.res: there is no such file"},
+    {"Correlation into no pane", correlations, 1, "47=x", [] {}, "", "",
+     "Plot has to be 1, 2 or 3, not \"x\"."},
+    {"Spectrum, missing", spectra, 1, "17=no.res",
+     [] { static_cast<void>(power_spectrum("no.res", "spectr3.spe", "all")); }, "",
+     "Cannot find file no.res", "no.res: there is no such file",
+     [] { write_file("spectr3.spe", "size=3\n0 1\n"); }},
+    {"Spectrum, too short", spectra, 1, "47=99", [] { make_spectrum(2, "p3.res", "99"); }, "",
+     "Too few samples p3.res", "p3.res: too few samples"},
+    {"Spectrum, unwritable", spectra, 1, "",
+     [] { static_cast<void>(power_spectrum("p3.res", "spectr3.spe", "all")); }, "",
+     "Cannot write file spectr3.spe", "spectr3.spe: cannot be written (Is a directory)",
+     [] { std::filesystem::create_directory("spectr3.spe"); }},
+    {"Bandpass, no spectrum", spectra, 2, "",
+     [] { filter("mid.res", "rest.res", 2200, 5000, filter_band_pass); }, "",
+     "Spectrum wanted first", "a spectrum has to be computed first",
+     [] { store_spectrum_size(0); }},
+    {"Out-of-band, unwritable", spectra, 0, "15=d",
+     [] { filter("mid.res", "d", 2200, 5000, filter_out_of_band); }, "", "Cannot write file d",
+     "d: cannot be written (Is a directory)", block<0>},
 };
 
 TEST_F(ToolLines, DoWhatTheirFieldsSay) {
   for (const Case& test : cases) {
-    const Outcome wanted = outcome(test.means);
-    const Outcome found = outcome([&] { use(test); });
+    const Result wanted = outcome(test, test.means);
+    const Result found = outcome(test, [&] { use(test); });
     EXPECT_EQ(found.said, wanted.said) << test.what;
     EXPECT_EQ(found.panes, wanted.panes) << test.what;
     EXPECT_TRUE(found.canvas == wanted.canvas) << test.what << ": the canvas";
@@ -287,6 +429,8 @@ TEST_F(ToolLines, DoWhatTheirFieldsSay) {
       EXPECT_TRUE(found.files.contains(name) && found.files.at(name) == bytes)
           << test.what << ": " << name;
     EXPECT_EQ(found.files.size(), wanted.files.size()) << test.what;
+    EXPECT_EQ(found.message, test.message) << test.what;
+    EXPECT_EQ(found.strip, test.strip) << test.what;
     free_one_wd_object(test.tool.id);
   }
 }

@@ -9,6 +9,7 @@
 #include "app/tools/tools.hpp"
 #include "base/errors.hpp"
 #include "base/files.hpp"
+#include "dialogs/outcomes.hpp"
 #include "dialogs/tool_menu.hpp"
 
 namespace torve {
@@ -35,64 +36,53 @@ struct ComparisonStart {
 };
 constexpr ComparisonStart comparison_starts[pane_count] = {{0, 1.0F}, {0, 1.0F}, {1544, 0.7F}};
 
-std::string result_name(const char* stem, int pane, const char* ending) {
-  return stem + std::to_string(pane + 1) + ending;
-}
-
-void show_result(int pane, const std::string& name) {
-  set_pane_name(pane, name);
-  show_signal(pane, {});
-}
-
-// A correlation that could not be made says nothing of its own; a missing file is the usual reason.
-void report_missing(const char* name) {
-  if (!open_regular_file(name, "r")) cannot_find_file(name);
+// A result that could not be made leaves the pane as it is.
+void show_result(int pane, const std::string& name, const Outcome& made) {
+  if (made.is_done()) {
+    set_pane_name(pane, name);
+    show_outcome(show_signal(pane, {}));
+  }
+  show_outcome(made);
 }
 
 void autocorrelate_into_pane(const MenuRun& menu) {
   const std::optional<int> pane = pane_of(menu.text(autocorrelation_pane));
   if (!pane) return;
-  if (autocorrelation(menu.text(signal), std::to_string(*pane + 1)) != 0) {
-    report_missing(menu.text(signal));
-    return;
-  }
-  show_result(*pane, result_name("autocor", *pane, ".res"));
+  const std::string name = autocorrelation_name(std::to_string(*pane + 1));
+  show_result(*pane, name, autocorrelate_file(menu.text(signal), name));
 }
 
 void correlate_into_pane(const MenuRun& menu) {
   const std::optional<int> pane = pane_of(menu.text(correlation_pane));
   if (!pane) return;
-  if (correlation(menu.text(first_signal), menu.text(second_signal), std::to_string(*pane + 1)) !=
-      0) {
-    report_missing(menu.text(first_signal));
-    report_missing(menu.text(second_signal));
-    return;
-  }
-  show_result(*pane, result_name("corre", *pane, ".res"));
+  const std::string name = correlation_name(std::to_string(*pane + 1));
+  show_result(*pane, name,
+              correlate_files(menu.text(first_signal), menu.text(second_signal), name));
 }
 
 void compare_into_pane(const MenuRun& menu) {
   const std::optional<int> pane = pane_of(menu.text(comparison_pane));
   if (!pane) return;
   const ComparisonStart& start = comparison_starts[*pane];
-  const std::string name = result_name("compar", *pane, ".res");
+  const std::string name = "compar" + std::to_string(*pane + 1) + ".res";
   set_pane_name(*pane, name);
-  float mean = 0;
-  float scale = start.scale;
-  int offset = 0;
-  if (my_correlation(menu.text(compared_signal), menu.text(compared_with), name, &mean, &offset,
-                     &scale, 1, start.offset, menu.text(samples)) != 0) {
-    std::printf("sample too small\n");  // what the pane shows is an older comparison
-    report_missing(menu.text(compared_signal));
-    report_missing(menu.text(compared_with));
-  }
-  PaneView view = {.start = offset, .xsc = overview_xsc};
+  Match match = {.scale = start.scale};
+  const Outcome compared = match_files({.path1 = menu.text(compared_signal),
+                                        .path2 = menu.text(compared_with),
+                                        .path3 = name,
+                                        .start = start.offset,
+                                        .scale = start.scale,
+                                        .samples = menu.text(samples)},
+                                       &match);
+  if (!compared.is_done()) std::printf("sample too small\n");
+  PaneView view = {.start = -match.offset, .xsc = overview_xsc};
   if (*pane == 2) {
-    view.ysc = static_cast<double>(scale);
-    show_signal(1, view);
+    view.ysc = static_cast<double>(match.scale);
+    show_outcome(show_signal(1, view));
     view.ysc = 1;
   }
-  show_signal(*pane, view);
+  const Outcome shown = show_signal(*pane, view);
+  show_outcome(compared.is_done() ? shown : compared);
 }
 
 constexpr MenuLine lines[] = {

@@ -1,6 +1,9 @@
 #include "app/tools/pane_views.hpp"
 
+#include <string>
+
 #include "app/plot/plot_panes.hpp"
+#include "dialogs/strip.hpp"
 #include "display/screen_state.hpp"
 #include "draw/lines.hpp"
 #include "draw/rectangles.hpp"
@@ -18,20 +21,29 @@ void clear_band(int pane) {
   clearwin(0, pane_row(pane), X__max + 1, pane_row(pane) + pane_rows, nocolor);
 }
 
-void plot(int pane, const PaneView& view, int target) {
-  plot_anew(pane_name(pane), pane_row(pane), view.start, view.step, view.xsc, view.ysc, target);
+PlotSettings settings_of(int pane, const PaneView& view, int target) {
+  return {.target = target,
+          .step = view.step,
+          .start = view.start,
+          .xsc = view.xsc,
+          .ysc = view.ysc,
+          .yoff = pane_row(pane)};
 }
 
-void plot_bins(int pane, const PaneView& view, const char* samples) {
-  plot_spectrum_anew(pane_name(pane), pane_row(pane), view.start, view.step, view.xsc, view.ysc,
-                     target_screen, samples);
+Outcome plot(int pane, const PaneView& view, int target) {
+  return plot_signal_file(pane_name(pane), settings_of(pane, view, target));
+}
+
+Outcome plot_bins(int pane, const PaneView& view, const char* samples) {
+  return plot_spectrum_file(pane_name(pane), settings_of(pane, view, target_screen), samples);
 }
 
 }  // namespace
 
 std::optional<int> pane_of(const char* field) {
-  if (field[0] < '1' || field[0] > '3' || field[1] != 0) return std::nullopt;
-  return field[0] - '1';
+  if (field[0] >= '1' && field[0] <= '3' && field[1] == 0) return field[0] - '1';
+  say_in_strip("Plot has to be 1, 2 or 3, not \"" + std::string(field) + "\".");
+  return std::nullopt;
 }
 
 int pane_row(int pane) {
@@ -43,31 +55,31 @@ void clear_pane(int pane) {
   clear_band(pane);
 }
 
-void show_signal(int pane, const PaneView& view) {
+Outcome show_signal(int pane, const PaneView& view) {
   const CanvasPaint beneath(all_panes);
   clear_band(pane);
-  plot(pane, view, target_screen);
+  return plot(pane, view, target_screen);
 }
 
-void show_spectrum(int pane, const PaneView& view, const char* samples) {
+Outcome show_spectrum(int pane, const PaneView& view, const char* samples) {
   const CanvasPaint beneath(all_panes);
   clear_band(pane);
-  plot_bins(pane, view, samples);
+  return plot_bins(pane, view, samples);
 }
 
-void draw_signal(int pane, const PaneView& view) {
+Outcome draw_signal(int pane, const PaneView& view) {
   const CanvasPaint beneath(all_panes);
-  plot(pane, view, target_screen);
+  return plot(pane, view, target_screen);
 }
 
-void draw_spectrum(int pane, const PaneView& view, const char* samples) {
+Outcome draw_spectrum(int pane, const PaneView& view, const char* samples) {
   const CanvasPaint beneath(all_panes);
-  plot_bins(pane, view, samples);
+  return plot_bins(pane, view, samples);
 }
 
-void print_signal(int pane, const PaneView& view) {
+Outcome print_signal(int pane, const PaneView& view) {
   const CanvasPaint beneath(all_panes);
-  plot(pane, view, target_eps);
+  return plot(pane, view, target_eps);
 }
 
 }  // namespace torve

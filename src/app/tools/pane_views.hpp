@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "app/plot/plot_panes.hpp"
+#include "base/outcome.hpp"
 
 namespace torve {
 
@@ -26,7 +27,8 @@ const char* pane_file() {
   return pane_name(pane - 1);
 }
 
-/// The pane 0 .. 2 that a field names: exactly "1", "2" or "3".
+/// The pane 0 .. 2 that a field names: exactly "1", "2" or "3". Nothing after the strip has said so
+/// for any other text.
 [[nodiscard]] std::optional<int> pane_of(const char* field);
 
 /// The first row of a pane.
@@ -36,14 +38,14 @@ const char* pane_file() {
 void clear_pane(int pane);
 
 /// Clears the band and draws the pane's file as a signal, or as a spectrum of at most `samples`.
-void show_signal(int pane, const PaneView& view);
-void show_spectrum(int pane, const PaneView& view, const char* samples);
+Outcome show_signal(int pane, const PaneView& view);
+Outcome show_spectrum(int pane, const PaneView& view, const char* samples);
 
 /// The same without clearing, for a band that is clear.
-void draw_signal(int pane, const PaneView& view);
-void draw_spectrum(int pane, const PaneView& view, const char* samples);
+Outcome draw_signal(int pane, const PaneView& view);
+Outcome draw_spectrum(int pane, const PaneView& view, const char* samples);
 
 /// Draws a pane's signal into the open EPS file.
-void print_signal(int pane, const PaneView& view);
+Outcome print_signal(int pane, const PaneView& view);
 
 }  // namespace torve

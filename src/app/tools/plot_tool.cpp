@@ -6,6 +6,7 @@
 #include "app/plot/plot_panes.hpp"
 #include "app/signal/matching.hpp"
 #include "app/tools/tools.hpp"
+#include "dialogs/outcomes.hpp"
 #include "dialogs/tool_menu.hpp"
 
 namespace torve {
@@ -44,29 +45,35 @@ void show_match(const MenuRun& menu, int samples, float scale) {
 
 void find_match(const MenuRun& menu) {
   set_pane_name(2, menu.text(match_output));
-  float mean = 0;
-  float scale = 1;
-  int offset = 0;
-  if (my_correlation(pane_name(0), pane_name(1), pane_name(2), &mean, &offset, &scale, 1,
-                     int_field(menu.field(match_start), 0), menu.text(field_of(2, start))) != 0) {
+  Match match = {.scale = 1};
+  const Outcome outcome = match_files({.path1 = pane_name(0),
+                                       .path2 = pane_name(1),
+                                       .path3 = pane_name(2),
+                                       .start = int_field(menu.field(match_start), 0),
+                                       .samples = menu.text(field_of(2, start))},
+                                      &match);
+  // A negative start is no refusal: the panes are drawn as they are, without a match.
+  if (!outcome.is_done() && outcome.cause != Cause::negative_start) {
     std::printf("sample too small\n");
+    show_outcome(outcome);
     return;
   }
-  show_match(menu, -offset, scale);
+  show_match(menu, match.offset, match.scale);
   PaneView view = view_of(menu.items, 0);
-  view.start = offset;
-  view.ysc = static_cast<double>(scale);
-  show_signal(0, view);
+  view.start = -match.offset;
+  view.ysc = static_cast<double>(match.scale);
+  const Outcome first = show_signal(0, view);
   view.start = 0;
   view.ysc = 1;
-  show_signal(1, view);
-  show_signal(2, view);
+  const Outcome second = show_signal(1, view);
+  const Outcome third = show_signal(2, view);
+  show_first_failure({outcome, first, second, third});
   refresh_menu(menu.id);
 }
 
 template <int pane>
 void plot(const MenuRun& menu) {
-  show_signal(pane, view_of(menu.items, pane));
+  show_outcome(show_signal(pane, view_of(menu.items, pane)));
 }
 
 template <int pane>

@@ -2,6 +2,7 @@
 #include "app/tools/pane_views.hpp"
 #include "app/tools/plot_tool.hpp"
 #include "app/tools/tools.hpp"
+#include "dialogs/outcomes.hpp"
 #include "dialogs/tool_menu.hpp"
 #include "eps/eps_stream.hpp"
 
@@ -13,10 +14,14 @@ constexpr int name_field = 0;  // the first one: every line writes to the file t
 
 template <int pane>
 void print(const MenuRun& menu) {
-  FilePtr template_file = open_eps(menu.text(name_field), "psexampl.dat");
-  if (!template_file) return;
-  print_signal(pane, plot_settings_of(pane));
-  close_eps(std::move(template_file));
+  const char* name = menu.text(name_field);
+  FilePtr template_file = open_eps(name, "psexampl.dat");
+  if (!template_file) return say_outcome({.cause = Cause::not_created, .name = name});
+  const Outcome drawn = print_signal(pane, plot_settings_of(pane));
+  if (close_eps(std::move(template_file)) != 0) {
+    return say_outcome({.cause = Cause::not_written, .name = name});
+  }
+  show_outcome(drawn);
 }
 
 template <int pane>

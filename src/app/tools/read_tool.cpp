@@ -6,6 +6,7 @@
 #include "app/signal/report.hpp"
 #include "app/tools/pane_views.hpp"
 #include "app/tools/tools.hpp"
+#include "dialogs/outcomes.hpp"
 #include "dialogs/tool_menu.hpp"
 #include "display/screen_state.hpp"
 #include "gif/gif_writer.hpp"
@@ -24,6 +25,18 @@ bool has_ending(const std::string& name, const char* ending) {
   return name.ends_with(ending) && name != ending;
 }
 
+Outcome draw_by_ending(int pane, const std::string& name) {
+  if (has_ending(name, ".spe")) {
+    return draw_spectrum(pane, {.xsc = spectrum_xsc}, bins_of_a_file);
+  }
+  if (has_ending(name, ".au")) {
+    const Outcome cut = cut_au(name, name, 0, whole_recording);
+    return cut.is_done() ? draw_signal(pane, {.xsc = overview_xsc}) : cut;
+  }
+  if (has_ending(name, ".res")) return draw_signal(pane, {.xsc = overview_xsc});
+  return {.cause = Cause::unknown_ending, .name = name};
+}
+
 void get_file(const MenuRun& menu) {
   const std::optional<int> pane = pane_of(menu.text(pane_number));
   if (!pane) return;
@@ -32,26 +45,23 @@ void get_file(const MenuRun& menu) {
   set_field(menu.field(to), name);
   clear_pane(*pane);
   refresh_menu(menu.id);
-  if (has_ending(name, ".spe")) {
-    draw_spectrum(*pane, {.xsc = spectrum_xsc}, bins_of_a_file);
-  } else if (has_ending(name, ".au")) {
-    if (cut_part(name, name, 0, whole_recording) == 0) draw_signal(*pane, {.xsc = overview_xsc});
-  } else if (has_ending(name, ".res")) {
-    draw_signal(*pane, {.xsc = overview_xsc});
-  }
+  show_outcome(draw_by_ending(*pane, name));
 }
 
 void analyze(const MenuRun& menu) {
-  analyse(menu.text(analyzed_file));
+  show_outcome(report_au_file(menu.text(analyzed_file)));
+}
+
+Outcome gif_of_pane(const MenuRun& menu, int pane) {
+  const int top = pane_row(pane);
+  // Menus that reach into the pane are no part of it; figures that are drawn over it are.
+  const CanvasPaint beneath({0, top, X__max + 1, top + pane_rows + 1}, PaintOn::figures);
+  return write_gif(menu.text(gif_file), {0, top, X__max + 1, top + pane_rows + 1});
 }
 
 void make_gif(const MenuRun& menu) {
   const std::optional<int> pane = pane_of(menu.text(gif_pane));
-  if (!pane) return;
-  const int top = pane_row(*pane);
-  // Menus that reach into the pane are no part of it; figures that are drawn over it are.
-  const CanvasPaint beneath({0, top, X__max + 1, top + pane_rows + 1}, PaintOn::figures);
-  writeGIF1(menu.text(gif_file), 0, top, X__max, top + pane_rows);
+  if (pane) show_outcome(gif_of_pane(menu, *pane));
 }
 
 constexpr MenuLine lines[] = {

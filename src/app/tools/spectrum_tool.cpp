@@ -7,6 +7,7 @@
 #include "app/signal/spectrum.hpp"
 #include "app/tools/pane_views.hpp"
 #include "app/tools/tools.hpp"
+#include "dialogs/outcomes.hpp"
 #include "dialogs/tool_menu.hpp"
 
 namespace torve {
@@ -25,30 +26,30 @@ enum Field {
   band_high,
 };
 
-// Each filter is told both files.
-void filter(const MenuRun& menu, int low, int high, FilterMode mode) {
-  static_cast<void>(filter_spectrum(menu.text(band_file), menu.text(rest_file), low, high, mode));
-}
-
 void out_of_band(const MenuRun& menu) {
-  filter(menu, string_to_int(menu.text(rest_low)), string_to_int(menu.text(rest_high)),
-         filter_out_of_band);
+  show_outcome(filter_stored_spectrum(menu.text(rest_file), string_to_int(menu.text(rest_low)),
+                                      string_to_int(menu.text(rest_high)), filter_out_of_band));
 }
 
 void band_pass(const MenuRun& menu) {
   const int low = string_to_int(menu.text(band_low));
   const int high = string_to_int(menu.text(band_high));
   std::printf("going to filter_spectrum low=%d high=%d\n", low, high);
-  filter(menu, low, high, filter_band_pass);
+  show_outcome(filter_stored_spectrum(menu.text(band_file), low, high, filter_band_pass));
 }
 
 void spectrum_into_pane(const MenuRun& menu) {
   const std::optional<int> pane = pane_of(menu.text(pane_number));
   if (!pane) return;
   const std::string name = "spectr" + std::to_string(*pane + 1) + ".spe";
-  set_pane_name(*pane, name);
-  static_cast<void>(power_spectrum(menu.text(input), name, menu.text(samples)));
-  show_spectrum(*pane, {.xsc = spectrum_xsc}, menu.text(samples));
+  const Outcome transformed = transform_file(menu.text(input), name, menu.text(samples));
+  // Too few samples leave an empty spectrum, which is shown; without any new one nothing is.
+  if (transformed.is_done() || transformed.cause == Cause::too_few_samples) {
+    set_pane_name(*pane, name);
+    const Outcome shown = show_spectrum(*pane, {.xsc = spectrum_xsc}, menu.text(samples));
+    if (transformed.is_done()) show_outcome(shown);
+  }
+  show_outcome(transformed);
 }
 
 constexpr MenuLine lines[] = {

@@ -2,6 +2,7 @@
 
 #include "app/signal/au_file.hpp"
 #include "app/tools/tools.hpp"
+#include "dialogs/outcomes.hpp"
 #include "dialogs/tool_menu.hpp"
 
 namespace torve {
@@ -12,17 +13,20 @@ namespace {
 enum Field { res_name, au_name, start_time, end_time, field_count };
 
 void convert(const MenuRun& menu) {
-  make_au_file(menu.text(res_name), menu.text(au_name));
+  const Outcome outcome = convert_to_au(menu.text(res_name), menu.text(au_name));
   std::printf("done\n");
+  show_outcome(outcome);
 }
 
 void cut(const MenuRun& menu) {
   std::printf("at write_au_menu_actions\n");
   for (int i = 0; i < field_count; ++i)
     std::printf("u1[%d].name=%s\n", i, menu.text(i));
-  cut_part(menu.text(au_name), menu.text(res_name), real_field(menu.field(start_time), 0),
-           real_field(menu.field(end_time), 0));
+  const Outcome outcome =
+      cut_au(menu.text(au_name), menu.text(res_name), real_field(menu.field(start_time), 0),
+             real_field(menu.field(end_time), 0));
   std::printf("done\n");
+  show_outcome(outcome);
 }
 
 constexpr MenuLine lines[] = {
