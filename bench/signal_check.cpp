@@ -1,6 +1,9 @@
 // signal_check literal|fast DIRECTORY N...: every analysis of every kind of signal, N samples each,
 // into DIRECTORY. The directories of the two kinds must be equal (diff -r). Slow, so run by hand;
 // built once per instruction set with -DTORVE_ONE_TARGET it shows that all give the same digits.
+//
+// signal_check random SEED SECONDS: random signals of many kinds and sizes, every line against the
+// plain loops; the status is 1 if one differs.
 
 #include <cstdio>
 #include <filesystem>
@@ -13,6 +16,7 @@
 #include "app/signal/spectrum.hpp"
 #include "app/signal/work_buffer.hpp"
 #include "bench/literal.hpp"
+#include "bench/random_lines.hpp"
 #include "bench/signals.hpp"
 
 namespace {
@@ -56,10 +60,21 @@ Floats second(const Floats& one) {
   return two;
 }
 
+Floats square(std::size_t n, std::size_t half_period) {
+  Floats x(n);
+  for (std::size_t i = 0; i < n; ++i)
+    x[i] = i / half_period % 2 == 0 ? 20000.0F : -20000.0F;
+  return x;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
   if (argc < 4) return 1;
+  if (std::string(argv[1]) == "random") {
+    const auto seed = static_cast<unsigned>(std::stoul(argv[2]));
+    return check_random_lines(seed, std::stod(argv[3])) == 0 ? 0 : 1;
+  }
   const bool fast = std::string(argv[1]) == "fast";
   const std::filesystem::path root = argv[2];
   for (int i = 3; i < argc; ++i) {
@@ -69,6 +84,7 @@ int main(int argc, char** argv) {
         {"recorded", recorded(n, 2)},
         {"integers", integers(recorded(n, 2), 32000)},
         {"constant", Floats(n, 5)},
+        {"square", square(n, 50)},
     };
     for (const auto& [name, one] : signals) {
       const std::filesystem::path directory = root / argv[i] / name;

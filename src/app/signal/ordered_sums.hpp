@@ -26,17 +26,20 @@ struct TermEnds {
 /// number, or count. Its sums are not changed.
 [[nodiscard]] int add_while_certain(double* sums, const TermEnds& ends, int first, int count);
 
-/// Adds the terms 0 .. count - 1; `term(r, lane)` works out one.
+/// Adds the terms 0 .. count - 1; `term(r, lane)` works out one. Returns how many had to be.
 template <typename Term>
-void add_in_order(double* sums, const TermEnds& ends, int count, Term term) {
+int add_in_order(double* sums, const TermEnds& ends, int count, Term term) {
+  int worked_out = 0;
   for (int r = 0; (r = add_while_certain(sums, ends, r, count)) < count; ++r) {
     for (int l = 0; l < sum_lanes; ++l) {
       const double one = sums[l] + ends.one[r][l];
       const double other = sums[l] + ends.other[r][l];
       const bool same = std::bit_cast<std::uint64_t>(one) == std::bit_cast<std::uint64_t>(other);
       sums[l] = same ? one : sums[l] + term(r, l);
+      if (!same) ++worked_out;
     }
   }
+  return worked_out;
 }
 
 }  // namespace torve

@@ -1,0 +1,252 @@
+#include "bench/random_lines.hpp"
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <cmath>
+#include <cstdio>
+#include <cstring>
+#include <functional>
+#include <random>
+#include <vector>
+
+#include "app/signal/band_sums.hpp"
+#include "app/signal/correlation.hpp"
+#include "app/signal/lag_sums.hpp"
+#include "app/signal/open_bins.hpp"
+#include "app/signal/spectrum.hpp"
+#include "app/signal/transforms/fourier_proposal.hpp"
+#include "app/signal/transforms/lag_proposal.hpp"
+#include "bench/literal.hpp"
+#include "bench/signals.hpp"
+
+namespace torve {
+
+namespace {
+
+using literal::Floats;
+using transforms::FourierProposal;
+
+class Checker {
+ public:
+  explicit Checker(unsigned seed) : random_(seed) {}
+
+  void check_lags();
+  void check_spectrum(int size, int most_bins);
+  void check_bands();
+  void print() const;
+  [[nodiscard]] long differing() const { return differing_; }
+
+  int number(int least, int most) {
+    return std::uniform_int_distribution<int>(least, most)(random_);
+  }
+
+ private:
+  struct Step {
+    const char* name;
+    long lines;
+    long open;
+  };
+  enum Steps { all_lags, lags, powers, power_ends, coefficients, coefficient_ends, bands, steps };
+
+  unsigned seed() { return static_cast<unsigned>(random_()); }
+  double uniform() { return std::uniform_real_distribution<double>(-1, 1)(random_); }
+  /// Mostly small, now and then about a power of two.
+  int size() {
+    if (number(0, 2) > 0) return number(1, number(1, 3) == 1 ? 5000 : 400);
+    return std::max(1, (1 << number(0, 12)) + number(-2, 2));
+  }
+  Floats signal(int size);
+  void compare(const char* what, int size, int index, float ours, float plain);
+  void count_open(const Floats& x, int bin, const FourierEnds* proposed);
+
+  std::mt19937 random_;
+  std::array<Step, steps> steps_ = {{{"lags", 0, 0},
+                                     {"lags, proposed", 0, 0},
+                                     {"powers, proposed", 0, 0},
+                                     {"powers, ends", 0, 0},
+                                     {"coefficients, proposed", 0, 0},
+                                     {"coefficients, ends", 0, 0},
+                                     {"bands, ends", 0, 0}}};
+  long differing_ = 0;
+};
+
+Floats Checker::signal(int size) {
+  const auto n = static_cast<std::size_t>(size);
+  const double level = std::pow(10, 6 * uniform());
+  Floats x(n);
+  const auto fill = [&x](const auto& value) {
+    for (std::size_t i = 0; i < x.size(); ++i)
+      x[i] = static_cast<float>(value(static_cast<double>(i)));
+  };
+  const double period = number(1, 600);
+  switch (number(0, 11)) {
+    case 0:
+      return sine_in_noise(n, level, seed());
+    case 1:
+      return recorded(n, seed());
+    case 2:
+      return integers(recorded(n, seed()), 32000);
+    case 3:
+      return integers(sine_in_noise(n, 20000, seed()), 1);
+    case 4:
+      fill([this](double) { return number(-32768, 32767); });
+      break;
+    case 5:
+      fill([level](double) { return level; });
+      break;
+    case 6:
+      fill([=](double i) { return std::fmod(i, 2 * period) < period ? level : -level; });
+      break;
+    case 7:
+      fill([=](double i) { return i < period ? level : -3 * level; });
+      break;
+    case 8:
+      fill([this](double) { return number(0, 50) == 0 ? number(-9, 9) : 0; });
+      break;
+    case 9:
+      fill([=](double i) { return level * std::sin(i * 6.283185307179586 / period); });
+      break;
+    case 10:
+      x = recorded(n, seed());
+      x[static_cast<std::size_t>(number(0, size - 1))] = number(0, 1) == 0 ? 1e38F : 1e30F;
+      break;
+    default:
+      x[static_cast<std::size_t>(number(0, size - 1))] = static_cast<float>(level);
+  }
+  return x;
+}
+
+void Checker::compare(const char* what, int size, int index, float ours, float plain) {
+  char texts[2][64];
+  std::snprintf(texts[0], sizeof texts[0], "%f", static_cast<double>(ours));
+  std::snprintf(texts[1], sizeof texts[1], "%f", static_cast<double>(plain));
+  if (std::strcmp(texts[0], texts[1]) == 0) return;
+  ++differing_;
+  std::printf("%s %d of %d: %s, not %s\n", what, index, size, texts[0], texts[1]);
+}
+
+void Checker::check_lags() {
+  const int n = size();
+  const Floats x = signal(n);
+  const Floats y = number(0, 2) == 0 ? signal(n) : x;
+  const double mean1 = mean_over(x, x.size());
+  const double mean2 = mean_over(y, y.size());
+  const auto a = deviations(x, mean1);
+  const auto b = deviations(y, mean2);
+  const Floats plain = literal::lag_means(x, mean1, y, mean2);
+  const Floats ours = lag_means(a, b);
+  steps_[all_lags].lines += n;
+  Floats means(a.size());
+  if (const auto open = transforms::propose_lag_means(a, b, means)) {
+    steps_[lags].lines += n;
+    steps_[lags].open += static_cast<long>(open->size());
+  }
+  for (std::size_t k = 0; k < ours.size(); ++k)
+    compare("lag", n, static_cast<int>(k), ours[k], plain[k]);
+}
+
+void Checker::count_open(const Floats& x, int bin, const FourierEnds* proposed) {
+  const int size = static_cast<int>(x.size());
+  FourierEnds ends;
+  fourier_sum_ends(x, std::span(&bin, 1), std::span(&ends, 1));
+  const BinVerdict first =
+      proposed != nullptr ? judge_bin(*proposed, size) : BinVerdict{false, false, 0, 0, 0};
+  const BinVerdict second = judge_bin(ends, size);
+  const auto count = [this](Steps step, bool certain) {
+    ++steps_[step].lines;
+    if (!certain) ++steps_[step].open;
+    return certain;
+  };
+  if (!count(powers, first.power_is_certain)) count(power_ends, second.power_is_certain);
+  if (!count(coefficients, first.coefficients_are_certain)) {
+    count(coefficient_ends, second.coefficients_are_certain);
+  }
+}
+
+void Checker::check_spectrum(int size, int most_bins) {
+  Floats x = signal(size);
+  x[0] = 0;
+  Spectrum spectrum = compute_spectrum(x, [](int, int) {});
+  settle_coefficients(x, {spectrum.a, spectrum.b, {}, spectrum.open}, 1, size / 2);
+  const auto proposal = FourierProposal::make(x);
+  std::vector<FourierEnds> ends(FourierProposal::tile);
+  const int step = std::max(1, size / 2 / most_bins);
+  int tile = -1;
+  for (int j = number(1, step); j <= size / 2; j += step) {
+    if (proposal && tile != j / FourierProposal::tile) {
+      tile = j / FourierProposal::tile;
+      proposal->propose(tile * FourierProposal::tile,
+                        std::span<FourierEnds, FourierProposal::tile>(ends));
+    }
+    const auto i = static_cast<std::size_t>(j);
+    count_open(x, j, proposal ? &ends[i % FourierProposal::tile] : nullptr);
+    const FourierSums sums = plain_fourier_sums(x, j);
+    const double a = 2 * sums.cosines / size;
+    const double b = 2 * sums.sines / size;
+    compare("power", size, j, spectrum.power[i], static_cast<float>(a * a + b * b));
+    for (const auto& [ours, plain] : {std::pair(spectrum.a[i], a), std::pair(spectrum.b[i], b)}) {
+      const auto stated = static_cast<float>(plain);
+      if (std::memcmp(&ours, &stated, sizeof stated) == 0) continue;
+      ++differing_;
+      std::printf("coefficient %d of %d: %a, not %a\n", j, size, static_cast<double>(ours),
+                  static_cast<double>(stated));
+    }
+  }
+}
+
+void Checker::check_bands() {
+  const int n = number(2, 600);
+  const Floats a = signal(n);
+  const Floats b = signal(n);
+  const int low = number(1, n - 1);
+  const int high = number(1, n - 1);
+  const std::array<BinRange, 2> ranges = {{{1, low}, {high, n - 1}}};
+  const BandSums sums(a, b, n, number(0, 1) * uniform(), ranges);
+  const auto ours = band_values(sums, 0, n, [](int) {});
+  for (int t = 0; t < n; ++t) {
+    BandSums::Ends ends;
+    sums.ends(std::span(&t, 1), std::span(&ends, 1));
+    char texts[4][400];
+    const double values[] = {ours[static_cast<std::size_t>(t)], sums.plain_value(t), ends.low,
+                             ends.high};
+    for (std::size_t i = 0; i < 4; ++i)
+      std::snprintf(texts[i], sizeof texts[i], "%f", values[i]);
+    ++steps_[bands].lines;
+    if (std::strcmp(texts[2], texts[3]) != 0) ++steps_[bands].open;
+    if (std::strcmp(texts[0], texts[1]) == 0) continue;
+    ++differing_;
+    std::printf("band %d of %d: %s, not %s\n", t, n, texts[0], texts[1]);
+  }
+}
+
+void Checker::print() const {
+  for (const Step& step : steps_) {
+    std::printf("%s: %ld, open %ld (%.3f %%)\n", step.name, step.lines, step.open,
+                step.lines > 0
+                    ? 100.0 * static_cast<double>(step.open) / static_cast<double>(step.lines)
+                    : 0.0);
+  }
+  std::printf("%ld differ\n", differing_);
+}
+
+}  // namespace
+
+long check_random_lines(unsigned seed, double seconds) {
+  using Clock = std::chrono::steady_clock;
+  const auto end = Clock::now() + std::chrono::duration<double>(seconds);
+  Checker checker(seed);
+  // From 46341 on products wrap around.
+  constexpr std::array large = {46'340, 46'341, 65'536, 100'000};
+  for (std::size_t i = 0; Clock::now() < end; ++i) {
+    for (int k = 0; k < 20; ++k)
+      checker.check_lags();
+    checker.check_spectrum(checker.number(2, 3000), 200);
+    checker.check_bands();
+    if (i % 50 == 49) checker.check_spectrum(large[i / 50 % large.size()], 50);
+  }
+  checker.print();
+  return checker.differing();
+}
+
+}  // namespace torve
