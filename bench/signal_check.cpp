@@ -4,14 +4,21 @@
 //
 // signal_check random SEED SECONDS: random signals of many kinds and sizes, every line against the
 // plain loops; the status is 1 if one differs.
+//
+// For bench/peers: signal_check signal "within 1"|16-bit N writes one.res and two.res; signal_check
+// time ONE.res TWO.res tells the processor time, in seconds, that the
+// analyses take in memory.
 
+#include <algorithm>
 #include <cstdio>
+#include <ctime>
 #include <filesystem>
 #include <functional>
 #include <string>
 
 #include "app/signal/band_filter.hpp"
 #include "app/signal/correlation.hpp"
+#include "app/signal/lag_sums.hpp"
 #include "app/signal/matching.hpp"
 #include "app/signal/spectrum.hpp"
 #include "app/signal/work_buffer.hpp"
@@ -67,6 +74,41 @@ Floats square(std::size_t n, std::size_t half_period) {
   return x;
 }
 
+void write_signals(const std::string& kind, std::size_t n) {
+  const double level = kind == "16-bit" ? 32000 : 1;
+  const auto write = [&](const char* name, Floats x) {
+    literal::write(name, level > 1 ? integers(std::move(x), level) : x);
+  };
+  write("one.res", recorded(n, 2));
+  write("two.res", recorded(n, 4));
+}
+
+template <typename Run>
+void tell_time(const char* name, Run run) {
+  double best = 1e9;
+  for (int i = 0; i < 5; ++i) {
+    const std::clock_t begin = std::clock();
+    run();
+    best = std::min(best, static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC);
+  }
+  std::printf("%s memory %.9f\n", name, best);
+}
+
+void tell_times(const std::string& name1, const std::string& name2) {
+  const Floats x = literal::read(name1);
+  const Floats y = literal::read(name2);
+  Floats shifted = x;
+  shifted.insert(shifted.begin(), 0);
+  shifted.resize(std::min<std::size_t>(shifted.size(), 100000));
+  const auto lags = [&x](const Floats& other) {
+    const double mean = mean_over(x, x.size());
+    return lag_means(deviations(x, mean), deviations(other, mean));
+  };
+  tell_time("autocorrelation", [&] { return lags(x); });
+  tell_time("correlation", [&] { return lags(y); });
+  tell_time("spectrum", [&] { return compute_spectrum(shifted, [](int, int) {}); });
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -75,7 +117,10 @@ int main(int argc, char** argv) {
     const auto seed = static_cast<unsigned>(std::stoul(argv[2]));
     return check_random_lines(seed, std::stod(argv[3])) == 0 ? 0 : 1;
   }
+  if (std::string(argv[1]) == "signal") write_signals(argv[2], std::stoul(argv[3]));
+  if (std::string(argv[1]) == "time") tell_times(argv[2], argv[3]);
   const bool fast = std::string(argv[1]) == "fast";
+  if (!fast && std::string(argv[1]) != "literal") return 0;
   const std::filesystem::path root = argv[2];
   for (int i = 3; i < argc; ++i) {
     const std::size_t n = std::stoul(argv[i]);
