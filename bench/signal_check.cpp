@@ -6,8 +6,7 @@
 // plain loops; the status is 1 if one differs.
 //
 // For bench/peers: signal_check signal "within 1"|16-bit N writes one.res and two.res; signal_check
-// time ONE.res TWO.res tells the processor time, in seconds, that the
-// analyses take in memory.
+// time ONE.res TWO.res tells the processor time, in seconds, that the analyses take in memory.
 
 #include <algorithm>
 #include <cstdio>
