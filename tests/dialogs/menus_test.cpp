@@ -134,28 +134,65 @@ TEST_F(Menus, ResizedIsAsCreatedAtThatSize) {
   }
 }
 
+// A pointer that has left the track leads the thumb to its end.
 TEST_F(Menus, ScrollingShowsOtherLinesAndStaysInRange) {
   open(field_menu);
-  click(100, 249), click(100, 249);
-  play();
-  EXPECT_EQ(first_row(10), "delay=5   ");
-  drag(100, 230, 100, 400);
-  play();
-  EXPECT_EQ(first_row(16), "arrival rate 100");
+  const struct {
+    const char* what;
+    int x1, y1, x2, y2;
+    const char* row;
+    int thumb_x, thumb_y;
+  } cases[] = {{"a line", 100, 249, 100, 249, "work load ", 99, 224},
+               {"another", 100, 249, 100, 249, "delay=5   ", 99, 227},
+               {"to the end", 100, 230, 101, 400, "arrival rate 100", 99, 239},
+               {"a line back", 100, 215, 100, 215, "arrival rate    ", 99, 236},
+               {"to the start", 100, 238, 300, 0, "Autocorrel", 99, 222},
+               {"a column", 396, 205, 396, 205, "utocorrela", 124, 203},
+               {"to the last", 150, 205, 799, 400, " 1 ", 389, 203},
+               {"to the first", 391, 205, 1, 1, "Autocorrel", 118, 203}};
+  for (const auto& [what, x1, y1, x2, y2, row, x, y] : cases) {
+    SCOPED_TRACE(what);
+    press(x1, y1, 1, 700);
+    if (x1 != x2) move(x2, y2);
+    release(x2, y2);
+    play();
+    EXPECT_EQ(first_row(static_cast<int>(std::strlen(row))), row);
+    const bool is_vertical = x == 99;
+    EXPECT_EQ(getpixel2c(x, y), colour_pixel(15)) << "its highlight";
+    EXPECT_EQ(getpixel2c(x + 1, y + 1), colour_pixel(is_vertical ? 1 : 17));
+    EXPECT_EQ(getpixel2c(x + 4, y + 4), colour_pixel(is_vertical ? 1 : 17));
+  }
+  click(100, 249), click(100, 249), click(100, 249);
   drag(200, 256, 200, 360);  // taller: fewer lines do not show
   play();
   EXPECT_EQ(first_row(10), "Autocorrel");
-  click(396, 205);
-  play();
-  EXPECT_EQ(first_row(10), "utocorrela") << "one column";
 }
 
+// An outline follows the pointer with its corner.
 TEST_F(Menus, LabelsAreMovedByPressingThem) {
-  EXPECT_EQ(make_label(9, 203, 301, "note"), 0);
-  put(9);
-  drag(210, 305, 400, 105);
-  play();
-  EXPECT_EQ(text_at(393, 101, 4), "note");
+  using enum WdFlags;
+  const struct {
+    const char* what;
+    WdFlags flags;
+    int to_x, to_y, x, y;
+  } cases[] = {{"whole", none, 400, 105, 393, 101},
+               {"snapping from 200 on", snap, 407, 105, 392, 101},
+               {"an outline", outline_move, 407, 105, 407, 105},
+               {"an outline, snapping", snap | outline_move, 407, 105, 400, 105},
+               {"beyond the corner", none, 900, 900, 760, 584},
+               {"an outline beyond it", outline_move, 900, 900, 767, 588}};
+  for (const auto& [what, flags, to_x, to_y, x, y] : cases) {
+    SCOPED_TRACE(what);
+    EXPECT_EQ(make_label(9, 203, 301, "note"), 0);
+    wd(9).flags = wd(9).flags | flags;
+    put(9);
+    drag(210, 305, to_x, to_y);
+    play();
+    EXPECT_EQ(std::pair(wd(9).x, wd(9).y), std::pair(x, y));
+    EXPECT_EQ(text_at(x, y, 4), "note");
+    free_one_wd_object(9);
+    EXPECT_EQ(all_pixels(), bare);
+  }
 }
 
 constexpr auto P = PointerAction::press;

@@ -21,14 +21,6 @@ const FontCells& labels() {
   return cells;
 }
 
-TEST(fonts, glyphs_are_upright_on_the_baseline_and_left_justified) {
-  EXPECT_EQ(labels()['L'], (Cell{0x00, 0x80, 0x80, 0x80, 0x80, 0x80, 0x80, 0xf8, 0x00, 0x00}));
-  const CellMap source = face("6x10");
-  const FontCells greek = greek_cells(source);
-  EXPECT_EQ(greek['a'], left_justified(source.at(0x3b1)));
-  EXPECT_EQ(greek['W'], left_justified(source.at(0x3a9)));
-}
-
 TEST(fonts, every_code_shows_something_and_no_letter_looks_like_another) {
   const FontCells menu = fixed_cells(face("clB8x10"), face("6x10"));
   for (const FontCells& cells : {menu, labels(), greek_cells(face("6x10"))}) {

@@ -24,7 +24,7 @@ using Type = InputEvent::Type;
 
 // The second one keeps the pixels under its objects itself; some of them are repainted, not put
 // back, after something has been painted beneath them.
-constexpr std::uint32_t test_kind = 5, keeping_kind = 6;
+constexpr std::uint32_t test_kind = 5, keeping_kind = 6, closing_kind = 7;
 constexpr int objects = 9;  // ids 1 .. 9; id 1 is the message window
 
 // A press drops the presses that wait, so gestures arrive one by one.
@@ -375,6 +375,19 @@ TEST_F(StackingTest, RandomUsersLeaveTheScreenRight) {
   }
 }
 
+TEST_F(StackingTest, PressesThatWaitGoWithTheWindowTheyWereMeantFor) {
+  register_wd_kind(closing_kind, {.put = put, .serve = [](int, const PointerEvent& press) {
+                                    queue = {mouse(Type::press, 1), mouse(Type::release, 1)};
+                                    return Served{Command::free, press};
+                                  }});
+  start_wd_object(5, closing_kind, {100, 100, 200, 200}, WdFlags::none);
+  ASSERT_EQ(put_wd_objects(5, 5), 0);
+  queue = {{.type = Type::press, .button = 1, .x = 150, .y = 150}};
+  EXPECT_EQ(engine_round().result, EngineRound::Result::nothing);
+  EXPECT_EQ(wd(5).kind, kind_free);
+  EXPECT_TRUE(queue.size() == 1 && queue[0].type == Type::release);
+}
+
 TEST_F(StackingTest, RefusalsSayWhy) {
   static StackingOrder order;
   start_wd_object(5, test_kind, {100, 100, 200, 200}, WdFlags::none);
@@ -383,14 +396,12 @@ TEST_F(StackingTest, RefusalsSayWhy) {
   ErrorReporters reporters = console_reporters;
   reporters.illegal_pointer = [](int code) { return std::printf("%d", code); };
   set_error_reporters(reporters);
-  const struct {
-    std::string said;
-    int (*call)();
-  } cases[] = {
-      {"find_stacking_order: invalid id=0\n311", [] { return find_stacking_order(0, &order); }},
-      {"find_stacking_order: invalid id=129\n311", [] { return find_stacking_order(129, &order); }},
-      {"find_stacking_order: id=4 is free\n312", [] { return find_stacking_order(4, &order); }},
-      {"find_stacking_order: id=5 is not put\n313", [] { return find_stacking_order(5, &order); }},
+  const std::string order_of = "find_stacking_order: ";
+  const std::pair<std::string, int (*)()> cases[] = {
+      {order_of + "invalid id=0\n311", [] { return find_stacking_order(0, &order); }},
+      {order_of + "invalid id=129\n311", [] { return find_stacking_order(129, &order); }},
+      {order_of + "id=4 is free\n312", [] { return find_stacking_order(4, &order); }},
+      {order_of + "id=5 is not put\n313", [] { return find_stacking_order(5, &order); }},
       {"find_stacking_order_by_coord, could not find a window at (x,y)\n32",
        [] {
          return find_stacking_order_by_coord(90, 90, &order) + put_back_order(order, order.last);
@@ -401,9 +412,8 @@ TEST_F(StackingTest, RefusalsSayWhy) {
       {"no fgbuf\n100", [] { return release_staging(), fg_to_fgbuf(6); }},
       {"3", [] { return if_b_opt_bgtofile(0); }},
       {"", [] { return -if_b_opt_bgtofile(6); }},
-      {"find_stacking_order: id=6 is hidden\n314",
-       [] { return hide_wd_object(6), find_stacking_order(6, &order) + 1; }},
-  };
+      {order_of + "id=6 is hidden\n314",
+       [] { return hide_wd_object(6), find_stacking_order(6, &order) + 1; }}};
   for (const auto& [said, call] : cases) {
     queue = {{.type = Type::key, .characters = {' '}, .character_count = 1}};
     EXPECT_EQ(printed_by([call = call] { EXPECT_EQ(call(), 1); }), said);
