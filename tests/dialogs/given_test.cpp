@@ -59,8 +59,7 @@ TEST_F(Given, ModesAndNumbersOfTheKinds) {
       {"an icon", [] { return draw_old_icon(menu); }, -2},
       {"freed", [] { return free_label(label) + free_file_window(text); }, 0},
       {"gone", [] { return get_any_card(490, 190, 700, 500); }, 0},
-      {"bad", [] { return free_label(0) + free_pop_up_menu(0) + free_file_window(0); }, 3},
-  };
+      {"bad", [] { return free_label(0) + free_pop_up_menu(0) + free_file_window(0); }, 3}};
   for (const auto& [what, call, expected] : cases) {
     int result = 0;
     printed_by([call = call, &result] { result = call(); });
@@ -72,12 +71,10 @@ TEST_F(Given, TheRoundAsANumber) {
   const struct {
     const char* what;
     int x, y, button, expected;
-  } cases[] = {
-      {"the canvas", 20, 20, 1, -1},
-      {"the menu's box", 98, 202, 1, 1},
-      {"the menu's close box", 412, 204, 2, 0},  // it becomes an icon
-      {"the text's box, held", 498, 202, 2, 0},
-  };
+  } cases[] = {{"the canvas", 20, 20, 1, -1},
+               {"the menu's box", 98, 202, 1, 1},
+               {"the menu's close box", 412, 204, 2, 0},  // it becomes an icon
+               {"the text's box, held", 498, 202, 2, 0}};
   for (const auto& [what, x, y, button, expected] : cases) {
     press(x, y, button);
     EXPECT_EQ(do_operations(), expected) << what;

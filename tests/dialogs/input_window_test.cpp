@@ -173,7 +173,7 @@ TEST_F(InputWindows, LookTheSameAtEveryPlace) {
   put(id);
   const auto row_of_text = [] {
     Pixels row;
-    for (int x = 0; x < wd(id).width; ++x)
+    for (int x = 0; x < 165; ++x)
       row.push_back(getpixel2c(wd(id).x + x, wd(id).y + 16));
     return row;
   };
@@ -188,9 +188,8 @@ TEST_F(InputWindows, NegativeRangesComeFromTheSize) {
   open(-1, -1);
   ScrollState scroll;
   init_input_resizable(wd(id), scroll);
-  EXPECT_EQ(scroll.column_range, 2 - 160 / 8);
-  EXPECT_EQ(scroll.line_range, 2 - 68 / 11);
-  EXPECT_EQ(scroll.y_fraction, 0);
+  EXPECT_EQ(std::tuple(scroll.column_range, scroll.line_range, scroll.y_fraction),
+            std::tuple(2 - 160 / 8, 2 - 68 / 11, 0));
   wd(id).column_range = 64, wd(id).scroll_column = 16;
   init_input_resizable(wd(id), scroll);
   EXPECT_EQ(scroll.x_fraction, 32);

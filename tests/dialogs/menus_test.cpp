@@ -118,8 +118,7 @@ TEST_F(Menus, ResizedIsAsCreatedAtThatSize) {
       {412, 230, 350, 230, 256, 57},  {200, 256, 200, 340, 320, 145}, {200, 252, 200, 235, 320, 35},
       {415, 256, 799, 594, 704, 398}, {415, 256, 0, 0, 96, 35},       {415, 230, 416, 229, 328, 57},
       {411, 230, 412, 229, 312, 57},  {200, 256, 201, 255, 320, 68},  {200, 251, 201, 250, 320, 46},
-      {414, 252, 415, 251, 328, 46},
-  };
+      {414, 252, 415, 251, 328, 46}};
   for (const auto& [x1, y1, x2, y2, width, height] : drags) {
     open_sized(320, 57, 3);
     drag(x1, y1, x2, y2);
@@ -205,21 +204,19 @@ TEST(Gestures, AreWhatTheLastEventCompletes) {
     int first_row, release_time, last_row;
     PointerEvent last;
     Gesture expected;
-  } cases[] = {
-      {0, 0, 0, {P, 1, 50, 5, 0}, both},  // too short to be human
-      {0, 1, 0, {P, 1, 50, 5, 500}, both},
-      {0, 50, 0, {P, 1, 50, 5, 501}, none},
-      {0, 50, 0, {P, 1, 53, 2, 190}, both},
-      {0, 50, 0, {P, 1, 54, 5, 190}, none},
-      {0, 50, 1, {P, 1, 50, 6, 190}, none},
-      {-1, 50, -1, {P, 1, 50, 5, 190}, none},
-      {0, -1, 0, {P, 1, 50, 5, 190}, none},
-      {0, -1, 0, {M, 1, 57, 5, 20}, none},
-      {0, -1, 0, {M, 1, 58, 6, 20}, Gesture::drag},
-      {0, -1, 1, {M, 1, 58, 6, 20}, none},
-      {0, 300, 0, {P, 1, 50, 5, 480}, both},
-      {0, 10, 0, {M, 1, 78, 5, 20}, none},
-  };
+  } cases[] = {{0, 0, 0, {P, 1, 50, 5, 0}, both},  // too short to be human
+               {0, 1, 0, {P, 1, 50, 5, 500}, both},
+               {0, 50, 0, {P, 1, 50, 5, 501}, none},
+               {0, 50, 0, {P, 1, 53, 2, 190}, both},
+               {0, 50, 0, {P, 1, 54, 5, 190}, none},
+               {0, 50, 1, {P, 1, 50, 6, 190}, none},
+               {-1, 50, -1, {P, 1, 50, 5, 190}, none},
+               {0, -1, 0, {P, 1, 50, 5, 190}, none},
+               {0, -1, 0, {M, 1, 57, 5, 20}, none},
+               {0, -1, 0, {M, 1, 58, 6, 20}, Gesture::drag},
+               {0, -1, 1, {M, 1, 58, 6, 20}, none},
+               {0, 300, 0, {P, 1, 50, 5, 480}, both},
+               {0, 10, 0, {M, 1, 78, 5, 20}, none}};
   for (const std::uint32_t start : {10U, 0xFFFFFFF0U}) {  // the second clock wraps
     for (auto [first_row, release_time, last_row, last, expected] : cases) {
       ClickGestures gestures;

@@ -23,15 +23,13 @@ TEST(AxisNumbers, FourDigitsInTheRoomThereIs) {
   const struct {
     double value;
     const char *narrow, *wide;
-  } cases[] = {
-      {-0.0, "0", "0"},
-      {56.689342, "56.68", "56.68"},
-      {0.3 - 1e-12, "0.3", "0.3"},
-      {-0.859985, "-0.85", "-0.859"},
-      {0.00128, "12e-4", "1.28e-3"},
-      {5e-324, "", "4.9e-324"},
-      {NAN, "", ""},
-  };
+  } cases[] = {{-0.0, "0", "0"},
+               {56.689342, "56.68", "56.68"},
+               {0.3 - 1e-12, "0.3", "0.3"},
+               {-0.859985, "-0.85", "-0.859"},
+               {0.00128, "12e-4", "1.28e-3"},
+               {5e-324, "", "4.9e-324"},
+               {NAN, "", ""}};
   for (const auto& c : cases) {
     EXPECT_EQ(axis_number(c.value, 5), c.narrow);
     EXPECT_EQ(axis_number(c.value, 8), c.wide);
@@ -72,8 +70,7 @@ TEST(AxisNumbers, EndsAreAsNearAsFiveCellsCanSay) {
       {"0.797468", "-1", "0.797", "-1"},       {"0.398", "-0.5", "0.398", "-0.5"},
       {"0.957", "-1.2", "0.957", "-1.2"},      {"26131", "-32767", "261e2", "-33e3"},
       {"0.0000124", "0", "12e-6", "0"},        {"1e-300", "-1e-12", "", ""},
-      {"135.43", "0", "135.4", "0"},           {"9999.4", "-9999.4", "9999", "-9999"},
-  };
+      {"135.43", "0", "135.4", "0"},           {"9999.4", "-9999.4", "9999", "-9999"}};
   for (const auto& [top, bottom, first, second] : examples) {
     const AxisEnds ends = axis_ends(std::stod(top), std::stod(bottom), 5);
     EXPECT_EQ(ends.top + " " + ends.bottom, first + std::string(" ") + second);

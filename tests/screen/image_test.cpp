@@ -140,8 +140,7 @@ TEST_F(ImageTest, HeadersThatCannotBeTrueAreRefused) {
       {header({143, 24, 43, 43}), "stride below a row"},
       {header({150, 25, 43, 43}), "more planes than the screen"},
       {header({144, 24, 0, 43}), "no rows"},
-      {header({144, 24, 178, 43}), "larger than the buffer"},
-  };
+      {header({144, 24, 178, 43}), "larger than the buffer"}};
   for (const auto& [bytes, what] : cases) {
     write_file("bad.fn2", bytes);
     int width = 5, height = 5;

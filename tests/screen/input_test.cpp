@@ -36,16 +36,14 @@ TEST_F(InputTest, OneReadingForEachEvent) {
     int button, x, y;
     Reading expected;
     const char* what;
-  } steps[] = {
-      {Type::motion, 0, 5, 6, {0, 5, 6}, "motion without a button"},
-      {Type::press, 3, 10, 20, {2, 10, 20}, "right counts as 2"},
-      {Type::motion, 0, 900, 597, {2, 799, 594}, "clamped"},
-      {Type::key, 0, 1, 1, {2, 799, 594}, "a key is no release"},
-      {Type::release, 5, 1, 1, {2, 799, 594}, "nor the wheel"},
-      {Type::release, 3, -4, -4, {0, 0, 0}, "release, clamped"},
-      {Type::press, 4, 30, 30, {0, 0, 0}, "the wheel presses nothing"},
-      {Type::press, 1, 7, 8, {1, 7, 8}, "left"},
-  };
+  } steps[] = {{Type::motion, 0, 5, 6, {0, 5, 6}, "motion without a button"},
+               {Type::press, 3, 10, 20, {2, 10, 20}, "right counts as 2"},
+               {Type::motion, 0, 900, 597, {2, 799, 594}, "clamped"},
+               {Type::key, 0, 1, 1, {2, 799, 594}, "a key is no release"},
+               {Type::release, 5, 1, 1, {2, 799, 594}, "nor the wheel"},
+               {Type::release, 3, -4, -4, {0, 0, 0}, "release, clamped"},
+               {Type::press, 4, 30, 30, {0, 0, 0}, "the wheel presses nothing"},
+               {Type::press, 1, 7, 8, {1, 7, 8}, "left"}};
   for (const auto& step : steps) {
     user_events = {{.type = step.type, .button = step.button, .x = step.x, .y = step.y}};
     EXPECT_EQ(read(), step.expected) << step.what;

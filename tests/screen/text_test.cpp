@@ -62,8 +62,7 @@ TEST_F(TextTest, CharactersStandWhereTheRulesPutThem) {
       {100, 41, 0, "a", [](const char* t) { textn(t, 0, 1); }, "20,4 ", "from the area's top"},
       {58, 10, 0, "abcdef", [](const char*) { textnb(line, 0, 15); }, "20,10 28,10 36,10 44,10 ",
        "the caller's string is cut"},
-      {17, 10, 0, "ab", [](const char*) { textnb(line, 0, 15); }, "", "no room at all"},
-  };
+      {17, 10, 0, "ab", [](const char*) { textnb(line, 0, 15); }, "", "no room at all"}};
   for (const auto& c : cases) {
     clearwin(0, 0, 800, 600, 15);
     X1_min = 16, X1_max = c.limit, Y1_min = 4, Y1_max = 40;
@@ -79,12 +78,10 @@ TEST_F(TextTest, BackgroundsAsEachRoutineTreatsThem) {
   static char line[] = "ab";
   const struct {
     void (*draw)();
-    int first, last;  // colours behind the two letters
-  } cases[] = {
-      {[] { textn("ab", 0, 15); }, 9, 9},      // nocolor
-      {[] { textf("ab", 0, 15, 8); }, 15, 9},  // all but the last
-      {[] { textnb(line, 0, 15); }, 15, 15},
-  };
+    int first, last;                                    // colours behind the two letters
+  } cases[] = {{[] { textn("ab", 0, 15); }, 9, 9},      // nocolor
+               {[] { textf("ab", 0, 15, 8); }, 15, 9},  // all but the last
+               {[] { textnb(line, 0, 15); }, 15, 15}};
   for (const auto& c : cases) {
     clearwin(0, 0, 800, 600, 9);
     xkoord = 300, ykoord = 10;

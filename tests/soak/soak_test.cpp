@@ -268,19 +268,17 @@ class User : public Hands {
 void inject_key(const InputEvent& event) {
   const char character = event.characters[0];
   KeySym symbol = event.character_count == 0 ? event.keysym : static_cast<KeySym>(character);
-  KeySym modifier = NoSymbol;
+  std::vector<KeySym> keys;
   if (character == '\r') symbol = XK_Return;
   if (character == '\b') symbol = XK_BackSpace;
-  if (symbol < ' ') symbol += 'a' - 1, modifier = XK_Control_L;
+  if (symbol < ' ') symbol += 'a' - 1, keys = {XK_Control_L};
   const KeyCode code = XKeysymToKeycode(display, symbol);
-  if (XkbKeycodeToKeysym(display, code, 0, 0) != symbol) modifier = XK_Shift_L;
-  for (const int down : {True, False}) {
-    if (modifier != NoSymbol && down == True)
-      XTestFakeKeyEvent(display, XKeysymToKeycode(display, modifier), True, CurrentTime);
-    XTestFakeKeyEvent(display, code, down, CurrentTime);
-    if (modifier != NoSymbol && down == False)
-      XTestFakeKeyEvent(display, XKeysymToKeycode(display, modifier), False, CurrentTime);
-  }
+  if (XkbKeycodeToKeysym(display, code, 0, 0) != symbol) keys = {XK_Shift_L};
+  keys.push_back(symbol);
+  for (const KeySym key : keys)
+    XTestFakeKeyEvent(display, XKeysymToKeycode(display, key), True, CurrentTime);
+  for (const KeySym key : keys)
+    XTestFakeKeyEvent(display, XKeysymToKeycode(display, key), False, CurrentTime);
 }
 
 void inject(const InputEvent& event) {
@@ -335,10 +333,9 @@ bool colours_are_those_of_the_server() {
     colour.blue = static_cast<unsigned short>(shade.blue << 8);
     XAllocColor(display, colormap, &colour);
     const ColourRecord& ours = xcolor[i];
-    if (std::tie(ours.red, ours.green, ours.blue) !=
-        std::tie(colour.red, colour.green, colour.blue))
+    if (std::tie(ours.pixel, ours.red, ours.green, ours.blue) !=
+        std::tie(colour.pixel, colour.red, colour.green, colour.blue))
       return false;
-    if (ours.pixel != colour.pixel) return false;
   }
   return true;
 }

@@ -81,8 +81,7 @@ TEST(xpm, what_cannot_be_read_is_refused) {
       {"a row missing", R"("2 2 1 1" "a c #000000" "aa")"},
       {"a short row", R"("2 1 1 1" "a c #000000" "a")"},
       {"a character without a colour", R"("2 1 1 1" "a c #000000" "ab")"},
-      {"a colour with a bad digit", R"("2 1 1 1" "a c #12345g" "aa")"},
-  };
+      {"a colour with a bad digit", R"("2 1 1 1" "a c #12345g" "aa")"}};
   for (const auto& [fault, text] : cases)
     EXPECT_THROW((void)parse_xpm(text), std::runtime_error) << fault;
   EXPECT_NO_THROW((void)parse_xpm(R"("2 1 1 1" "a c #000000" "aa")"));
