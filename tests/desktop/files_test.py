@@ -3,7 +3,7 @@
 import numpy as np
 from network import FRAME, LEAVE, Editor
 from pictures import BLACK, WHITE, cut, printed, read_with, same
-from workbench import PRINT, READ, SIGNALS
+from workbench import PRINT, READ
 
 
 def test_what_is_drawn_over_a_pane_is_in_its_gif_picture_and_a_menu_is_not(desk):
@@ -29,9 +29,7 @@ def near(ink):
 
 
 def test_each_pane_prints_as_it_looks(desk):
-    for name in SIGNALS:
-        desk.write_signal(name, desk.read_signal(name)[:12000])
-    desk.start()
+    desk.shorten_signals().start()
     desk.open(READ)  # a second pane without a shift
     desk.edit(READ, 0, 54, "2")
     desk.edit(READ, 0, 18, "bhld2.res")

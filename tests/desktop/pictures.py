@@ -14,7 +14,6 @@ DATA = PROGRAM.parents[1] / "share" / "torve"
 
 # What colours of the program's table look like on the screen.
 WHITE, BLACK, RED, CYAN = 0xFCFCFC, 0x000000, 0xFF0000, 0x00FFFF
-GLYPH_ROWS, CELL_WIDTH = 10, 8
 
 
 def cut(picture, x, y, width, height):
@@ -31,26 +30,6 @@ def drawn_icon(name):
     count = int(head.split()[2])
     colours = {line[0]: int(line[-6:], 16) for line in lines[:count]}
     return np.array([[colours[letter] for letter in row] for row in lines[count:]])
-
-
-def pair_class(letter):
-    return ord(letter) - (97 if letter.islower() else 35) if letter.isalpha() else 0
-
-
-def shows_text(picture, font, x, y, text, ink=BLACK):
-    """Whether it stands at (x, y): all pixels of its letters in `ink`, no others of its cells."""
-    stem = DATA / "font" / f"font{font}"
-    data = np.frombuffer(stem.with_suffix(".dat").read_bytes()[2:], np.uint8)
-    # A font without distances has cells of one width.
-    distances = stem.with_suffix(".dis")
-    advances = distances.read_bytes() if distances.exists() else bytes([CELL_WIDTH]) * 3600
-    pieces = []
-    for letter, following in zip(text, text[1:] + " "):
-        rows = data[ord(letter) * GLYPH_ROWS :][:GLYPH_ROWS, None]
-        advance = advances[pair_class(letter) * 60 + pair_class(following)]
-        pieces.append(np.unpackbits(rows, axis=1)[:, :advance])
-    letters = np.hstack(pieces) == 1
-    return same(cut(picture, x, y, *letters.shape[::-1]) == ink, letters)
 
 
 def read_with(*converter):

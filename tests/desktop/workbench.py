@@ -14,7 +14,7 @@ import time
 from typing import NamedTuple
 
 import numpy as np
-from pictures import DATA, PROGRAM, icon_area, shows_text, write_ppm
+from pictures import DATA, PROGRAM, icon_area, write_ppm
 from Xlib import X
 from Xlib.display import Display
 from Xlib.ext import xtest
@@ -48,11 +48,6 @@ class Menu(NamedTuple):
 
 PLOT, PRINT, READ = Menu(400, 520, 392, 1), Menu(400, 520, 320, 2), Menu(240, 520, 496, 3)
 WRITE, CORRELATE, SPECTRUM = Menu(400, 529, 384, 4), Menu(256, 520, 536, 5), Menu(320, 520, 456, 6)
-
-
-def pane_area(i):
-    """As far as menus do not reach into it where they open."""
-    return 0, 176 * i, 800, 168
 
 
 def readable(*sources, limit=PATIENCE):
@@ -208,13 +203,6 @@ class Workbench:
         data = self.root.get_image(*area, X.ZPixmap, 0xFFFFFFFF).data
         return np.frombuffer(data, "<u4").reshape(area[3], area[2]) & 0xFFFFFF
 
-    def shows(self, menu, line, column, text):
-        x, y = menu.line_at(line, column)
-        return shows_text(self.screenshot(), 7, x - COLUMN // 2, y - ROW // 2, text)
-
-    def pane_shows(self, pane, title):
-        return shows_text(self.screenshot(), 6, 96, pane_area(pane)[1] + 15, title)
-
     def said(self, stream="output"):
         return (self.home / stream).read_text(errors="replace")
 
@@ -227,13 +215,11 @@ class Workbench:
             (self.folder / name).unlink()
         return self
 
-    def write_signal(self, name, values):
-        (self.folder / name).write_text("".join(f"{i} {v:g}\n" for i, v in enumerate(values)))
-
-    def read_signal(self, name):
-        """The values of a sample file, or the bins of a spectrum file."""
-        lines = (self.folder / name).read_text().splitlines()
-        return np.array([float(line.split()[1]) for line in lines if " " in line])
+    def shorten_signals(self):
+        for name in SIGNALS:
+            lines = (self.folder / name).read_text().splitlines(keepends=True)
+            (self.folder / name).write_text("".join(lines[:12000]))
+        return self
 
     def finish(self):
         """Whatever a session did, the program ends when asked and has reported no errors."""
