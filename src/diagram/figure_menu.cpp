@@ -121,11 +121,13 @@ constexpr MenuTable table = {
 
 int fill_mscmenu(Vobj* figure, int id, int x, int y) {
   if (figure == nullptr) return 1;
-  const int failed = make_menu(table, id, x, y);
+  offered_colour = colour_of(*figure);
+  MenuTable wide_enough = table;
+  wide_enough.width_cells += static_cast<int>(offered_colour.size()) - 1;
+  const int failed = make_menu(wide_enough, id, x, y);
   if (failed != 0) return failed;
   WdObject& menu = wd(id);
   menu.kind_word = figure->serial;
-  offered_colour = colour_of(*figure);
   set_field(menu.menu_items[colour_field], offered_colour);
   return 0;
 }

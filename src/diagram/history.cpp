@@ -5,6 +5,7 @@
 
 #include "diagram/editor.hpp"
 #include "diagram/figure_menu.hpp"
+#include "diagram/properties/property_menu.hpp"
 #include "diagram/restore.hpp"
 
 namespace torve {
@@ -48,9 +49,11 @@ void note_change() {
 int undo_ope() {
   if (!before_last_change) return 0;
   close_figure_menu();  // its figure may go
+  const ShownProperties shown;
   const KeptDiagram kept = std::move(*before_last_change);
   reset_history();
   restore_diagram(kept);
+  shown.follow();
   unsaved = true;
   let_go();
   return 0;

@@ -82,9 +82,20 @@ MenuPress change_field(const MenuText& menu, int field) {
     char before[field_room];
     std::memcpy(before, item.text, sizeof before);
     const int limit = has(item.itemflags, ItemFlags::use_maxlen) ? item.maxlen : field_length;
-    if (got_parstring(menu.items, menu.lines, field, menu.coloff,
-                      X1_min + item.x - cs * menu.coloff, Y1_min + (line - menu.firstline) * cr,
-                      limit, menu.selected_background, menu.field_background) == 0) {
+    const auto draw_scrolled = [scrolled = menu](int coloff) mutable {
+      scrolled.coloff = coloff;
+      draw_menu_lines(scrolled);
+    };
+    if (!edit_field({.items = menu.items,
+                     .lines = menu.lines,
+                     .field = field,
+                     .coloff = menu.coloff,
+                     .x = X1_min + item.x - cs * menu.coloff,
+                     .y = Y1_min + (line - menu.firstline) * cr,
+                     .limit = limit,
+                     .line_background = menu.selected_background,
+                     .field_background = menu.field_background,
+                     .scrolled = draw_scrolled})) {
       std::memcpy(item.text, before, sizeof before);
       result = MenuPress::edit_undone;
     }

@@ -23,11 +23,12 @@ namespace torve {
 namespace {
 
 constexpr int bad_id_code = 7;
-constexpr int outline_area = 3575;  // larger menus move as outlines
-constexpr int edge_colour = 18;     // between the frame and the text area
-constexpr int inner_inset = 14;     // from the upper left corner to the inner area
-constexpr int inner_margin = 7;     // from the inner area to the right edge
-constexpr int frame_columns = 3;    // of a menu's width: two left of the text, one right of it
+constexpr int outline_area = 3575;            // larger menus move as outlines
+constexpr int edge_colour = 18;               // between the frame and the text area
+constexpr int inner_inset = 14;               // from the upper left corner to the inner area
+constexpr int inner_margin = 7;               // from the inner area to the right edge
+constexpr int menu_margin = 3 * window_cell;  // of a menu's height, without its rows of text
+constexpr int frame_columns = 3;  // of a menu's width: two left of the text, one right of it
 
 enum Colour { text_area_colour, frame_colour_index, selected_colour, field_colour, text_colour };
 
@@ -78,8 +79,10 @@ class MenuWindow : public ServedWindow {
 
   void resized(Edge moved) override {
     WdObject& menu = object();
+    const int rows = (menu.height - menu_margin) / cr;
     if (has(moved, Edge::taller) && menu.visible_lines < menu.line_count) ++menu.visible_lines;
-    if (has(moved, Edge::shorter) && menu.visible_lines > 0) --menu.visible_lines;
+    // Rows for which there are no lines go first, and the last line never.
+    if (has(moved, Edge::shorter) && menu.visible_lines > std::max(rows, 1)) --menu.visible_lines;
   }
 
   Reply text_area_event(const PointerEvent& event) override {

@@ -25,14 +25,7 @@ constexpr int mark_height = 2;  // pixels, at the bottom of a cell
 
 bool key_came = false;
 
-struct Edit {
-  MenuItem* items;
-  char** lines;
-  int field;
-  int coloff;
-  int x, y;  // of the first character
-  int limit;
-  int line_background, field_background;
+struct Edit : FieldEdit {
   int p = 0;  // the cursor, -1 .. length of the text
 
   [[nodiscard]] MenuItem& item() const { return items[field]; }
@@ -43,6 +36,22 @@ void draw_line(const Edit& edit) {
   const int line = line_of_field(edit.item());
   draw_line_row(edit.items, edit.lines[line], first_field_of_line(edit.items, edit.field), edit.y,
                 edit.coloff, edit.line_background, edit.field_background);
+}
+
+void scroll_to(Edit& edit, int coloff) {
+  if (coloff == edit.coloff) return;
+  edit.x -= (coloff - edit.coloff) * cs;
+  edit.coloff = coloff;
+  if (edit.scrolled) edit.scrolled(coloff);
+}
+
+// Moves the lines as little as shows the cursor's cell.
+void follow_cursor(Edit& edit) {
+  const int mark = edit.x + edit.p * cs;
+  const int hidden_right = std::max(0, mark + cs - X1_max);
+  const int hidden_left = std::max(0, X1_min - mark);
+  const int columns = (hidden_right + cs - 1) / cs - (hidden_left + cs - 1) / cs;
+  scroll_to(edit, std::max(0, edit.coloff + columns));
 }
 
 // The whole line each time: the mark may have stood on a label, the text on the next field.
@@ -89,6 +98,7 @@ void move_cursor(Edit& edit) {
 
 void edit_text(Edit& edit) {
   while (edit.p < edit.limit) {
+    follow_cursor(edit);
     show(edit);
     const int key = getch_or_press();
     if (key == press_instead_of_key) return;
@@ -108,22 +118,30 @@ void edit_text(Edit& edit) {
 
 }  // namespace
 
+bool edit_field(const FieldEdit& place) {
+  if (term != text_screen) return false;
+  key_came = false;
+  Edit edit = {place};
+  edit.limit = std::min(edit.limit, field_length);
+  edit_text(edit);
+  scroll_to(edit, place.coloff);
+  draw_line(edit);
+  return edit.size() > 0;
+}
+
 int got_parstring(MenuItem* items, char** lines, int field, int coloff, int x, int y,
                   int max_length, int line_background, int field_background) {
-  if (term != text_screen) return 0;
-  key_came = false;
-  Edit edit = {.items = items,
-               .lines = lines,
-               .field = field,
-               .coloff = coloff,
-               .x = x,
-               .y = y,
-               .limit = std::min(max_length, field_length),
-               .line_background = line_background,
-               .field_background = field_background};
-  edit_text(edit);
-  draw_line(edit);
-  return edit.size() > 0 ? 1 : 0;
+  return edit_field({.items = items,
+                     .lines = lines,
+                     .field = field,
+                     .coloff = coloff,
+                     .x = x,
+                     .y = y,
+                     .limit = max_length,
+                     .line_background = line_background,
+                     .field_background = field_background})
+             ? 1
+             : 0;
 }
 
 bool last_edit_had_a_key() {

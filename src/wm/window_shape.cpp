@@ -145,8 +145,16 @@ Edge update_backgrnd(int id, Edge step) {
                   (has(step, Edge::narrower) ? window_cell : 0);
   int new_height =
       height + (has(step, Edge::taller) ? cr : 0) - (has(step, Edge::shorter) ? cr : 0);
-  if (new_width < smallest_width || object.x + new_width > X__max + 1) new_width = width;
-  if (new_height < 3 * window_cell + cr || object.y + new_height > Y__max + 1) new_height = height;
+  const auto is_too_small = [](int size, int before, int least) {
+    return size < before && size < least;
+  };
+  if (is_too_small(new_width, width, smallest_width) || object.x + new_width > X__max + 1) {
+    new_width = width;
+  }
+  if (is_too_small(new_height, height, 3 * window_cell + cr) ||
+      object.y + new_height > Y__max + 1) {
+    new_height = height;
+  }
   if (new_width == width && new_height == height) return Edge::none;
   take_picture_off(id);
   object.width = new_width;

@@ -47,8 +47,8 @@ WindowPart check_scrolling(WdObject& object, ScrollState& scroll, int x, int y, 
 [[nodiscard]] Edge resize_step(const WdObject& object, int x, int y, Edge grabbed);
 
 /// Changes a lifted window by one step (a cell, a line of `cr` pixels) and its background with it;
-/// the caller repaints. Returns the edges that moved: none at the limits (the canvas; 12 cells by 3
-/// cells and a line) or without memory.
+/// the caller repaints. Returns the edges that moved: none at the limits (the canvas; for steps
+/// that shrink 12 cells by 3 cells and a line) or without memory.
 Edge update_backgrnd(int id, Edge step);
 
 }  // namespace torve

@@ -157,28 +157,67 @@ TEST_F(PropertyMenus, CodesWithoutAWordBecomeOne) {
 
 // Typed into every field of a node: numbers and name take what they can, words stay.
 TEST_F(PropertyMenus, StrangeTextsDoNoHarm) {
-  const std::tuple<const char*, const char*, const char*, const char*> cases[] = {
-      {"123456789012345678901234567890", "2147483647", "12345678901234567890", "1.23457e+29"},
-      {"twenty-five characters...", "0", "twenty-five characte", "0"},
-      {"inf", "0", "inf", "0"},
-      {"-1e999", "-1", "-1e999", "-1.79769e+308"},
-      {"-", "0", "-", "0"},
-      {"%s%n%s%n", "0", "%s%n%s%n", "0"},
-      {"", "0", "", "0"},
+  // What is no number leaves the old one; three words and perhaps two numbers are refused.
+  const std::tuple<const char*, const char*, const char*, const char*, int> cases[] = {
+      {"123456789012345678901234567890", "2147483647", "12345678901234567890", "1.23457e+29", 3},
+      {"twenty-five characters...", "2", "twenty-five characte", "4.5", 5},
+      {"inf", "2", "inf", "4.5", 5},
+      {"-1e999", "-1", "-1e999", "-1.79769e+308", 3},
+      {"-", "2", "-", "4.5", 5},
+      {"%s%n%s%n", "2", "%s%n%s%n", "4.5", 5},
+      {"", "2", "", "4.5", 5},
+      {"2.75", "2", "2.75", "2.75", 4},
+      {"7.00", "7", "7.00", "7", 3},
+      {"0,5", "2", "0,5", "0.5", 4},
   };
-  for (const auto& [text, servers, name, length] : cases) {
+  for (const auto& [text, servers, name, length, refused] : cases) {
     Vobj* figure = placed(node);
     shown(figure);
     for (int field = 0; field < 6; ++field)
       enter(field, text);
-    type("kkk");  // each word that is none waits for a key
-    EXPECT_EQ(printed_by([] { EXPECT_EQ(run(), 0); }),
-              "unknown_parameter\nunknown_parameter\nunknown_parameter\n");
+    type(std::string(static_cast<std::size_t>(refused), 'k'));  // each waits for a key
+    std::string said;
+    for (int i = 0; i < refused; ++i)
+      said += "unknown_parameter\n";
+    EXPECT_EQ(printed_by([] { EXPECT_EQ(run(), 0); }), said) << text;
     EXPECT_TRUE(user_events.empty());
     EXPECT_EQ(shown(figure),
               (Texts{servers, "LOSS-SYSTEM", "ClassDependent", "ACG 2", name, length}));
     EXPECT_EQ(figure->label != nullptr ? figure->label->text : "", std::string(name));
   }
+}
+
+TEST_F(PropertyMenus, ShowLongNumbersAndWordsThatAreAlikeWhole) {
+  const struct {
+    int code;
+    double rate;
+    int width;
+    std::string line;
+  } cases[] = {
+      {1, 1234, 240, "arrival rate        calls/s"},
+      {9, 1234567, 248, "arrival rate               calls/s"},
+      {3, 0.125, 288, "arrival rate         calls/s"},
+      {2, 0.0000125, 240, "arrival rate            calls/s"},
+  };
+  for (const auto& [code, rate, width, line] : cases) {
+    Vobj* figure = placed(tel);
+    figure->servers = code, figure->value[3] = rate;
+    shown(figure);
+    EXPECT_EQ(wd(id).width, width) << rate;
+    const std::string text = wd(id).menu_lines[3];
+    EXPECT_EQ(text.substr(0, line.size()), line);
+  }
+}
+
+TEST_F(PropertyMenus, ShowWhatUndoHasBroughtBack) {
+  Vobj* figure = placed(node);
+  prepare_change();
+  figure->servers = 7;
+  note_change();
+  shown(figure);
+  enter(4, "typed");
+  undo_ope();
+  EXPECT_EQ(std::string(wd(id).menu_items[0].text) + wd(id).menu_items[4].text, "2typed");
 }
 
 TEST_F(PropertyMenus, EachMenuHasItsOwnFigure) {

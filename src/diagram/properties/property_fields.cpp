@@ -5,6 +5,7 @@
 #include <charconv>
 #include <cstdint>
 #include <cstdio>
+#include <cstring>
 #include <limits>
 
 #include "diagram/properties/number_fields.hpp"
@@ -52,13 +53,49 @@ std::string word_text(const PropertyField& field, int& stored) {
   return field.code_bits == 0 ? word : word + (' ' + std::to_string(parts.number));
 }
 
+const char* skip_blanks(const char* text) {
+  return text + std::strspn(text, " \t");
+}
+
+// Whether something has been read that ends in front of `end`; anything else is reported.
+bool was_read(const char* text, const char* end) {
+  if (end != skip_blanks(text)) return true;
+  report_unknown(text);
+  return false;
+}
+
+// Decimals say something else than the whole number before them.
+bool has_decimals(const char* end) {
+  if (*end != '.' && *end != ',') return false;
+  const char* digits = end + 1 + std::strspn(end + 1, "0");
+  return *digits >= '1' && *digits <= '9';
+}
+
+bool read_whole(const char* text, std::int32_t* value) {
+  const char* end = get_long(text, value);
+  if (!has_decimals(end)) return was_read(text, end);
+  report_unknown(text);
+  return false;
+}
+
 void store_word(const PropertyField& field, int& stored, const char* text) {
   CodeAndNumber parts = {};
   if (cnvtbl_s_to_i(field.words, text, &parts.code) != 0) return;
   std::int32_t number = 0;
-  get_long(text_behind_word(field.words, text), &number);
+  const char* behind = skip_blanks(text_behind_word(field.words, text));
+  if (field.code_bits != 0 && *behind != 0 && !read_whole(behind, &number)) return;
   parts.number = number;
   stored = join(field, parts);
+}
+
+void store_integer(int& stored, const char* text) {
+  std::int32_t value = 0;
+  if (read_whole(text, &value)) stored = value;
+}
+
+void store_real(double& stored, const char* text) {
+  double value = 0;
+  if (was_read(text, get_float(text, &value))) stored = value;
 }
 
 }  // namespace
@@ -73,11 +110,11 @@ std::string property_text(const PropertyField& field, Vobj& figure) {
 void store_property(const PropertyField& field, Vobj& figure, const char* text) {
   if (text == property_text(field, figure)) return;
   if (field.real != nullptr) {
-    get_float(text, &field.real(figure));
+    store_real(field.real(figure), text);
   } else if (field.integer == nullptr) {
     std::snprintf(figure.name, sizeof figure.name, "%s", text);
   } else if (field.words.empty()) {
-    get_long(text, &field.integer(figure));
+    store_integer(field.integer(figure), text);
   } else {
     store_word(field, field.integer(figure), text);
   }

@@ -79,8 +79,9 @@ class PropertyLines {
 /// entry, in the figure, too.
 [[nodiscard]] std::string property_text(const PropertyField& field, Vobj& figure);
 
-/// Stores a text. A word that is none is reported, and the figure keeps what it had; so it does
-/// when the text is what property_text says, and a real has more digits than that shows.
+/// Stores a text. What is no word of the vocabulary, or no number, is reported, and the figure
+/// keeps what it had; a number with decimals is none where whole ones are stored. The figure keeps
+/// it, too, when the text is what property_text says: a real has more digits than that shows.
 void store_property(const PropertyField& field, Vobj& figure, const char* text);
 
 }  // namespace torve

@@ -1,6 +1,10 @@
 #include "diagram/properties/property_menu.hpp"
 
+#include <algorithm>
+#include <array>
 #include <cstddef>
+#include <string>
+#include <string_view>
 #include <vector>
 
 #include "diagram/editor.hpp"
@@ -13,15 +17,67 @@ namespace torve {
 namespace {
 
 constexpr int line_size = 50;
+constexpr int frame_cells = 3;  // of a menu's width, beside its text
 constexpr WdFlags common_flags = WdFlags::close_puts_down | WdFlags::close_hides;
 
-std::vector<MenuLine> lines_of(const PropertyMenu& menu, std::span<const char* const> texts) {
+// The menu of each object that is one, by id.
+std::array<const PropertyMenu*, wd_object_count + 1> menus = {};
+
+// The lines of a menu with room for what their fields show of a figure.
+struct FilledLines {
+  std::vector<std::string> texts;
   std::vector<MenuLine> lines;
-  for (const PropertyLine& line : menu.lines.all()) {
-    const char* text = texts.empty() ? line.text : texts[lines.size()];
-    lines.push_back({.text = text, .fields = line.places()});
+  int columns = 0;  // that it takes to see all of it
+
+  // As typing makes room: the field grows, what is behind it moves right.
+  void make_room(std::size_t line, std::size_t field, int length) {
+    MenuField& place = lines[line].fields.at(field);
+    if (place.column == behind_the_line || length <= place.width) return;
+    const int more = length - place.width;
+    texts[line].insert(static_cast<std::size_t>(std::min(place.column + place.width,
+                                                         static_cast<int>(texts[line].size()))),
+                       static_cast<std::size_t>(more), ' ');
+    place.width = length;
+    for (std::size_t next = field + 1; next < lines[line].fields.size(); ++next)
+      lines[line].fields.at(next).column += more;
   }
-  return lines;
+};
+
+// Whether `columns` characters of what a field shows say what it is: a number has to be seen whole,
+// a word as far as no other one begins like that.
+bool is_told_by(int columns, const PropertyField& field, const std::string& text) {
+  if (static_cast<int>(text.size()) <= columns) return true;
+  if (field.words.empty()) return field.integer == nullptr && field.real == nullptr;
+  if (field.code_bits != 0 && !text.ends_with(" 0")) return false;
+  const std::string seen = text.substr(0, static_cast<std::size_t>(std::max(columns, 0)));
+  return std::count_if(field.words.begin(), field.words.end(), [&seen](const auto& entry) {
+           return std::string_view(entry.word).starts_with(seen);
+         }) <= 1;
+}
+
+FilledLines lines_for(const PropertyMenu& menu, Vobj& figure, std::span<const char* const> texts) {
+  FilledLines filled;
+  for (const PropertyLine& line : menu.lines.all()) {
+    const std::size_t number = filled.lines.size();
+    filled.texts.emplace_back(texts.empty() ? line.text : texts[number]);
+    filled.lines.push_back({.fields = line.places()});
+    for (std::size_t i = 0; i < line.fields.size(); ++i) {
+      const PropertyField& field = line.fields.at(i);
+      if (field.place.number == no_field) break;
+      const std::string text = property_text(field, figure);
+      const int length = static_cast<int>(text.size());
+      filled.make_room(number, i, length);
+      const int column = filled.lines[number].fields.at(i).column;
+      const int start =
+          column == behind_the_line ? static_cast<int>(filled.texts[number].size()) : column;
+      if (!is_told_by(menu.width_cells - frame_cells - start, field, text)) {
+        filled.columns = std::max(filled.columns, start + length);
+      }
+    }
+  }
+  for (std::size_t i = 0; i < filled.lines.size(); ++i)
+    filled.lines[i].text = filled.texts[i].c_str();
+  return filled;
 }
 
 // For each field: what `use` does with its line's number, the field and its item, until it is true.
@@ -82,15 +138,50 @@ void apply(const PropertyMenu& menu, Vobj* figure, MenuItem* items) {
   put_vlabel(VectorMode::clipped, label.x, label.y, label.text.c_str());
 }
 
+std::vector<std::string> shown_texts(int id, Vobj& figure) {
+  std::vector<std::string> texts;
+  any_field(*menus.at(static_cast<std::size_t>(id)), wd(id).menu_items,
+            [&](int, const PropertyField& field, const MenuItem&) {
+              texts.push_back(property_text(field, figure));
+              return false;
+            });
+  return texts;
+}
+
 }  // namespace
+
+ShownProperties::ShownProperties() {
+  for (int id = first_property_menu_id; id <= last_property_menu_id; ++id) {
+    if (Vobj* figure = figure_of_menu(id)) texts_.emplace(id, shown_texts(id, *figure));
+  }
+}
+
+void ShownProperties::follow() const {
+  for (const auto& [id, before] : texts_) {
+    Vobj* figure = figure_of_menu(id);
+    if (figure == nullptr) continue;
+    auto old_text = before.begin();
+    bool changed = false;
+    any_field(*menus.at(static_cast<std::size_t>(id)), wd(id).menu_items,
+              [&](int, const PropertyField& field, MenuItem& item) {
+                const std::string text = property_text(field, *figure);
+                if (text != *old_text++) {
+                  set_field(item, text);
+                  changed = true;
+                }
+                return false;
+              });
+    if (changed) refresh_menu(id);
+  }
+}
 
 int fill(const PropertyMenu& menu, Vobj* figure, int id, int x, int y, int visible_lines,
          std::span<const char* const> texts) {
   if (figure == nullptr) return 1;
-  const std::vector<MenuLine> lines = lines_of(menu, texts);
-  const MenuTable table = {.lines = MenuLines::made_now(lines),
+  const FilledLines filled = lines_for(menu, *figure, texts);
+  const MenuTable table = {.lines = MenuLines::made_now(filled.lines),
                            .action = menu.action,
-                           .width_cells = menu.width_cells,
+                           .width_cells = std::max(menu.width_cells, filled.columns + frame_cells),
                            .visible_lines = visible_lines,
                            .line_size = line_size,
                            .flags = common_flags | menu.flags};
@@ -99,6 +190,7 @@ int fill(const PropertyMenu& menu, Vobj* figure, int id, int x, int y, int visib
   WdObject& object = wd(id);
   object.kind_word = figure->serial;
   figure->menu_id = id;
+  menus.at(static_cast<std::size_t>(id)) = &menu;
   show_figure(menu, *figure, object.menu_items);
   return 0;
 }
