@@ -62,12 +62,19 @@ TEST_F(TextTest, CharactersStandWhereTheRulesPutThem) {
       {100, 41, 0, "a", [](const char* t) { textn(t, 0, 1); }, "20,4 ", "from the area's top"},
       {58, 10, 0, "abcdef", [](const char*) { textnb(line, 0, 15); }, "20,10 28,10 36,10 44,10 ",
        "the caller's string is cut"},
-      {17, 10, 0, "ab", [](const char*) { textnb(line, 0, 15); }, "", "no room at all"}};
+      {17, 10, 0, "ab", [](const char*) { textnb(line, 0, 15); }, "", "no room at all"},
+      {100, 10, 0, "ab", [](const char* t) { textn2(t, 0, 15); }, "20,10 28,10 ",
+       "another font's cells"},
+      {100, 10, 0, "l/o\x99", [](const char* t) { plg = 7, otext(t, 0, 15), plg = 0; },
+       "20,10 28,10 36,10 ", "letters of two nations"},
+      {100, 10, 0, "a", [](const char* t) { osprints(t, 0, 30), osprints(t, 0, 32); },
+       "20,10 20,30 ", "and down to the row"}};
   for (const auto& c : cases) {
     clearwin(0, 0, 800, 600, 15);
     X1_min = 16, X1_max = c.limit, Y1_min = 4, Y1_max = 40;
     xkoord = 20, ykoord = c.row;
     truncate1 = c.cut;
+    fgcol = 0, bgcol = 15;
     std::snprintf(line, sizeof line, "%s", c.text);
     c.draw(c.text);
     EXPECT_EQ(ink(), c.ink) << c.what;
