@@ -72,8 +72,9 @@ void prepare(Samples& samples, int size, std::span<const int> times, double offs
 }
 
 /// Adds the bins first .. first + count - 1, at most a block.
-TORVE_CLONES void add_bins(Samples& samples, const double* a, const double* b, int first,
-                           int count) {
+template <bool fused>
+TORVE_INLINE void turn_and_add(Samples& samples, const double* a, const double* b, int first,
+                               int count) {
   const Divisor k = samples.k;
   SplitFactor turn[lanes];
   double start_sine[lanes];
@@ -96,8 +97,8 @@ TORVE_CLONES void add_bins(Samples& samples, const double* a, const double* b, i
     for (int l = 0; l < lanes; ++l) {
       const SineCosine z = {start_sine[l], start_cosine[l]};
       const SineCosine w = {samples.turn_sines[r][l], samples.turn_cosines[r][l]};
-      const SineCosine at = moved(turned(z, w), angle_excess(bin, turn[l], k));
-      const double term = factor_a * at.cosine + factor_b * at.sine;
+      const SineCosine at = moved<fused>(turned<fused>(z, w), excess_of<fused>(bin, turn[l], k));
+      const double term = product_sum<fused>(factor_a, at.cosine, factor_b * at.sine);
       low[l] += term - less;
       high[l] += term + less;
     }
@@ -108,13 +109,24 @@ TORVE_CLONES void add_bins(Samples& samples, const double* a, const double* b, i
   }
 }
 
+TORVE_CLONES void add_bins(Samples& samples, const double* a, const double* b, int first,
+                           int count) {
+  turn_and_add<false>(samples, a, b, first, count);
+}
+
+TORVE_FUSED_CLONES void add_bins_fused(Samples& samples, const double* a, const double* b,
+                                       int first, int count) {
+  turn_and_add<true>(samples, a, b, first, count);
+}
+
 }  // namespace
 
 void BandSums::ends(std::span<const int> times, std::span<Ends> ends) const {
   static thread_local Samples samples;
   prepare(samples, size_, times, offset_);
-  for_bins(block, [this](int first, int count) {
-    add_bins(samples, scaled_a_.data(), scaled_b_.data(), first, count);
+  const auto add = fused_operations() ? add_bins_fused : add_bins;
+  for_bins(block, [this, add](int first, int count) {
+    add(samples, scaled_a_.data(), scaled_b_.data(), first, count);
   });
   for (std::size_t l = 0; l < ends.size(); ++l)
     ends[l] = {samples.low[l], samples.high[l]};

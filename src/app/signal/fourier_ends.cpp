@@ -60,7 +60,8 @@ TORVE_CLONES void prepare(Bins& bins, int size, const std::uint32_t* step) {
 }
 
 /// Adds `count` samples; p[l] is the first product of each bin and does not wrap among them.
-TORVE_CLONES void add_turning(Bins& bins, const float* x, int count, const std::int32_t* p) {
+template <bool fused>
+TORVE_INLINE void turn_and_add(Bins& bins, const float* x, int count, const std::int32_t* p) {
   const Divisor k = bins.k;
   double product[lanes];
   double start_sine[lanes];
@@ -79,18 +80,26 @@ TORVE_CLONES void add_turning(Bins& bins, const float* x, int count, const std::
     for (int l = 0; l < lanes; ++l) {
       const SineCosine z = {start_sine[l], start_cosine[l]};
       const SineCosine w = {bins.turn_sines[r][l], bins.turn_cosines[r][l]};
-      const SineCosine at = moved(turned(z, w), angle_excess(product[l], turn, k));
-      const double cosine = value * at.cosine;
-      const double sine = value * at.sine;
-      low.cosines[l] += cosine - less;
-      high.cosines[l] += cosine + less;
-      low.sines[l] += sine - less;
-      high.sines[l] += sine + less;
+      const SineCosine at =
+          moved<fused>(turned<fused>(z, w), excess_of<fused>(product[l], turn, k));
+      low.cosines[l] += product_sum<fused>(value, at.cosine, -less);
+      high.cosines[l] += product_sum<fused>(value, at.cosine, less);
+      low.sines[l] += product_sum<fused>(value, at.sine, -less);
+      high.sines[l] += product_sum<fused>(value, at.sine, less);
       product[l] += bins.step[l];
     }
   }
   bins.low = low;
   bins.high = high;
+}
+
+TORVE_CLONES void add_turning(Bins& bins, const float* x, int count, const std::int32_t* p) {
+  turn_and_add<false>(bins, x, count, p);
+}
+
+TORVE_FUSED_CLONES void add_turning_fused(Bins& bins, const float* x, int count,
+                                          const std::int32_t* p) {
+  turn_and_add<true>(bins, x, count, p);
 }
 
 /// The same for products that may wrap.
@@ -120,6 +129,7 @@ void fourier_sum_ends(std::span<const float> x, std::span<const int> bins,
                       std::span<FourierEnds> ends) {
   const int size = static_cast<int>(x.size());
   static thread_local Bins tile;
+  const bool fused = fused_operations();
   std::uint32_t step[lanes] = {};
   std::uint32_t p[lanes] = {};
   for (std::size_t l = 0; l < bins.size(); ++l)
@@ -138,6 +148,8 @@ void fourier_sum_ends(std::span<const float> x, std::span<const int> bins,
     const float* const values = x.data() + i;
     if (wraps) {
       add_wrapping(tile, values, count, p, step);
+    } else if (fused) {
+      add_turning_fused(tile, values, count, signed_p);
     } else {
       add_turning(tile, values, count, signed_p);
     }

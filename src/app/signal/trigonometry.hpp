@@ -3,11 +3,12 @@
 // The analyses take sines of arguments like (p * 3.14159) / K, rounded twice before the sine sees
 // them. With p up to 2^31 that rounding moves an argument by up to 1e-11, far more than the last
 // digit of a sine, so whoever turns a phasor step by step must put it back in: these functions
-// give the sine of the rounded argument from the sine of the true one. They use no fused operation,
-// so that every instruction set gives the same bits.
+// give the sine of the rounded argument from the sine of the true one. Unless their name or a
+// parameter says so they use no fused operation, so that every instruction set gives the same bits.
 #pragma once
 
 #include <bit>
+#include <cmath>
 #include <cstdint>
 
 namespace torve {
@@ -104,14 +105,48 @@ struct SplitFactor {
   return ((quotient - estimate) - correction) - product_error * k.reciprocal;
 }
 
+/// The same with fused operations: their remainders are exact, so nothing need be split.
+[[gnu::always_inline]] inline double fused_angle_excess(double m, double factor, const Divisor& k) {
+  const double product = m * factor;
+  const double product_error = std::fma(m, factor, -product);
+  const double estimate = product * k.reciprocal;
+  const double correction = std::fma(-estimate, k.value, product) * k.reciprocal;
+  const double quotient = estimate + correction;
+  return std::fma(-product_error, k.reciprocal, (quotient - estimate) - correction);
+}
+
+/// a x b + c, rounded once or twice.
+template <bool fused>
+[[gnu::always_inline]] inline double product_sum(double a, double b, double c) {
+  if constexpr (fused) return std::fma(a, b, c);
+  return a * b + c;
+}
+
 /// Sine and cosine a small angle further.
+template <bool fused = false>
 [[gnu::always_inline]] inline SineCosine moved(const SineCosine& at, double angle) {
+  if constexpr (fused) {
+    return {std::fma(angle, at.cosine, at.sine), std::fma(-angle, at.sine, at.cosine)};
+  }
   return {at.sine + angle * at.cosine, at.cosine - angle * at.sine};
 }
 
 /// Sine and cosine of the sum of two angles.
+template <bool fused = false>
 [[gnu::always_inline]] inline SineCosine turned(const SineCosine& a, const SineCosine& b) {
+  if constexpr (fused) {
+    return {std::fma(a.sine, b.cosine, a.cosine * b.sine),
+            std::fma(a.cosine, b.cosine, -(a.sine * b.sine))};
+  }
   return {a.sine * b.cosine + a.cosine * b.sine, a.cosine * b.cosine - a.sine * b.sine};
+}
+
+/// angle_excess or fused_angle_excess.
+template <bool fused>
+[[gnu::always_inline]] inline double excess_of(double m, const SplitFactor& factor,
+                                               const Divisor& k) {
+  if constexpr (fused) return fused_angle_excess(m, factor.whole, k);
+  return angle_excess(m, factor, k);
 }
 
 /// Sine and cosine of the true m x factor / K.
