@@ -23,6 +23,13 @@
 #define TORVE_CLONES __attribute__((target_clones("avx512f", "avx2", "default")))
 #endif
 
+/// Before a loop whose steps do not depend on each other, though the compiler cannot tell.
+#if defined(__clang__)
+#define TORVE_INDEPENDENT _Pragma("clang loop vectorize(assume_safety)")
+#else
+#define TORVE_INDEPENDENT _Pragma("GCC ivdep")
+#endif
+
 /// For what kernels call: a part of them, compiled for the same instruction set.
 #define TORVE_INLINE [[gnu::always_inline]] inline
 

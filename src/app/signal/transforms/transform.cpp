@@ -49,7 +49,7 @@ TORVE_CLONES void pass(const Parts& x, const Parts& y, int stride, int groups, c
     const double* const ai = x.im + p * stride;
     double* const br = y.re + 4 * p * stride;
     double* const bi = y.im + 4 * p * stride;
-#pragma GCC ivdep
+    TORVE_INDEPENDENT
     for (int q = 0; q < stride; ++q) {
       const double er = ar[q] + ar[q + 2 * distance];
       const double ei = ai[q] + ai[q + 2 * distance];
