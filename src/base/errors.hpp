@@ -30,14 +30,18 @@ void set_error_reporters(const ErrorReporters& reporters);
 int cannot_find_file(const char* name);
 int cannot_create_file(const char* name);
 int no_memory();
-/// Asks whether an existing file may be overwritten: 1 for yes, 0 for no.
-int copy_on_existing_file();
 int illegal_pointer(int code);
 int file_error(int code);
+int unknown_parameter(const char* word);
+
+// Not used by the workbench itself.
+
+/// Asks whether an existing file may be overwritten: 1 for yes, 0 for no.
+int copy_on_existing_file();
+
 int use_bgeditor();
 int use_aeeditor();
 int change_palette_info();
 int no_cutbuffer();
-int unknown_parameter(const char* word);
 
 }  // namespace torve

@@ -1,5 +1,5 @@
 // Figures that programs make, not the mouse: placed and drawn at once. Positions and lengths are
-// pixels.
+// pixels. Nothing of this is used by the workbench itself.
 #pragma once
 
 #include "text/fonts.hpp"

@@ -13,10 +13,6 @@ int set_x1_y1(Vobj* figure, int x, int y);
 /// Whether the second point may not lie above the first.
 [[nodiscard]] bool y1_ge_y2(const Vobj& figure);
 
-/// The corners of an arrow head at (x2, y2): right and left of the arrow's way.
-void get_x3y3r(int x1, int y1, int x2, int y2, int* x3, int* y3);
-void get_x3y3l(int x1, int y1, int x2, int y2, int* x3, int* y3);
-
 /// The middle between the points, halves cut off.
 [[nodiscard]] FigureAnchor centre_of(const Vobj& figure);
 
@@ -26,5 +22,11 @@ void get_x3y3l(int x1, int y1, int x2, int y2, int* x3, int* y3);
 
 /// Moves both points.
 void shift(Vobj* figure, int dx, int dy);
+
+// Not used by the workbench itself.
+
+/// The corners of an arrow head at (x2, y2): right and left of the arrow's way.
+void get_x3y3r(int x1, int y1, int x2, int y2, int* x3, int* y3);
+void get_x3y3l(int x1, int y1, int x2, int y2, int* x3, int* y3);
 
 }  // namespace torve

@@ -23,6 +23,13 @@ namespace torve {
 /// after the error has been shown: no such file, a header that cannot be true, no memory.
 [[nodiscard]] int getpicture(const std::string& name, int x, int y, int* width, int* height);
 
+/// Copies a buffer of gplanes planes to (x, y) and turns the colour numbers of pictures of 4 and
+/// 16 planes into their pixel values.
+void draw_buf1b(int x, int y, int width, int height, int plane_stride, int row_stride,
+                std::span<const std::uint8_t> buffer);
+
+// Not used by the workbench itself.
+
 /// Reads a file (working directory first) into a plane buffer. The three numbers hold what the
 /// caller wants at most (pixels, rows, bytes a row) and return what was read; a smaller width
 /// reads the left part of each row. Sets gplanes to the file's planes. Returns 1 after the error
@@ -34,11 +41,6 @@ namespace torve {
 /// 1 after the error has been shown and a key awaited.
 [[nodiscard]] int savebuf_tofile(const std::string& name, int width, int height, int stride,
                                  std::span<const std::uint8_t> buffer);
-
-/// Copies a buffer of gplanes planes to (x, y) and turns the colour numbers of pictures of 4 and
-/// 16 planes into their pixel values.
-void draw_buf1b(int x, int y, int width, int height, int plane_stride, int row_stride,
-                std::span<const std::uint8_t> buffer);
 
 /// Sets pixel (x, y) of a 16-plane buffer to the lower 16 bits of a colour number's pixel value.
 void point_to_fn2(int x, int y, int colour, int plane_stride, int row_stride,

@@ -59,6 +59,8 @@ void release_pool();
 /// balloc\n" when more blocks have come back than were lent.
 int b_free(void* block);
 
+// Not used by the workbench itself.
+
 /// A data node with next and count 0; null when there is no memory.
 [[nodiscard]] DataNode* dalloc();
 

@@ -19,10 +19,6 @@ void display_line(MenuItem* items, char** lines, int item_count, int line, int c
 void modify_line(MenuItem* items, char** lines, int field, int line, int y, int coloff,
                  int line_background, int field_background, int direction);
 
-/// Makes a field `delta` characters wider, moves the fields behind it on its line as far, and
-/// draws it and them at row `y`.
-void modboxes(MenuItem* items, int field, int coloff, int y, int field_background, int delta);
-
 /// The line that a field belongs to, and the first field of that line.
 [[nodiscard]] int line_of_field(const MenuItem& item);
 [[nodiscard]] int first_field_of_line(const MenuItem* items, int field);
@@ -36,5 +32,11 @@ void draw_cells(int x, int y, const char* text, int background);
 
 /// Rotates the choices of a selection field: the first of them goes to the end.
 void next_selection(char* text);
+
+// Not used by the workbench itself.
+
+/// Makes a field `delta` characters wider, moves the fields behind it on its line as far, and
+/// draws it and them at row `y`.
+void modboxes(MenuItem* items, int field, int coloff, int y, int field_background, int delta);
 
 }  // namespace torve

@@ -48,10 +48,9 @@ void textXYf(int x, int* y, const char* text, int fg, int bg);
 /// The caller marks what changed.
 void textXYb(int x, int* y, char* text, int fg, int bg);
 
-/// At the text cursor in the default font: textXY, and textXYf. With `term` 1 the text is a line
+/// textXY at the text cursor in the default font. With `term` 1 the text is a line
 /// on standard output.
 void textn(const char* text, int fg, int bg);
-void textn2(const char* text, int fg, int bg);
 
 /// textXYf at the text cursor in `font`, which becomes current. When it cannot be loaded the text
 /// is drawn in the font that is.
@@ -69,6 +68,11 @@ void osprints(const char* text, int x, int y);
 
 /// A label at the text cursor: on the screen with textf for target 0, else into the EPS file.
 void textn1(int font, int target, const char* text, int fg, int bg);
+
+// Not used by the workbench itself.
+
+/// textn with textXYf in place of textXY.
+void textn2(const char* text, int fg, int bg);
 
 /// A number in units of 10^-decimals as a fixed-point text (1234 with 2 decimals: 12.34), written
 /// with textn1 in the number font.

@@ -3,9 +3,12 @@
 
 #include <random>
 
+#include "diagram/construction.hpp"
 #include "diagram/drawing.hpp"
+#include "diagram/editor.hpp"
 #include "diagram/figure_change.hpp"
 #include "diagram/figure_painter.hpp"
+#include "diagram/history.hpp"
 #include "support/screen.hpp"
 
 namespace torve {
@@ -138,6 +141,54 @@ TEST_F(FiguresTest, AreCutWhereTheirRoomEnds) {
     EXPECT_NE(getpixel2c(cut_x, cut_y), 0x123456U) << static_cast<int>(kind) << " at " << cut_x;
     free_vector_objects(VectorMode::clipped);
     EXPECT_TRUE(all_pixels() == base_);
+  }
+}
+
+TEST_F(FiguresTest, ProgramsMakeThemAtOnce) {
+  const struct {
+    int (*make)();
+    FigureKind kind;
+    FigurePlace place;
+  } cases[] = {
+      {[] { return put_hline(10, 20, 30); }, FigureKind::vline, {10, 20, 40, 20}},
+      {[] { return put_vline(10, 20, 30); }, FigureKind::vline, {10, 20, 10, 50}},
+      {[] { return put_arrow(90, 80, 60, 20); }, FigureKind::arrow, {90, 80, 60, 20}},
+      {[] { return put_circle(200, 100, 50); }, FigureKind::vcircle, {200, 100, 250, 150}},
+      {[] { return textx(chlist2, chdist2, "net", 300, 40) - fntlen2("net"); },
+       FigureKind::label,
+       {300, 40, 300 + fntlen2("net"), 50}},
+      {[] { return label_ope("free") + label_ope("once"); },
+       FigureKind::label,
+       {100, 200, 100 + fntlen2("free"), 210}},
+  };
+  paint_base();
+  for (const auto& [make, kind, place] : cases) {
+    EXPECT_EQ(make(), 0);
+    ASSERT_NE(lastvobj, nullptr);
+    EXPECT_EQ(std::tuple(lastvobj->kind, lastvobj->x1, lastvobj->y1, lastvobj->x2, lastvobj->y2),
+              std::tuple(kind, place.x1, place.y1, place.x2, place.y2));
+    EXPECT_TRUE(all_pixels() == with_figures(base_)) << static_cast<int>(kind);
+  }
+  EXPECT_EQ(vobjmode, 7);
+  vobjmode = mode_idle;
+  reset_history();
+}
+
+// Right and left corners; of an arrow without a way nothing is said.
+TEST_F(FiguresTest, ArrowHeadsHaveTwoCorners) {
+  const struct {
+    int x1, y1, x2, y2, right_x, right_y, left_x, left_y;
+  } cases[] = {
+      {0, 0, 100, 0, 91, -5, 91, 5},    {100, 100, 0, 100, 8, 105, 8, 94},
+      {50, 0, 50, 100, 55, 91, 44, 91}, {50, 100, 50, 20, 44, 28, 55, 28},
+      {7, 7, 7, 7, -1, -1, -1, -1},
+  };
+  for (const auto& c : cases) {
+    int x[] = {-1, -1}, y[] = {-1, -1};
+    get_x3y3r(c.x1, c.y1, c.x2, c.y2, &x[0], &y[0]);
+    get_x3y3l(c.x1, c.y1, c.x2, c.y2, &x[1], &y[1]);
+    EXPECT_EQ(std::tuple(x[0], y[0], x[1], y[1]),
+              std::tuple(c.right_x, c.right_y, c.left_x, c.left_y));
   }
 }
 

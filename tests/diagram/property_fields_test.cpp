@@ -54,6 +54,9 @@ TEST_F(PropertyFields, TheLongestWordCounts) {
     std::strcpy(field, text);
     int found = none;
     EXPECT_EQ(cnvtbl_s_to_l_noerror(table, field, &found), code == none ? 1 : 0) << text;
+    if (code != none) {
+      EXPECT_EQ(cnvtbl_s_to_l(table, field, &found), 0) << text;
+    }
     EXPECT_EQ(found, code) << text;
     EXPECT_EQ(circulate(table, field), code == none ? 1 : 0) << text;
     EXPECT_STREQ(field, next);

@@ -3,6 +3,7 @@
 #include "eps/eps_stream.hpp"
 #include "support/screen.hpp"
 #include "text/fonts.hpp"
+#include "text/menu_lines.hpp"
 #include "text/text_output.hpp"
 #include "text/transliteration.hpp"
 
@@ -58,6 +59,7 @@ TEST_F(TextTest, CharactersStandWhereTheRulesPutThem) {
       {100, 10, 0, "ail.", [](const char* t) { textf(t, 0, 15, 8); }, "20,10 26,10 30,10 35,10 ",
        "pair advances; other characters share the class of 'a'"},
       {40, 10, 0, "abc", [](const char* t) { textn(t, 0, 15); }, "20,10 28,10 16,14 ", "wraps"},
+      {40, 10, 1, "abc", [](const char* t) { textn2(t, 0, 15); }, "20,10 28,10 ", "in cells, too"},
       {40, 10, 1, "abc", [](const char* t) { textn(t, 0, 15); }, "20,10 28,10 ", "cut off"},
       {100, 41, 0, "a", [](const char* t) { textn(t, 0, 1); }, "20,4 ", "from the area's top"},
       {58, 10, 0, "abcdef", [](const char*) { textnb(line, 0, 15); }, "20,10 28,10 36,10 44,10 ",
@@ -85,9 +87,10 @@ TEST_F(TextTest, BackgroundsAsEachRoutineTreatsThem) {
   static char line[] = "ab";
   const struct {
     void (*draw)();
-    int first, last;                                    // colours behind the two letters
-  } cases[] = {{[] { textn("ab", 0, 15); }, 9, 9},      // nocolor
-               {[] { textf("ab", 0, 15, 8); }, 15, 9},  // all but the last
+    int first, last;                                  // colours behind the two letters
+  } cases[] = {{[] { textn("ab", 0, 15); }, 9, 9},    // nocolor
+               {[] { textn2("ab", 0, 15); }, 15, 9},  // all but the last
+               {[] { textf("ab", 0, 15, 8); }, 15, 9},
                {[] { textnb(line, 0, 15); }, 15, 15}};
   for (const auto& c : cases) {
     clearwin(0, 0, 800, 600, 9);
@@ -146,6 +149,18 @@ TEST_F(TextTest, EpsLinesNumbersAndTemplate) {
       "Or moveto 8 CX 53 CX rmoveto /Times-Roman findfont 12 CX scalefont setfont (a(b) show\n"));
   for (const char* part : {"(12.34) show", "(0.05) show", "(1234) show", "show\ntail\n"})
     EXPECT_NE(text.find(part), std::string::npos) << part;
+}
+
+TEST_F(TextTest, AFieldPushesThoseBehindIt) {
+  MenuItem items[] = {{"a", 0, 0, 30, 2, 2}, {"b", 32, 0, 30, 2}};
+  X1_min = 16, X1_max = 100, Y1_min = 4, Y1_max = 40;
+  fgcol = 0;
+  for (const auto& [delta, shown] : {std::pair(1, "16,10 56,10 "), {-2, "16,10 40,10 "}}) {
+    clearwin(0, 0, 800, 600, 9);
+    modboxes(items, 0, 0, 10, 15, delta);
+    EXPECT_EQ(ink(), shown);
+  }
+  EXPECT_EQ(items[0].width, 1);
 }
 
 }  // namespace

@@ -101,6 +101,11 @@ TEST_F(AuFile, WhatIsWritten) {
                              word(0x3e992104) + std::string(3060, '\0');
   EXPECT_EQ(read_file("a.au"),
             header + word(0x3f000000) + word(0xc0000000) + word(0xc0000000) + word(0x7f7fffff));
+  EXPECT_EQ(printed_by([] { EXPECT_EQ(make_au_file_32("a.res", "half.au"), 0); }),
+            "make_au_file_32\n");
+  std::string halves("\0\xbc\0\x3c\x3e\x35\0\xbc\0\x3c\xc9\x34", 12);
+  halves.append(1530, '\0');
+  EXPECT_EQ(read_file("half.au"), header.substr(0, 44) + halves + read_file("a.au").substr(3128));
   EXPECT_EQ(printed_by([] { EXPECT_EQ(make_au_file("none", "a.au"), 1); }),
             "make_au_file\nmake_au_file. no file none\n");
   EXPECT_EQ(read_file("a.au"), header);

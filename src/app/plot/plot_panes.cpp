@@ -122,7 +122,7 @@ void draw_plot(const std::vector<float>& points, const Extremes& extremes,
   frame.number_background = settings.frame_colour;
   frame.tick_value = axis.tick;
   frame.top_value = largest / settings.ysc;
-  frame.grid = settings.p10 != 0;
+  frame.grid = settings.grid;
   frame.origin_value = axis.origin;
   frame.bottom_value = -largest / settings.ysc;
   frame.spectrum = spectrum;

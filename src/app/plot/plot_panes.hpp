@@ -29,7 +29,6 @@ void set_pane_name(int pane, const std::string& name);
 
 /// How a file is drawn into a pane.
 struct PlotSettings {
-  int p2 = 0;
   int colour = 0;         // colour number of the curve
   int frame_colour = 15;  // colour number behind the frame's numbers
   int target = 0;         // screen or EPS, as in draw_line
@@ -37,20 +36,14 @@ struct PlotSettings {
   int start = 0;          // > 0: lines skipped; < 0: the drawing moves right by -start * xsc
   double xsc = 1;         // pixels between points
   double ysc = 1;         // magnification; 1 lets the largest point reach the half height
-  int p10 = 1;            // nonzero: with grid
-  int yoff = 0;           // the pane's first row
+  bool grid = true;
+  int yoff = 0;  // the pane's first row
 };
 
 /// Draws a time signal. Says "plot_curve largest absolute value is %f\n". Returns 0, or 1 after
 /// "file too short\n" when there are fewer than `start` lines (nothing is drawn); without memory
 /// no_memory() and 0.
 int plot_curve(std::FILE* file, const PlotSettings& settings, const char* title);
-
-/// Draws a spectrum of at most `samples` bins ("all" or a decimal number). Says
-/// "plot_spectrum K=%d\n" and "maxi=%d maxf1=%f offset=%d\n". Returns as plot_curve does, and 1
-/// for an empty file.
-int plot_spectrum(std::FILE* file, const PlotSettings& settings, const char* title,
-                  const char* samples);
 
 /// Opens a file and draws it. Without such a file "Cannot find files" stands in the title line of
 /// the area that was drawn last. Where there is no sample the frame alone is drawn, if that, and
@@ -67,5 +60,13 @@ int plot_spectrum_anew(const char* path, int yoff, int start, int step, double x
 
 /// Writes "Cannot find files" into the title line of the current drawing area.
 void say_cannot_find_files();
+
+// Not used by the workbench itself.
+
+/// Draws a spectrum of at most `samples` bins ("all" or a decimal number). Says
+/// "plot_spectrum K=%d\n" and "maxi=%d maxf1=%f offset=%d\n". Returns as plot_curve does, and 1
+/// for an empty file.
+int plot_spectrum(std::FILE* file, const PlotSettings& settings, const char* title,
+                  const char* samples);
 
 }  // namespace torve

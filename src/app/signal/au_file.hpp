@@ -73,7 +73,9 @@ Outcome cut_au(const std::string& au_name, const std::string& res_name, double s
 int cut_part(const std::string& au_name, const std::string& res_name, double start_seconds,
              double end_seconds);
 
-/// make_au_file with 16-bit summary and padding words. No tool uses it.
+// Not used by the workbench itself.
+
+/// make_au_file with 16-bit summary and padding words.
 int make_au_file_32(const std::string& res_name, const std::string& au_name);
 
 }  // namespace torve

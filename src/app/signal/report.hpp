@@ -18,7 +18,9 @@ Outcome report_au_file(const std::string& path);
 /// The same; 0, or 1 if it is not done.
 int analyse(const std::string& path);
 
-/// Lists where two files differ as 16-bit words, until either ends. Always 0. No tool uses it.
+// Not used by the workbench itself.
+
+/// Lists where two files differ as 16-bit words, until either ends. Always 0.
 int find_differences(const std::string& path1, const std::string& path2);
 
 }  // namespace torve

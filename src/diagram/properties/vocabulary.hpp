@@ -42,20 +42,16 @@ inline constexpr VocabularyEntry yes_no[] = {{"yes", 0}, {"no", 1}};
 
 /// Writes a code's word into a field.
 int cnvtbl_i_to_s(Vocabulary table, int code, char* field);
-int cnvtbl_l_to_s(Vocabulary table, std::int32_t code, char* field);
 
 /// Shows a word with unknown_parameter() until a key or a mouse button is pressed.
 void report_unknown(std::string_view word);
 
-/// Finds the code of a field's word. The first two report_unknown() it when it is none.
+/// Finds the code of a field's word. The first one does report_unknown() when it is none.
 int cnvtbl_s_to_i(Vocabulary table, const char* field, int* code);
-int cnvtbl_s_to_l(Vocabulary table, const char* field, std::int32_t* code);
 int cnvtbl_s_to_i_noerror(Vocabulary table, const char* field, int* code);
-int cnvtbl_s_to_l_noerror(Vocabulary table, const char* field, std::int32_t* code);
 
 /// Writes the word of entry `n`, from 0, into a field, and its code.
 int cnvtbl_set(Vocabulary table, int n, char* field, int* code);
-int cnvtbl_setl(Vocabulary table, int n, char* field, std::int32_t* code);
 
 /// Puts the next word in place of a field's, the first one after the last. What stands behind the
 /// word stays, as far as there is room, but for blanks at its end.
@@ -63,5 +59,13 @@ int circulate(Vocabulary table, char* field);
 
 /// What a field holds behind its word; the whole field when there is no word of the table.
 [[nodiscard]] const char* text_behind_word(Vocabulary table, const char* field);
+
+// Not used by the workbench itself.
+
+/// The functions above with names of their own for 32-bit codes.
+int cnvtbl_l_to_s(Vocabulary table, std::int32_t code, char* field);
+int cnvtbl_s_to_l(Vocabulary table, const char* field, std::int32_t* code);
+int cnvtbl_s_to_l_noerror(Vocabulary table, const char* field, std::int32_t* code);
+int cnvtbl_setl(Vocabulary table, int n, char* field, std::int32_t* code);
 
 }  // namespace torve
