@@ -7,6 +7,8 @@
 #include <random>
 #include <span>
 
+#include "app/signal/sampling_rate.hpp"
+
 namespace torve {
 
 namespace {

@@ -8,7 +8,6 @@
 
 namespace torve {
 
-constexpr int sampling_rate = 44100;
 /// The second recorder is switched on this many samples (35 ms) after the first.
 constexpr int second_start = 1544;
 

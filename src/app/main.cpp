@@ -5,10 +5,10 @@
 #include <new>
 
 #include "app/arguments.hpp"
-#include "app/editor.hpp"
 #include "app/pool_failure.hpp"
 #include "app/shutdown.hpp"
 #include "app/signal/work_buffer.hpp"
+#include "app/workbench.hpp"
 #include "base/console.hpp"
 #include "base/memory_reserve.hpp"
 #include "diagram/diagram_file.hpp"

@@ -54,4 +54,8 @@ bool same_file(const std::string& a, const std::string& b) {
          first.st_dev == second.st_dev && first.st_ino == second.st_ino;
 }
 
+std::string strip_off_ending(const std::string& name) {
+  return name.substr(0, name.rfind('.'));
+}
+
 }  // namespace torve

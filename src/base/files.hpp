@@ -42,4 +42,7 @@ enum class DataKind { font, picture, include };
 /// Whether both names lead to one existing file (same device and inode, also through links).
 [[nodiscard]] bool same_file(const std::string& a, const std::string& b);
 
+/// Cuts a file name at its last '.'; a name without one stays as it is.
+[[nodiscard]] std::string strip_off_ending(const std::string& name);
+
 }  // namespace torve

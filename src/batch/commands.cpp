@@ -10,6 +10,7 @@
 #include "app/signal/correlation.hpp"
 #include "app/signal/matching.hpp"
 #include "app/signal/report.hpp"
+#include "app/signal/sampling_rate.hpp"
 #include "app/signal/spectrum.hpp"
 #include "app/signal/work_buffer.hpp"
 #include "base/number_text.hpp"
@@ -173,7 +174,7 @@ int run_spectrum(const Request& request) {
 }
 
 int run_filter(const Request& request, FilterMode mode) {
-  constexpr int highest = au_sampling_rate / 2;
+  constexpr int highest = sampling_rate / 2;
   const auto low = number_of<int>(request.words[3]);
   const auto high = number_of<int>(request.words[4]);
   const std::string samples = word_or(request, 5, "all");

@@ -10,6 +10,7 @@
 
 #include "app/signal/au_file.hpp"
 #include "app/signal/sample_file.hpp"
+#include "app/signal/sampling_rate.hpp"
 #include "base/console.hpp"
 
 namespace torve {
@@ -89,7 +90,7 @@ Enough enough_seconds(double end_seconds) {
     const auto fields = std::span(reinterpret_cast<const std::uint8_t*>(head.data()), head.size());
     constexpr double widest_sample = 4;
     const double samples_begin = std::max(au_word(fields.subspan<4, 4>()), au_fixed_part);
-    return bytes > samples_begin + (end_seconds * au_sampling_rate + 2) * widest_sample;
+    return bytes > samples_begin + (end_seconds * sampling_rate + 2) * widest_sample;
   };
 }
 

@@ -3,6 +3,7 @@
 #include <cstdio>
 
 #include "app/signal/au_file.hpp"
+#include "app/signal/sampling_rate.hpp"
 #include "base/files.hpp"
 #include "batch/streams.hpp"
 
@@ -51,7 +52,7 @@ void warn_about_signal(const std::string& name, const SampleRange& range, Taken 
 void warn_about_au(const std::string& name) {
   const auto format = au_format(name);
   if (!format) return;
-  if (format->encoding == au_float && format->sampling_rate == au_sampling_rate &&
+  if (format->encoding == au_float && format->sampling_rate == sampling_rate &&
       format->channels == 1) {
     return;
   }

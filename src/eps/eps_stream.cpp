@@ -117,8 +117,4 @@ void write_eps_label(int font, int x, int y, int area_height, int line_height, c
                area_height - y - line_height / 2, face, size, text);
 }
 
-std::string strip_off_ending(const std::string& name) {
-  return name.substr(0, name.rfind('.'));
-}
-
 }  // namespace torve

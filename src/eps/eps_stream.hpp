@@ -42,7 +42,4 @@ void write_eps_segment(int x1, int y1, int x2, int y2, int area_height);
 /// The text goes in as it stands: parentheses and backslashes keep their meaning there.
 void write_eps_label(int font, int x, int y, int area_height, int line_height, const char* text);
 
-/// Cuts a file name at its last '.'; a name without one stays as it is.
-[[nodiscard]] std::string strip_off_ending(const std::string& name);
-
 }  // namespace torve

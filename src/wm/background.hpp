@@ -15,7 +15,8 @@ namespace torve {
 
 inline constexpr std::size_t staging_bytes = 489'601;  // of the two shared buffers at start
 
-// State: the shared buffers, written by init_win and free_win; fgbuffer grows with its pictures.
+// State: the shared buffers, written by allocate_staging and release_staging; fg_to_fgbuf lets
+// fgbuffer grow with its pictures.
 extern std::vector<std::uint8_t> fgbuffer;  // the picture of the object being moved
 extern std::vector<std::uint8_t> bgbuffer;
 

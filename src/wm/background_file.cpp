@@ -8,7 +8,6 @@
 #include "base/errors.hpp"
 #include "base/files.hpp"
 #include "display/screen_state.hpp"
-#include "eps/eps_stream.hpp"
 #include "pool/pool.hpp"
 #include "wm/background.hpp"
 

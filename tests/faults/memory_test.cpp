@@ -9,10 +9,10 @@
 #include <sys/mman.h>
 #include <sys/wait.h>
 
-#include "app/editor.hpp"
 #include "app/pool_failure.hpp"
 #include "app/shutdown.hpp"
 #include "app/signal/work_buffer.hpp"
+#include "app/workbench.hpp"
 #include "base/console.hpp"
 #include "base/memory_reserve.hpp"
 #include "diagram/editor.hpp"

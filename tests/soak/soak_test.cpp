@@ -17,12 +17,12 @@
 #include <tuple>
 #include <unistd.h>
 
-#include "app/editor.hpp"
 #include "app/jump_table.hpp"
 #include "app/pool_failure.hpp"
 #include "app/shutdown.hpp"
 #include "app/signal/work_buffer.hpp"
 #include "app/tools/tools.hpp"
+#include "app/workbench.hpp"
 #include "base/console.hpp"
 #include "base/memory_reserve.hpp"
 #include "diagram/editor.hpp"

@@ -11,6 +11,7 @@
 #include "app/plot/plot_frame.hpp"
 #include "app/plot/running_sums.hpp"
 #include "app/signal/sample_file.hpp"
+#include "app/signal/sampling_rate.hpp"
 #include "base/errors.hpp"
 #include "base/files.hpp"
 #include "base/saturate.hpp"
@@ -27,12 +28,11 @@ char plot3name[pane_name_size];
 
 namespace {
 
-constexpr double sampling_rate = 44'100;  // samples a second, of every signal
-constexpr int pane_right = 795;           // last column that a pane draws on
-constexpr int pane_top = 12;              // from a pane's first row to its drawing area
-constexpr int pane_bottom = 170;          // to the area's last row
-constexpr int title_column = 12;          // cells
-constexpr int title_row = 3;              // pixels below the top
+constexpr int pane_right = 795;   // last column that a pane draws on
+constexpr int pane_top = 12;      // from a pane's first row to its drawing area
+constexpr int pane_bottom = 170;  // to the area's last row
+constexpr int title_column = 12;  // cells
+constexpr int title_row = 3;      // pixels below the top
 constexpr int y_label_row = 20;
 constexpr int unit_row = 13;  // pixels above the bottom
 constexpr int label_colour = 0;

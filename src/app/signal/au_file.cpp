@@ -7,6 +7,7 @@
 
 #include "app/signal/au_codec.hpp"
 #include "app/signal/sample_file.hpp"
+#include "app/signal/sampling_rate.hpp"
 #include "app/signal/say.hpp"
 #include "base/console.hpp"
 #include "base/files.hpp"
@@ -38,7 +39,7 @@ std::vector<std::uint8_t> leading_fields() {
   append_word(bytes, au_header_length);
   append_word(bytes, 0x00ffffff);
   append_word(bytes, au_float);
-  append_word(bytes, au_sampling_rate);
+  append_word(bytes, sampling_rate);
   append_word(bytes, 1);
   append(bytes, au_annotation);
   return bytes;
@@ -123,7 +124,7 @@ class Cut {
   // In double: a time of 1e30 seconds is as good as any, and not-a-number selects nothing.
   double byte_position(float seconds, double sample_size) const {
     return std::trunc(static_cast<double>(header_.length) +
-                      static_cast<double>(seconds) * au_sampling_rate * sample_size);
+                      static_cast<double>(seconds) * sampling_rate * sample_size);
   }
 
   bool selects(std::int64_t position) const {

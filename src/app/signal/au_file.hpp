@@ -25,7 +25,6 @@
 
 namespace torve {
 
-inline constexpr int au_sampling_rate = 44100;
 inline constexpr std::string_view au_magic = "dns.";
 inline constexpr std::string_view au_annotation = "AudacityBlockFile112";
 inline constexpr int au_fixed_part = 68;

@@ -7,6 +7,7 @@
 
 #include "app/signal/band_sums.hpp"
 #include "app/signal/sample_file.hpp"
+#include "app/signal/sampling_rate.hpp"
 #include "app/signal/say.hpp"
 #include "app/signal/spectrum.hpp"
 #include "app/signal/work_buffer.hpp"
@@ -15,7 +16,6 @@ namespace torve {
 
 namespace {
 
-constexpr std::int64_t sampling_rate = 44100;
 constexpr int samples_per_message = 1000;
 
 /// What one filter adds up.

@@ -5,6 +5,7 @@
 
 #include "app/signal/band_bins.hpp"
 #include "app/signal/clones.hpp"
+#include "app/signal/sampling_rate.hpp"
 #include "app/signal/trigonometry.hpp"
 #include "base/number_text.hpp"
 
@@ -12,7 +13,6 @@ namespace torve {
 
 namespace {
 
-constexpr double sampling_rate = 44100;
 constexpr int lanes = BandSums::lanes;
 
 // Of 32 samples this many must be certain, or the next runs go straight to the literal sums.

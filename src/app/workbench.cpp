@@ -1,4 +1,4 @@
-#include "app/editor.hpp"
+#include "app/workbench.hpp"
 
 #include <array>
 #include <string>
