@@ -3,9 +3,8 @@
 import signal
 
 import pytest
-from network import FRAME, NODE, POINTER, PRINT_OUT, READ_BACK, SAVE, UNDO, Editor
+from network import NODE, POINTER, PRINT_OUT, READ_BACK, SAVE, Editor
 from pictures import BLACK, cut, printed, same
-from workbench import PLOT, READ
 
 
 def drawing(desk):
@@ -34,27 +33,8 @@ def test_keeps_a_network(desk):
     assert not (desk.folder / "figure.vob.bak").exists(), "all was saved"
 
 
-def test_draws_over_plots_and_rescues_what_is_not_saved(desk):
-    desk.start()
-    desk.open(PLOT)
-    desk.run(PLOT, 0)
-    plotted = drawing(desk)
-    editor = Editor(desk, 300, 535)
-    editor.draw(FRAME, (100, 20), (300, 120))
-    drawn = drawing(desk)
-    assert not same(drawn, plotted)
-    desk.run(PLOT, 0)
-    assert same(drawing(desk), drawn), "a plot goes beneath the figures"
-    desk.open(READ)
-    desk.tap(350, 300)
-    assert same(drawing(desk), drawn), "a tool's icon takes the mouse from the diagram"
-    editor.choose(UNDO)
-    assert same(drawing(desk), plotted)
-    editor.draw(NODE, (200, 40), (200, 140))
+def leave(desk):
     desk.click(22, 575)
-    assert desk.process.exit_status() == 1
-    assert "diagram saved in figure.vob.bak" in desk.said()
-    assert "node x1=200 y1=40 x2=200 y2=140" in (desk.folder / "figure.vob.bak").read_text()
 
 
 def end_server(desk):
@@ -65,11 +45,12 @@ def interrupt(desk):
     desk.process.child.send_signal(signal.SIGINT)
 
 
-@pytest.mark.parametrize("end", [end_server, interrupt])
-def test_a_sudden_end_takes_no_diagram_with_it(desk, end):
+@pytest.mark.parametrize("end", [leave, end_server, interrupt])
+def test_an_end_takes_no_diagram_with_it(desk, end):
     desk.start()
     editor = Editor(desk, 600, 540)
     editor.draw(NODE, (200, 40), (200, 140))
     end(desk)
     assert desk.process.exit_status() == 1
+    assert "diagram saved in figure.vob.bak" in desk.said()
     assert "node x1=200 y1=40 x2=200 y2=140" in (desk.folder / "figure.vob.bak").read_text()
