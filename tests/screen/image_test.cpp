@@ -149,6 +149,8 @@ TEST_F(ImageTest, HeadersThatCannotBeTrueAreRefused) {
         << what;
     EXPECT_EQ(width + height, 0) << what;
   }
+  int size = 0;
+  EXPECT_EQ(printed_by([&] { getpicture("no", 9, 9, &size, &size); }), "cannot_find_file\n");
   EXPECT_EQ(all_pixels(), expected_);
 }
 
