@@ -150,7 +150,8 @@ TEST_F(ImageTest, HeadersThatCannotBeTrueAreRefused) {
     EXPECT_EQ(width + height, 0) << what;
   }
   int size = 0;
-  EXPECT_EQ(printed_by([&] { getpicture("no", 9, 9, &size, &size); }), "cannot_find_file\n");
+  EXPECT_EQ(printed_by([&] { EXPECT_EQ(getpicture("no", 9, 9, &size, &size), 1); }),
+            "cannot_find_file\n");
   EXPECT_EQ(all_pixels(), expected_);
 }
 
@@ -178,6 +179,8 @@ TEST_F(ImageTest, SavedPicturesArriveAtEveryBitPhaseWholeAndCut) {
     ASSERT_EQ(point_from_fn2b(i % width, i / width, 3, stride, buffer), pixel);
   }
   ASSERT_EQ(savebuf_tofile("s.fn2", width, height, stride, buffer), 0);
+  EXPECT_EQ(printed_by([&] { ASSERT_EQ(savebuf_tofile("no/s", 9, 9, stride, buffer), 1); }),
+            "cannot_create_file\n");
   for (const int wanted : {100, 5}) {
     int w = wanted, h = 100, s = 32767;
     ASSERT_EQ(loadbuf_fromfile("s.fn2", &w, &h, &s, read), 0);
