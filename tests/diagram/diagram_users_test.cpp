@@ -385,6 +385,24 @@ TEST_F(DiagramUsers, PressOnIconsOrBesideThem) {
   color_request_flag = 0;
 }
 
+// A figure is in hand, a line of the palette was pressed and not run.
+TEST_F(DiagramUsers, MoveAWindowWhateverKeysTheyPress) {
+  base_ = all_pixels();
+  node_ope(), vect_ed(1, 300, 250), vect_ed(1, 300, 400);
+  choose(0), click(300, 325), play();
+  ASSERT_EQ(vobjmode, mode_moving);
+  const WdObject& palette = wd(palette_id);
+  for (const unsigned long key : {0xFF1BUL, 0xFFFFUL}) {
+    click(palette.x + 40, line_row(palette, 3), 1, 600);
+    press(palette.x + 4, palette.y + 4, 3, 600), Hands::move(250, 230), Hands::move(270, 330);
+    add({.type = Type::key, .keysym = key});
+    Hands::move(400, 100), release(400, 100, 3);
+    play(), check();
+    EXPECT_TRUE(figure_is_in_hand());
+    EXPECT_EQ(palette.line_flags[0], line_selected);
+  }
+}
+
 TEST_F(DiagramUsers, PrintNamesAsTheyAre) {
   node_ope(), vect_ed(1, 300, 250), vect_ed(1, 300, 400);
   put_vlabel(VectorMode::clipped, 290, 230, "f(x)\\ quit");
