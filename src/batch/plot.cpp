@@ -44,14 +44,14 @@ Outcome draw(const PlotRequest& request, int target) {
 Outcome write_pane_eps(const PlotRequest& request, const std::string& output) {
   FilePtr template_file = open_eps(output, "psexampl.dat");
   if (!template_file) return {.cause = Cause::not_created, .name = output};
-  const Outcome drawn = draw(request, target_eps);
+  Outcome drawn = draw(request, target_eps);
   if (drawn.is_done()) return finish_eps(std::move(template_file));
   abandon_eps();
   return drawn;
 }
 
 Outcome write_pane_gif(const PlotRequest& request, const std::string& output) {
-  const Outcome drawn = draw(request, target_screen);
+  Outcome drawn = draw(request, target_screen);
   if (!drawn.is_done()) return drawn;
   const int top = request.pane * pane_pitch;
   return write_gif(output, {0, top, screen_width, top + pane_rows + 1});
@@ -60,7 +60,7 @@ Outcome write_pane_gif(const PlotRequest& request, const std::string& output) {
 }  // namespace
 
 Outcome plot_to_file(const PlotRequest& request, const std::string& output, PictureFormat format) {
-  const Outcome prepared = prepare_canvas();
+  Outcome prepared = prepare_canvas();
   if (!prepared.is_done()) return prepared;
   // Asked for before the output is touched.
   if (!open_regular_file(request.input, "r")) return input_failure(request.input);

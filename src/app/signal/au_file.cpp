@@ -83,7 +83,7 @@ Outcome write_au(const std::string& res_name, const std::string& au_name,
   au.write(as_text(header));
   const FilePtr res = open_regular_file(res_name, "rb");
   if (!res) {
-    const Outcome refused = au.refuse(input_failure(res_name).cause, res_name);
+    Outcome refused = au.refuse(input_failure(res_name).cause, res_name);
     say(missing_format, res_name.c_str());
     return refused;
   }
