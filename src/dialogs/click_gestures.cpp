@@ -29,6 +29,7 @@ Gesture ClickGestures::on_event(const PointerEvent& event, int row) {
         return Gesture::drag;
       }
       break;
+    case PointerAction::wheel:
     case PointerAction::none:
       break;
   }

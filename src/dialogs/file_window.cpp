@@ -115,6 +115,11 @@ Command paint_text_window(int id, int mode, void (*over_text)()) {
   return Command::put_down;
 }
 
+void scroll_text_window(int id, int lines) {
+  TextWindow window(id, open_text(wd(id).name));
+  scroll_window(window, lines);
+}
+
 Served serve_text_window(int id, const PointerEvent& press, Keep keep) {
   TextWindow window(id, open_text(wd(id).name));
   window.stays = keep == Keep::yes;

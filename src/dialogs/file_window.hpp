@@ -28,6 +28,9 @@ enum class Keep : std::uint8_t { no, yes };
 /// Command::missing_file when there is no file to put, of Command::no_memory without memory.
 [[nodiscard]] Command paint_text_window(int id, int mode, void (*over_text)() = nullptr);
 
+/// Scrolls an uncovered window by some lines.
+void scroll_text_window(int id, int lines);
+
 /// Serves a press on a window. One whose file has gone is served all the same, so that it can be
 /// closed; pressing into its text gives Command::missing_file.
 [[nodiscard]] Served serve_text_window(int id, const PointerEvent& press, Keep keep = Keep::no);

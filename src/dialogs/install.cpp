@@ -37,6 +37,7 @@ constexpr WdKind popup_menus = {
     .put = [](int id) { return paint_menu(id, mode_put); },
     .serve = serve_menu,
     .refresh = [](int id) { return paint_menu(id, mode_refresh); },
+    .scroll = scroll_menu,
     .free_memory = free_menu_memory,
     .icon_text = first_menu_line,
 };
@@ -45,6 +46,7 @@ constexpr WdKind text_windows = {
     .put = [](int id) { return paint_text(id, mode_put); },
     .serve = [](int id, const PointerEvent& press) { return serve_text_window(id, press); },
     .refresh = [](int id) { return paint_text(id, mode_refresh); },
+    .scroll = scroll_text_window,
     .icon_text = text_window_name,
 };
 

@@ -165,6 +165,11 @@ bool paint_menu(int id, int mode) {
   return true;
 }
 
+void scroll_menu(int id, int lines) {
+  MenuWindow window(id);
+  scroll_window(window, lines);
+}
+
 Served serve_menu(int id, const PointerEvent& press) {
   MenuWindow window(id);
   return serve_window(window, press);

@@ -28,6 +28,9 @@ int make_popup_menu(int id, int x, int y, int width, int height, int c1, int c2,
 /// for its background.
 [[nodiscard]] bool paint_menu(int id, int mode);
 
+/// Scrolls an uncovered menu by some lines.
+void scroll_menu(int id, int lines);
+
 /// Serves a press on a menu.
 [[nodiscard]] Served serve_menu(int id, const PointerEvent& press);
 

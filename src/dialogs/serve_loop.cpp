@@ -50,6 +50,9 @@ class ServeLoop {
         return heed(held());
       case PointerAction::release:
         return heed(released());
+      case PointerAction::wheel:
+        turn_wheel();
+        break;
       case PointerAction::none:
         break;
     }
@@ -59,6 +62,12 @@ class ServeLoop {
   std::optional<Command> heed(const Reply& reply) {
     if (reply.spends_press()) let_go();
     return reply.command();
+  }
+
+  void turn_wheel() {
+    if (grip_ != Grip::none || !rect_of(window_.object()).contains(event_.x, event_.y)) return;
+    scroll_window(window_, event_.lines);
+    drawn_line_ = window_.object().scroll_line;
   }
 
   Reply pressed() {
@@ -229,6 +238,18 @@ void ServedWindow::write_with(int ink, int paper) {
 
 Served serve_window(ServedWindow& window, const PointerEvent& press) {
   return ServeLoop(window).run(press);
+}
+
+void scroll_window(ServedWindow& window, int lines) {
+  WdObject& object = window.object();
+  if (has(object.flags, WdFlags::no_vertical_bar)) return;
+  window.lay_out();
+  const int before = object.scroll_line;
+  object.scroll_line += lines;
+  window.lay_out();
+  if (object.scroll_line == before) return;
+  window.draw_scrolled();
+  draw_window_frame(object, window.scroll, window.frame_colour, 0);
 }
 
 void paint_window(ServedWindow& window) {

@@ -80,6 +80,10 @@ class ServedWindow {
 /// Serves a press and those that follow.
 Served serve_window(ServedWindow& window, const PointerEvent& press);
 
+/// Scrolls the window by some lines, as far as it has any, and repaints it; one without a vertical
+/// scroll bar stays.
+void scroll_window(ServedWindow& window, int lines);
+
 /// Paints the whole window, as put and refresh ask for. The caller has seen to the background.
 void paint_window(ServedWindow& window);
 

@@ -99,9 +99,22 @@ PointerAction action_of(const InputEvent& event) {
                                                        : PointerAction::release;
 }
 
+// A wheel with one axis turns buttons 4 and 5.
+int lines_of_wheel(const InputEvent& event) {
+  constexpr int up = 4, down = 5;
+  if (event.type != Type::press || held_button != 0) return 0;
+  return event.button == down ? 1 : event.button == up ? -1 : 0;
+}
+
 // The event that has been read, as one of the mouse.
 PointerEvent handle_pointer() {
   PointerEvent event = {.button = cur_button};
+  event.lines = lines_of_wheel(report);
+  if (event.lines != 0) {
+    event.action = PointerAction::wheel;
+    event.x = report.x;
+    event.y = report.y;
+  }
   if (!counts(report)) return event;
   event.action = action_of(report);
   event.x = std::max(X1mouse, std::min(report.x, X2mouse));
@@ -114,6 +127,10 @@ PointerEvent handle_pointer() {
   oldY = event.y;
   if (event.action == PointerAction::press) flush_mouse();
   return event;
+}
+
+bool moves_pointer(const PointerEvent& event) {
+  return event.action != PointerAction::none && event.action != PointerAction::wheel;
 }
 
 PointerEvent next_event_of_pointer() {
@@ -167,7 +184,7 @@ void set_press_handler(void (*handler)()) {
 PointerEvent next_pointer_event() {
   const PointerEvent event = next_event_of_pointer();
   buttons = event.button;
-  if (event.action == PointerAction::none) return event;
+  if (!moves_pointer(event)) return event;
   X = event.x;
   Y = event.y;
   if (event.action == PointerAction::press && press_handler != nullptr) press_handler();
@@ -182,7 +199,7 @@ PointerEvent present_pointer() {
 int readmouse(int* button, int* x, int* y) {
   const PointerEvent event = next_event_of_pointer();
   *button = event.button;
-  if (event.action == PointerAction::none) return 0;
+  if (!moves_pointer(event)) return 0;
   *x = event.x;
   *y = event.y;
   return 0;

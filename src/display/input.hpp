@@ -21,12 +21,14 @@ enum class PointerAction {
   press,
   motion,   // of the button that is held
   release,  // also a motion when the release has been missed
+  wheel,    // turned by a step; no button is meant
 };
 struct PointerEvent {
   PointerAction action = PointerAction::none;
   int button = 0;          // pressed or held: first_button, second_button; 0 after the release
   int x = 0, y = 0;        // inside the clamp, pixels
   std::uint32_t time = 0;  // the server's clock, milliseconds; it may wrap round
+  int lines = 0;           // of the wheel: 1 down, -1 up
 };
 
 // State.
@@ -52,16 +54,17 @@ void set_close_handler(void (*handler)());
 /// What every press of a button that counts does first, whoever it is for; null: nothing.
 void set_press_handler(void (*handler)());
 
-/// Waits for the next event and handles it. The wheel is no event of the mouse, nor is a second
-/// button while one is held. A second press of the held button is a press: its release was lost on
-/// the way. `buttons`, X and Y are set as readmouse sets its outputs.
+/// Waits for the next event and handles it. A second button while one is held is no event of the
+/// mouse. A second press of the held button is a press: its release was lost on
+/// the way. `buttons`, X and Y are set as readmouse sets its outputs; the wheel sets
+/// none of them.
 PointerEvent next_pointer_event();
 
 /// A press as `buttons`, X and Y hold one, for procedures that are not handed their event.
 [[nodiscard]] PointerEvent present_pointer();
 
-/// next_pointer_event with outputs of the caller's; returns 0. A press, release or motion sets the
-/// three outputs; any other event sets
+/// next_pointer_event with outputs of the caller's; returns 0. The wheel is ignored. A press,
+/// release or motion sets the three outputs; any other event sets
 /// `*button` to the button that is still held and leaves the position.
 int readmouse(int* button, int* x, int* y);
 

@@ -282,6 +282,13 @@ EngineRound continue_press(const PointerEvent& pointer) {
   return {.result = Result::canvas_press, .press = pointer};
 }
 
+// What lies at the pointer comes to the top and scrolls, if it can.
+void turn_wheel(const PointerEvent& event) {
+  const int id = bring_to_top(event.x, event.y);
+  const WdKind* kind = id != 0 && !is_icon(wd(id)) ? kind_of(wd(id)) : nullptr;
+  if (kind != nullptr && kind->scroll != nullptr) scroll_object(id, event.lines);
+}
+
 // An object has been freed: if it was being served or moved, nothing is any more.
 void forget_served_object(int id) {
   if (lifted == id) lifted = 0;
@@ -328,6 +335,9 @@ EngineRound engine_round() {
       return owner == Owner::nobody ? EngineRound{} : continue_press(event);
     case PointerAction::release:
       if (owner != Owner::nobody) finish_press();
+      break;
+    case PointerAction::wheel:
+      if (owner == Owner::nobody) turn_wheel(event);
       break;
   }
   return {};

@@ -148,6 +148,11 @@ int serve_wd_objects(int index) {
   return static_cast<int>(serve_object(index + 1, present_pointer()).command);
 }
 
+void scroll_object(int id, int lines) {
+  const Kept kept(X1_min, Y1_min, X1_max, Y1_max, truncate1, xkoord, ykoord, bgcol);
+  kind_of(wd(id))->scroll(id, lines);
+}
+
 Served ask_to_move(const WdObject& object, const PointerEvent& press) {
   cxoff = press.x - object.x;
   cyoff = press.y - object.y;

@@ -109,7 +109,8 @@ extern int cxoff, cyoff;  // from a moved object's corner to the pointer, pixels
 
 /// What a kind does. put paints the object for the first time or anew after it was hidden, refresh
 /// repaints it in place; both return whether they could. serve handles the press that is going on
-/// and what follows. free_memory releases what the record owns beyond its background. icon_text
+/// and what follows. scroll moves what an uncovered object shows by some lines, as far as there are
+/// any, and repaints it. free_memory releases what the record owns beyond its background. icon_text
 /// names the object while it is an icon (at most 12 characters are shown).
 ///
 /// A kind with `covered` keeps the pixels under its objects there, and the background in their
@@ -119,6 +120,7 @@ struct WdKind {
   bool (*put)(int id) = nullptr;
   Served (*serve)(int id, const PointerEvent& press) = nullptr;
   bool (*refresh)(int id) = nullptr;
+  void (*scroll)(int id, int lines) = nullptr;
   void (*free_memory)(int id) = nullptr;
   const char* (*icon_text)(int id) = nullptr;
   std::vector<std::uint8_t>& (*covered)(int id) = nullptr;
@@ -178,6 +180,9 @@ int refresh_one_wd_object(int id);
 
 /// The kind's answer to a press; an object of an unknown kind is only put down.
 Served serve_object(int id, const PointerEvent& press);
+
+/// Scrolls an uncovered object whose kind can.
+void scroll_object(int id, int lines);
 
 /// Sets where the pointer holds an object that is about to be moved, and asks for the move.
 [[nodiscard]] Served ask_to_move(const WdObject& object, const PointerEvent& press);

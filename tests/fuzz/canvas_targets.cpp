@@ -45,6 +45,7 @@ constexpr int window = 20;
 class Stage {
  public:
   Stage() {
+    silence();
     answer({});
     std::string path = (fs::temp_directory_path() / "torve-fuzz.XXXXXX").string();
     root_ = mkdtemp(path.data());
@@ -244,6 +245,7 @@ void fields(Bytes input) {
   file_on_stage(nullptr);
   if (input.size() < 2) return;
   start_files();
+  silence();
   answer({});
   const int id = open_menu(input[0] % 16);
   WdObject& menu = wd(id);

@@ -87,6 +87,7 @@ void au_cut(Bytes input) {
   constexpr std::array<double, 8> times = {
       0, 0.0001, 1.9, 100, -1, 1e30, -1e300, std::numeric_limits<double>::quiet_NaN()};
   if (input.size() < 2) return;
+  silence();
   answer(input.first(1));
   const MemoryFile au(input.subspan(2)), res;
   if (cut_part(au.name(), res.name(), times[input[0] % 8], times[input[1] % 8]) != 0) return;
@@ -101,6 +102,7 @@ void report(Bytes input) {
   const Bytes bytes = input.subspan(1);
   const std::size_t answers = std::min<std::size_t>(input[0], bytes.size());
   const MemoryFile au(bytes.subspan(answers));
+  silence();
   answer(bytes.first(answers));
   const int result = analyse(au.name());
   require(result == 0 || result == 1);

@@ -45,12 +45,17 @@ class MemoryFile {
   int descriptor_;
 };
 
-/// Standard input gives these bytes from now on, and standard output goes nowhere.
-inline void answer(Bytes bytes) {
+/// Standard output goes nowhere from now on.
+inline void silence() {
   static const bool silent = std::freopen("/dev/null", "w", stdout) != nullptr;
+  require(silent);
+}
+
+/// Standard input gives these bytes from now on.
+inline void answer(Bytes bytes) {
   static const MemoryFile answers;
   answers.fill(bytes);
-  require(silent && dup2(answers.descriptor(), STDIN_FILENO) == 0);
+  require(dup2(answers.descriptor(), STDIN_FILENO) == 0);
   __fpurge(stdin);
   std::clearerr(stdin);
 }
