@@ -298,9 +298,7 @@ class DiagramUsers : public ScreenTest, protected Hands {
 };
 
 TEST_F(DiagramUsers, SeeBaseFiguresAndMenusInThatOrder) {
-  const char* asked = std::getenv("TORVE_SEEDS");
-  const unsigned seeds = asked != nullptr ? static_cast<unsigned>(std::atoi(asked)) : 4;
-  for (unsigned seed = 1; seed <= seeds && !HasFatalFailure(); ++seed) {
+  for (unsigned seed = 1; seed <= asked("TORVE_SEEDS", 4) && !HasFatalFailure(); ++seed) {
     random_.seed(seed);
     base_ = all_pixels();
     draw_many();

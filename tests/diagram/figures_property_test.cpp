@@ -85,9 +85,7 @@ class FiguresTest : public ScreenTest {
 };
 
 TEST_F(FiguresTest, RandomDiagramsLeaveNoTrace) {
-  const char* asked = std::getenv("TORVE_SEEDS");
-  const unsigned seeds = asked != nullptr ? static_cast<unsigned>(std::atoi(asked)) : 6;
-  for (unsigned seed = 1; seed <= seeds; ++seed) {
+  for (unsigned seed = 1; seed <= asked("TORVE_SEEDS", 6); ++seed) {
     random_.seed(seed);
     paint_base();
     if (seed == 2)

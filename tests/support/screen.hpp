@@ -1,6 +1,7 @@
 // A screen image without a window, and a directory of its own, for tests that need one.
 #pragma once
 
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -53,6 +54,12 @@ class TemporaryDirectory {
 
 inline void write_file(const std::string& name, const std::string& bytes) {
   std::ofstream(name, std::ios::binary) << bytes;
+}
+
+/// How much of a random test is asked for in the environment.
+inline unsigned asked(const char* variable, unsigned otherwise) {
+  const char* number = std::getenv(variable);
+  return number != nullptr ? static_cast<unsigned>(std::atoi(number)) : otherwise;
 }
 
 /// What `action` prints on standard output.

@@ -352,14 +352,10 @@ class StackingTest : public ScreenTest {
 };
 
 TEST_F(StackingTest, RandomUsersLeaveTheScreenRight) {
-  const char* asked_seeds = std::getenv("TORVE_SEEDS");
-  const char* asked_steps = std::getenv("TORVE_STEPS");
-  const unsigned seeds =
-      asked_seeds != nullptr ? static_cast<unsigned>(std::atoi(asked_seeds)) : 12;
-  const int steps = asked_steps != nullptr ? std::atoi(asked_steps) : 100;
+  const unsigned seeds = asked("TORVE_SEEDS", 12), steps = asked("TORVE_STEPS", 100);
   for (unsigned seed = 1; seed <= seeds; ++seed) {
     start(seed);
-    for (int i = 0; i < steps; ++i) {
+    for (unsigned i = 0; i < steps; ++i) {
       step();
       ASSERT_EQ(fault(), "") << "seed " << seed << " step " << i;
       ASSERT_FALSE(HasFailure()) << "seed " << seed << " step " << i;
@@ -376,10 +372,12 @@ TEST_F(StackingTest, RandomUsersLeaveTheScreenRight) {
 }
 
 TEST_F(StackingTest, PressesThatWaitGoWithTheWindowTheyWereMeantFor) {
-  register_wd_kind(closing_kind, {.put = put, .serve = [](int, const PointerEvent& press) {
-                                    queue = {mouse(Type::press, 1), mouse(Type::release, 1)};
-                                    return Served{Command::free, press};
-                                  }});
+  register_wd_kind(
+      closing_kind,
+      {.put = put, .serve = [](int, const PointerEvent& press) {
+         queue = {{.type = Type::press, .button = 1}, {.type = Type::release, .button = 1}};
+         return Served{Command::free, press};
+       }});
   start_wd_object(5, closing_kind, {100, 100, 200, 200}, WdFlags::none);
   ASSERT_EQ(put_wd_objects(5, 5), 0);
   queue = {{.type = Type::press, .button = 1, .x = 150, .y = 150}};
