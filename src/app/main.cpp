@@ -53,7 +53,7 @@ void close_window() {
   texit_ope(0, 0, 0);
 }
 
-int run(int argc, char** argv) {
+int run(int argc, char** argv, const StartFiles& named) {
   defaultfont = menu_font;
   install_pool_reporters();
   install_dialogs();
@@ -66,7 +66,7 @@ int run(int argc, char** argv) {
   set_screen_service(serve_expose_events);
   set_start_state();
   set_palette();
-  if (allocate_work_buffer()) editor();
+  if (allocate_work_buffer()) editor(named);
   if (release_everything() != 0) return report_font_problem("problems in freeing font\n");
   return 0;
 }
@@ -81,9 +81,10 @@ int say_no_memory() {
 int main(int argc, char** argv) try {
   set_up_console();
   int status = 0;
-  if (!read_arguments({argv + std::min(argc, 1), argv + argc}, &status)) return status;
+  const auto named = read_arguments({argv + std::min(argc, 1), argv + argc}, &status);
+  if (!named) return status;
   return_large_blocks();
-  return hold_memory_reserve() ? run(argc, argv) : say_no_memory();
+  return hold_memory_reserve() ? run(argc, argv, *named) : say_no_memory();
 } catch (const std::bad_alloc&) {
   release_everything();
   return say_no_memory();

@@ -7,7 +7,12 @@
 #include "app/jump_table.hpp"
 #include "app/main_loop.hpp"
 #include "app/plot/plot_panes.hpp"
+#include "app/tools/pane_views.hpp"
 #include "base/files.hpp"
+#include "diagram/diagram_file.hpp"
+#include "diagram/editor.hpp"
+#include "dialogs/messages.hpp"
+#include "dialogs/outcomes.hpp"
 #include "display/input.hpp"
 #include "display/screen_state.hpp"
 #include "draw/rectangles.hpp"
@@ -46,9 +51,9 @@ void clear_canvas() {
   clearwin(0, 0, X__max + 1, Y__max + 1, nocolor);
 }
 
-using StartFiles = std::array<FilePtr, pane_count>;
+using SignalFiles = std::array<FilePtr, pane_count>;
 
-bool open_start_files(StartFiles& files) {
+bool open_start_files(SignalFiles& files) {
   bool all = true;
   for (int pane = 0; pane < pane_count; ++pane) {
     const StartPlot& plot = start_plots.at(static_cast<std::size_t>(pane));
@@ -60,13 +65,38 @@ bool open_start_files(StartFiles& files) {
   return all;
 }
 
-void draw_start_plots(const StartFiles& files) {
+void draw_start_plots(const SignalFiles& files) {
   for (int pane = 0; pane < pane_count; ++pane) {
     const std::size_t i = static_cast<std::size_t>(pane);
     plot_curve(files.at(i).get(),
                {.start = start_plots.at(i).start, .xsc = start_xsc, .yoff = pane * pane_pitch},
                start_plots.at(i).file);
   }
+}
+
+Outcome show_in_pane(int pane, const std::string& name) {
+  set_pane_name(pane, name);
+  if (!open_regular_file(name, "r")) return input_failure(name);  // no pane is to say so
+  const PaneView view = {.xsc = name.ends_with(".spe") ? spectrum_xsc : overview_xsc};
+  return name.ends_with(".spe") ? show_spectrum(pane, view, "all") : show_signal(pane, view);
+}
+
+// What the user has asked for in place of the sample signals, whose names other tools still offer.
+// The first that cannot be shown is reported.
+void show_named_files(const StartFiles& named) {
+  Outcome first;
+  for (int pane = 0; pane < pane_count; ++pane) {
+    const std::size_t i = static_cast<std::size_t>(pane);
+    set_pane_name(pane, start_plots.at(i).file);
+    if (i >= named.panes.size()) continue;
+    const Outcome shown = show_in_pane(pane, named.panes[i]);
+    if (first.is_done()) first = shown;
+  }
+  if (!named.diagram.empty()) {
+    read_diagram(named.diagram.c_str());
+    exit_ope();  // as at every start no press does anything yet
+  }
+  show_outcome(first);
 }
 
 }  // namespace
@@ -78,13 +108,16 @@ void set_start_state() {
   open_drawing_area();
 }
 
-int editor() {
+int editor(const StartFiles& named) {
   if (init_win(0, work_buffers) != 0 || !allocate_staging()) return 1;
   if (initPool(1, pool_bytes_per_row * cr, 0, 0) != 0) return 1;
   clear_canvas();
   load_icon_bar();
-  StartFiles files;  // open for the whole run
-  if (open_start_files(files)) {
+  SignalFiles files;  // open for the whole run
+  if (!named.panes.empty() || !named.diagram.empty()) {
+    create_message_window();
+    show_named_files(named);
+  } else if (open_start_files(files)) {
     draw_start_plots(files);
   } else {
     say_cannot_find_files();

@@ -1,7 +1,7 @@
 """What a person sees when the program has started, beside what the guide's pictures show."""
 
 import pytest
-from pictures import CYAN, WHITE, cut, drawn_icon, icon_area, same
+from pictures import CYAN, RED, WHITE, cut, drawn_icon, icon_area, same
 from workbench import AS_NOBODY, SIGNALS
 
 ICONS = ("texit", "plicon", "print", "readic", "writeic", "compile", "start")
@@ -29,6 +29,34 @@ def test_without_a_signal_it_says_so_and_leaves_the_panes_empty(desk):
     for top, end in ((14, 170), (176, 346), (352, 522)):
         assert (picture[top:end] == WHITE).all(), top
     assert same(cut(picture, *icon_area(0)), drawn_icon(ICONS[0]))
+
+
+DIAGRAM = "torve-diagram 1\nvline x1=100 y1=300 x2=300 y2=300\n"
+
+
+@pytest.mark.parametrize(
+    "named, shown, message",
+    [
+        (["bhld2.res"], [0], False),
+        (["bhld1.res", "none.res", "compar3.res"], [0, 2], True),
+        (["a.vob"], [], False),
+        (["a.vob", "none.spe"], [], True),
+        (["none.vob"], [], True),
+    ],
+)
+def test_files_that_are_named_are_shown_in_place_of_the_sample_signals(desk, named, shown, message):
+    (desk.folder / "a.vob").write_text(DIAGRAM)
+    desk.program = [*desk.program, *named]
+    desk.start()
+    picture = desk.screenshot()
+    assert (picture[232:240, 190:210] == RED).all() == message
+    desk.key(ord(" "))  # a message goes with a key, which does nothing else
+    picture = desk.screenshot()
+    assert (picture[300, 100:300] != WHITE).all() == ("a.vob" in named)
+    picture[300] = WHITE
+    for i in range(3):
+        assert (picture[176 * i : 176 * i + 168] != WHITE).any() == (i in shown), i
+    assert desk.said().count("largest absolute value") == len(shown)
 
 
 @pytest.mark.parametrize("font", ["font7.dat", "font6.dat"])
