@@ -5,6 +5,7 @@ import signal
 import pytest
 from network import NODE, POINTER, PRINT_OUT, READ_BACK, SAVE, Editor
 from pictures import BLACK, cut, printed, same
+from workbench import DELETE, ESCAPE
 
 
 def drawing(desk):
@@ -26,7 +27,14 @@ def test_keeps_a_network(desk):
     assert paper.shape[1] == 700
     assert (paper == BLACK).sum() > 2000
     editor.draw(POINTER, (300, 235), (420, 330))  # moves the cpu
-    assert not same(drawing(desk), network)
+    moved = drawing(desk)
+    assert not same(moved, network)
+    desk.key(DELETE)
+    left = drawing(desk)
+    assert (left == BLACK).sum() < (moved == BLACK).sum(), "without what was in hand"
+    desk.key(ESCAPE)
+    desk.drag((500, 235), (510, 300), (520, 330))
+    assert same(drawing(desk), left), "no tool is armed"
     editor.use_files(READ_BACK)
     assert same(drawing(desk), network)
     desk.finish()

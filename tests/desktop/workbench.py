@@ -25,7 +25,7 @@ SIGNALS = ("bhld1.res", "bhld2.res", "compar3.res")
 EVIDENCE = PROGRAM.parents[1] / "tests" / "desktop"
 # Root may write whatever the permissions say, this user may not.
 AS_NOBODY = ["--reuid", "65534", "--regid", "65534", "--clear-groups"] if os.geteuid() == 0 else []
-BACKSPACE, RETURN = 0xFF08, 0xFF0D
+BACKSPACE, RETURN, ESCAPE, DELETE = 0xFF08, 0xFF0D, 0xFF1B, 0xFFFF
 
 TEXT_INSET, BOX = 16, 5  # from a menu's corner to its text, and to the middle of a box
 COLUMN, ROW = 8, 11

@@ -310,6 +310,8 @@ const Case cases[] = {
      [] { make_spectrum(0, "p2.res", "10200"); }},
     {"Bandpass", spectra, 2, "45=4000 31=3000 12=b.res 0:45=999 0:31=99 0:15=o.res",
      [] { filter("b.res", "o.res", 3000, 4000, filter_band_pass); }},
+    {"Bandpass, no numbers", spectra, 2, "45=x 31=-",
+     [] { filter("mid.res", "rest.res", 0, 0, filter_band_pass); }},
     // As they open.
     {"autocorrelation", correlations, 0, "",
      [] { autocorrelation("p1.res", "1"), draw(0, "autocor1.res", 0, 1, 1, 1); }},
