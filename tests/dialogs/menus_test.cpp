@@ -113,13 +113,14 @@ TEST_F(Menus, ResizedIsAsCreatedAtThatSize) {
     wd(id).height = height;
     put(id);
   };
-  const int drags[][6] = {
-      {415, 256, 461, 300, 368, 101}, {415, 256, 300, 210, 216, 35},  {415, 230, 470, 230, 376, 57},
-      {412, 230, 350, 230, 256, 57},  {200, 256, 200, 340, 320, 145}, {200, 252, 200, 235, 320, 35},
-      {415, 256, 799, 594, 704, 398}, {415, 256, 0, 0, 96, 35},       {415, 230, 416, 229, 328, 57},
-      {411, 230, 412, 229, 312, 57},  {200, 256, 201, 255, 320, 68},  {200, 251, 201, 250, 320, 46},
-      {414, 252, 415, 251, 328, 46}};
-  for (const auto& [x1, y1, x2, y2, width, height] : drags) {
+  const int drags[][7] = {{415, 256, 461, 300, 368, 101, 7}, {415, 256, 300, 210, 216, 35, 1},
+                          {415, 230, 470, 230, 376, 57, 3},  {412, 230, 350, 230, 256, 57, 3},
+                          {200, 256, 200, 340, 320, 145, 9}, {200, 252, 200, 235, 320, 35, 1},
+                          {415, 256, 799, 594, 704, 398, 9}, {415, 256, 0, 0, 96, 35, 1},
+                          {415, 230, 416, 229, 328, 57, 3},  {411, 230, 412, 229, 312, 57, 3},
+                          {200, 256, 201, 255, 320, 68, 4},  {200, 251, 201, 250, 320, 46, 2},
+                          {414, 252, 415, 251, 328, 46, 2}};
+  for (const auto& [x1, y1, x2, y2, width, height, lines] : drags) {
     open_sized(320, 57, 3);
     drag(x1, y1, x2, y2);
     play();
@@ -127,10 +128,81 @@ TEST_F(Menus, ResizedIsAsCreatedAtThatSize) {
     EXPECT_EQ(resized.width * 1000 + resized.height, width * 1000 + height) << x2 << "," << y2;
     const Pixels pixels = all_pixels();
     free_one_wd_object(id);
-    open_sized(resized.width, resized.height, resized.visible_lines);
-    EXPECT_EQ(all_pixels(), pixels);
+    open_sized(width, height, lines);
+    EXPECT_EQ(all_pixels(), pixels) << x2 << "," << y2;
     free_one_wd_object(id);
   }
+}
+
+// Rows for which there are no lines come last and go first; one line always stays.
+TEST_F(Menus, LinesComeBackAsTheMenuDoes) {
+  const auto open_tall = [] {
+    make_sample_menu(id, pen_menu, 96, 200);
+    wd(id).height += 11;
+    put(id);
+  };
+  open_tall();
+  const Pixels whole = all_pixels();
+  const auto step = [this](int times, bool taller) {
+    for (; times > 0; --times) {
+      const int bottom = 200 + wd(id).height - 1;
+      click(200, taller ? bottom : bottom - 4, 1, 900), play();
+    }
+  };
+  step(1, false);
+  EXPECT_EQ(std::tuple(wd(id).height, wd(id).visible_lines), std::tuple(57, 3)) << "there is room";
+  step(5, true), step(4, false);
+  EXPECT_TRUE(all_pixels() == whole) << "down and back";
+  step(6, false);
+  EXPECT_EQ(std::tuple(wd(id).height, wd(id).visible_lines), std::tuple(35, 1));
+  step(3, true);
+  EXPECT_TRUE(all_pixels() == whole) << "up and back";
+}
+
+TEST_F(Menus, OneThatIsMadeNarrowCanBeMadeWider) {
+  make_sample_menu(id, pen_menu, 96, 200);
+  wd(id).width = 72;
+  put(id);
+  click(163, 230), play();
+  EXPECT_EQ(wd(id).width, 72);
+  click(167, 230, 1, 900), play();
+  EXPECT_EQ(wd(id).width, 80);
+}
+
+TEST_F(Menus, TheWheelScrollsWhatLiesAtThePointer) {
+  const auto turn = [](int button, int x) { click(x, 230, button); };
+  open(field_menu);
+  const Pixels first = all_pixels();
+  open_menu(20, pen_menu, 300, 200);
+  turn(5, 120), turn(5, 120), turn(4, 50), turn(4, 120), play();
+  EXPECT_EQ(wd(id).scroll_line, 1);
+  EXPECT_EQ(first_row(10), "work load ");
+  click(label, row0), turn(5, 120), turn(5, 425), play();
+  EXPECT_EQ(wd(id).scroll_line, 2) << "while it is served";
+  for (int i = 0; i < 20; ++i)
+    turn(4, 120);
+  play();
+  free_one_wd_object(20);
+  wd(id).line_flags[1] = 0;
+  refresh_one_wd_object(id);
+  EXPECT_TRUE(all_pixels() == first) << "no further than the first line";
+}
+
+TEST_F(Menus, LinesMoveSoThatTheCursorIsSeen) {
+  open(field_menu);
+  const Pixels before = all_pixels();
+  click(text_x + 38 * 8 - 18 * 8, row0);  // scrolled by nothing yet: the first field
+  type("0123456789abcdefghij");
+  std::string moved;
+  at_wait = [&] {
+    if (user_events.size() == 1) moved = first_row(20);
+  };
+  add({.type = Type::key, .characters = {'\r'}, .character_count = 1});
+  play();
+  at_wait = nullptr;
+  EXPECT_NE(moved, "Autocorrelation of b") << "the line has moved";
+  EXPECT_EQ(first_row(19), "Autocorrelation of ") << "and is back";
+  EXPECT_FALSE(all_pixels() == before);
 }
 
 // A pointer that has left the track leads the thumb to its end.
