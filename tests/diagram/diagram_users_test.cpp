@@ -500,6 +500,23 @@ TEST_F(DiagramUsers, GetACopyUnderThePointer) {
   }
 }
 
+// Only that comes back, and the tool stays what it was.
+TEST_F(DiagramUsers, UndoWhatAMenuDid) {
+  constexpr int cut_line = 0;
+  const std::tuple<int, int (*)(), int> cases[] = {
+      {cut_line, exit_ope, mode_idle}, {cut_line, queue_ope, 13}, {copy_line, exit_ope, mode_idle}};
+  for (const auto& [line, tool, mode] : cases) {
+    node_ope(), vect_ed(1, 300, 200), vect_ed(1, 300, 300);
+    vline_ope(), vect_ed(1, 100, 100), vect_ed(1, 150, 100);
+    pointer_ope(), click(300, 250, 3, 600), play(), run_line(figure_menu_id, line), play();
+    EXPECT_EQ(keep_diagram().size(), line == cut_line ? 1U : 3U);
+    tool(), undo_ope();
+    EXPECT_EQ(keep_diagram().size(), 2U) << line;
+    EXPECT_EQ(vobjmode, mode) << line;
+    close_everything();
+  }
+}
+
 // Its menu was opened when the figure was still on top, and no other one in the hand.
 TEST_F(DiagramUsers, ColourAFigureWithItsLabel) {
   const std::uint32_t unchanged = colour_pixel(2);
