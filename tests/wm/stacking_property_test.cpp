@@ -293,6 +293,7 @@ class StackingTest : public ScreenTest {
         if (id == message_window_id) break;
         free_one_wd_object(id);
         model.take_off(id);
+        EXPECT_TRUE(moving != id && lifted_object() != id) << "it is still held";
         EXPECT_TRUE(moving != 0 || X2mouse == X__max) << "the pointer is shut in";
         break;
       case 2:
