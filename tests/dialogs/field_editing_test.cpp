@@ -19,7 +19,7 @@ class FieldEditing : public DialogTest {
   void start(const char* text) {
     items[0] = {"", 40, 0, 30, 5, 2}, items[1] = {"xy", 112, 0, 3, 3};
     std::snprintf(items[0].text, field_room, "%s", text);
-    std::snprintf(line, sizeof line, "%s", "From       to     .                    ");
+    std::snprintf(line, sizeof line, "%s", "From       to    .                     ");
   }
 
   // The cell of the mark from the field's first; -2: there is none.
@@ -45,11 +45,11 @@ TEST_F(FieldEditing, KeysChangeTextCursorWidthAndLine) {
     int width, cursor, limit;
     const char* row;
     int letters = 0;  // of a nation
-  } cases[] = {{"100\r", "0", "1000", 5, 3, 30, "From 1000  to xy  .      "},
-               {"\b25\r", "abc", "25bc", 5, 2, 30, "From 25bc  to xy  .      "},
-               {">>>>Z<<<<<<\r", "abc", "abcZ", 5, 0, 30, "From abcZ  to xy  .      "},
-               {"123456\b\b\r", "", "1234", 7, 4, 30, "From 1234    to xy  .    "},
-               {"1234", "", "1234", 5, 3, 4, "From 1234  to xy  .      "},
+  } cases[] = {{"100\r", "0", "1000", 5, 3, 30, "From 1000  to xy .       "},
+               {"\b25\r", "abc", "25bc", 5, 2, 30, "From 25bc  to xy .       "},
+               {">>>>Z<<<<<<\r", "abc", "abcZ", 5, 0, 30, "From abcZ  to xy .       "},
+               {"123456\b\b\r", "", "1234", 7, 4, 30, "From 1234    to xy .     "},
+               {"1234", "", "1234", 5, 3, 4, "From 1234  to xy .       "},
                {"12\r", "abcd", "12ab", 5, 2, 4, ""},
                {"l/z\r", "abc", "\1zabc", 5, 2, 30, "", 4},
                {"\x84\r", "bc", "\022bc", 5, 1, 30, "", 1},
@@ -71,10 +71,10 @@ TEST_F(FieldEditing, KeysChangeTextCursorWidthAndLine) {
 TEST_F(FieldEditing, LaterFieldsWidenNarrowAndEndEmptyOrFull) {
   EXPECT_EQ(edit(1, 30, "1234567\r"), 1);
   EXPECT_EQ(items[1].width, 8);
-  EXPECT_EQ(text_at(100, 50, 25), "From abc   to 1234567x . ") << "cut before the label";
+  EXPECT_EQ(text_at(100, 50, 25), "From abc   to 1234567x.  ") << "cut before the label";
   EXPECT_EQ(edit(1, 30, ">>>>>>>\b\b\b\b\b\b\r"), 1);
   EXPECT_EQ(items[1].width, 5) << "down to the first cursor place not beyond maxlen";
-  EXPECT_EQ(text_at(100, 50, 25), "From abc   to 1xy   .    ");
+  EXPECT_EQ(text_at(100, 50, 25), "From abc   to 1xy  .     ");
   EXPECT_EQ(edit(1, 30, "\b\b\b\b\r"), 0);
   EXPECT_EQ(edit(1, 99, std::string(31, 'x')), 1);
   EXPECT_EQ(std::string(items[1].text), std::string(30, 'x'));
