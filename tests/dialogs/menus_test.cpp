@@ -200,7 +200,7 @@ TEST_F(Menus, LinesMoveSoThatTheCursorIsSeen) {
   play();
   at_wait = nullptr;
   EXPECT_EQ(seen, "ocorrela") << "as far as it takes";
-  EXPECT_EQ(first_row(8), "Autocorr") << "and back";
+  EXPECT_EQ(first_row(8) + text_at(text_x, 227, 8), "Autocorrwork loa") << "and back";
 }
 
 // A pointer that has left the track leads the thumb to its end.
