@@ -18,6 +18,8 @@
 #include "diagram/model/diagram_text.hpp"
 #include "diagram/model/kept_diagram.hpp"
 #include "diagram/restore.hpp"
+#include "dialogs/outcomes.hpp"
+#include "dialogs/strip.hpp"
 #include "display/screen_state.hpp"
 #include "eps/eps_stream.hpp"
 #include "wm/canvas_paint.hpp"
@@ -31,11 +33,14 @@ constexpr const char* directory_for_anybody = P_tmpdir "/";
 constexpr const char* eps_template = "psdiagram.dat";
 constexpr std::size_t largest_file = std::size_t{8} << 20;  // bytes
 
-bool write_diagram(const char* name) {
+Outcome write_diagram(const char* name) {
   OutputFile file(name);
-  if (!file) return false;
+  if (!file) return file.outcome();
   file.write(diagram_to_text(keep_diagram()));
-  return file.finish();
+  const bool written = file.finish();
+  Outcome outcome = file.outcome();
+  if (!written && outcome.is_done()) outcome = {.cause = Cause::not_written, .name = name};
+  return outcome;
 }
 
 // As the user database has it: HOME may lead anywhere.
@@ -56,10 +61,16 @@ std::optional<std::string> contents(std::FILE* file) {
   }
 }
 
-int refuse(const char* name, int line) {
-  std::printf("%s line %d not read\n", name, line);
-  file_error(line);
+int refuse(const std::string& why, int code) {
+  std::printf("%s\n", why.c_str());
+  file_error(code);
+  say_in_strip(why);
   return 1;
+}
+
+int result_of(const Outcome& outcome) {
+  show_outcome(outcome);
+  return outcome.is_done() ? 0 : 1;
 }
 
 // Every figure into the EPS file, which draws it on the canvas, too.
@@ -77,29 +88,21 @@ void print_figures() {
 }  // namespace
 
 int save_diagram(const char* name) {
-  if (!write_diagram(name)) {
-    cannot_create_file(name);
-    return 1;
-  }
-  diagram_was_saved();
-  return 0;
+  const Outcome outcome = write_diagram(name);
+  if (outcome.is_done()) diagram_was_saved();
+  return result_of(outcome);
 }
 
 int read_diagram(const char* name) {
   const FilePtr file = open_regular_file(name, "rb");
-  if (!file) {
-    cannot_find_file(name);
-    return 1;
-  }
+  if (!file) return result_of(input_failure(name));
   const std::optional<std::string> text = contents(file.get());
-  if (!text) {
-    std::printf("%s is too large or cannot be read\n", name);
-    file_error(0);
-    return 1;
-  }
+  if (!text) return refuse(std::string(name) + " is too large or cannot be read", 0);
   int bad_line = 0;
   const std::optional<KeptDiagram> diagram = diagram_from_text(*text, &bad_line);
-  if (!diagram) return refuse(name, bad_line);
+  if (!diagram) {
+    return refuse(std::string(name) + " line " + std::to_string(bad_line) + " not read", bad_line);
+  }
   pointer_ope();
   prepare_change();
   restore_diagram(*diagram);
@@ -110,14 +113,9 @@ int read_diagram(const char* name) {
 
 int print_diagram(const char* name) {
   FilePtr template_file = open_eps(name, eps_template);
-  if (!template_file) {
-    cannot_create_file(name);
-    return 1;
-  }
+  if (!template_file) return result_of({.cause = Cause::not_created, .name = name});
   print_figures();
-  if (close_eps(std::move(template_file)) == 0) return 0;
-  cannot_create_file(name);
-  return 1;
+  return result_of(finish_eps(std::move(template_file)));
 }
 
 void rescue_diagram() {

@@ -18,9 +18,8 @@ void print(const MenuRun& menu) {
   FilePtr template_file = open_eps(name, "psexampl.dat");
   if (!template_file) return say_outcome({.cause = Cause::not_created, .name = name});
   const Outcome drawn = print_signal(pane, plot_settings_of(pane));
-  if (close_eps(std::move(template_file)) != 0) {
-    return say_outcome({.cause = Cause::not_written, .name = name});
-  }
+  const Outcome written = finish_eps(std::move(template_file));
+  if (!written.is_done()) return say_outcome(written);
   show_outcome(drawn);
 }
 
