@@ -110,15 +110,17 @@ TEST(DoublePresses, AsArgumentsSayThem) {
                {"the first", 40, 7, 1, 40, 0, 50, 0},    {"dragged right", 41, 7, 1, 40, 0, 0, 1},
                {"dragged left", 39, 7, 1, 40, 1, 50, 0}, {"another row", 41, 8, 1, 40, 0, 0, 0},
                {"released", 41, 7, 0, 40, 0, 0, 0}};
-  for (const auto& [what, x, y, button, press_x, first_press, time, expected] : cases) {
-    SCOPED_TRACE(what);
-    int flags[] = {0, 1, 1}, none[] = {0, 2}, first = first_press, counter = time;
+  for (const auto& test : cases) {
+    SCOPED_TRACE(test.what);
+    int flags[] = {0, 1, 1}, none[] = {0, 2}, first = test.first, counter = test.counter;
     const auto runs = [&](int* of, int lines) {
-      return doubleclick_and_submenu(of, lines, x, y, button, press_x, 7, &first, &counter, 50);
+      return doubleclick_and_submenu(of, lines, test.x, test.y, test.button, test.press_x, 7,
+                                     &first, &counter, 50);
     };
-    EXPECT_EQ(runs(flags, 3), expected);
-    EXPECT_EQ(flags[1] * 10 + flags[2], expected == 1 ? 31 : 11);
-    EXPECT_EQ(first + counter, expected == 1 && x == press_x ? 0 : first_press + time);
+    EXPECT_EQ(runs(flags, 3), test.expected);
+    EXPECT_EQ(flags[1] * 10 + flags[2], test.expected == 1 ? 31 : 11);
+    const bool cleared = test.expected == 1 && test.x == test.press_x;
+    EXPECT_EQ(first + counter, cleared ? 0 : test.first + test.counter);
     EXPECT_EQ(runs(none, 2), 0);
   }
 }
