@@ -43,7 +43,7 @@ bool press_on_canvas(const JumpEntry* table, const PointerEvent& press) {
     if (exit_vect_ed == 0) vect_ed(0, press.x, press.y);
     return false;
   }
-  if (begins) palette_press(press.button, press.x);
+  if (begins) palette_press(press);
   if (exit_vect_ed == 0 && edit_diagram(press) == PressUse::spent) spend_press();
   return false;
 }

@@ -82,7 +82,7 @@ void grab(Vobj* figure, int mode) {
 }
 
 PressUse pick(const PointerEvent& press) {
-  const auto [figure, part] = picked_at(press.button, press.x, press.y);
+  const auto [figure, part] = picked_at(press);
   switch (part) {
     case FigurePart::middle:
       if (press.button != first_button) {

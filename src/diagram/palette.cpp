@@ -70,8 +70,8 @@ void open_palette() {
   open_or_raise(menu);
 }
 
-void palette_press(int button, int x) {
-  if (button == second_button && x <= last_diagram_column && vobjmode != mode_pointer)
+void palette_press(const PointerEvent& press) {
+  if (press.button == second_button && press.x <= last_diagram_column && vobjmode != mode_pointer)
     open_palette();
 }
 

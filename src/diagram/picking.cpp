@@ -25,14 +25,16 @@ bool beside(int column, int x, int reach) {
 
 }  // namespace
 
-FigurePart part_at(const Vobj& figure, int button, int x, int y) {
+FigurePart part_at(const Vobj& figure, const PointerEvent& press) {
+  const int x = press.x;
+  const int y = press.y;
   const FigureAnchor centre = centre_of(figure);
   const int t = tolerance_of(figure);
   if (beside(centre.x, x, grab_reach) && centre.y - t < y && y < centre.y + t) {
     return FigurePart::middle;
   }
   const bool in_head = figure.y1 <= y && y < figure.y1 + t;
-  if (button != first_button) {
+  if (press.button != first_button) {
     const bool hit = in_head && beside(figure.x1, x, properties_reach);
     return hit ? FigurePart::properties : FigurePart::none;
   }
@@ -43,10 +45,10 @@ FigurePart part_at(const Vobj& figure, int button, int x, int y) {
   return FigurePart::none;
 }
 
-PickedFigure picked_at(int button, int x, int y) {
+PickedFigure picked_at(const PointerEvent& press) {
   for (Vobj* figure = firstvobj; figure != nullptr; figure = figure->next) {
     if (figure->phase == 0) continue;
-    const FigurePart part = part_at(*figure, button, x, y);
+    const FigurePart part = part_at(*figure, press);
     if (part != FigurePart::none) return {figure, part};
   }
   return {};

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "diagram/model/vobj.hpp"
+#include "display/input.hpp"
 
 namespace torve {
 
@@ -13,15 +14,15 @@ enum class FigurePart {
   properties  // second button only: opens the property menu
 };
 
-/// The part of a placed figure at (x, y), pixels, for a button. All lie within two columns of their
+/// The part of a placed figure that a press is on. All lie within two columns of their
 /// point (five for properties) and within a tenth of the figure's height, two rows at least.
-[[nodiscard]] FigurePart part_at(const Vobj& figure, int button, int x, int y);
+[[nodiscard]] FigurePart part_at(const Vobj& figure, const PointerEvent& press);
 
 /// The first placed figure in the list with such a part, and which; null when there is none.
 struct PickedFigure {
   Vobj* figure = nullptr;
   FigurePart part = FigurePart::none;
 };
-[[nodiscard]] PickedFigure picked_at(int button, int x, int y);
+[[nodiscard]] PickedFigure picked_at(const PointerEvent& press);
 
 }  // namespace torve

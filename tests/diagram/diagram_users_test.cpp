@@ -449,8 +449,11 @@ TEST_F(DiagramUsers, PickPartsByTheirReach) {
       FigurePart first = in(place.x2, 1, at_end) ? end : in(place.x1, 1, at_head) ? head : none;
       FigurePart second = in(place.x1, 4, at_head) ? properties : none;
       if (in(middle_x, 1, in_middle)) first = second = middle;
-      ASSERT_EQ(part_at(figure, 1, x, y), first) << x << ", " << y << " of " << place.y2;
-      ASSERT_EQ(part_at(figure, 2, x, y), second) << x << ", " << y << " of " << place.y2;
+      const auto pressed = [x, y](int button) {
+        return PointerEvent{.action = PointerAction::press, .button = button, .x = x, .y = y};
+      };
+      ASSERT_EQ(part_at(figure, pressed(1)), first) << x << ", " << y << " of " << place.y2;
+      ASSERT_EQ(part_at(figure, pressed(2)), second) << x << ", " << y << " of " << place.y2;
     }
   }
 }
