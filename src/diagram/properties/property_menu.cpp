@@ -40,6 +40,7 @@ struct FilledLines {
     place.width = length;
     for (std::size_t next = field + 1; next < lines[line].fields.size(); ++next)
       lines[line].fields.at(next).column += more;
+    columns = std::max(columns, static_cast<int>(texts[line].find_last_not_of(' ')) + 1);
   }
 };
 
