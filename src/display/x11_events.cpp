@@ -64,6 +64,8 @@ Type type_of(const XEvent& x_event) {
       return Type::expose;
     case ConfigureNotify:
       return Type::resize;
+    case DestroyNotify:  // by another client: there is nothing left to show anything in
+      return Type::close;
     case ClientMessage:
       return is_protocol(x_event.xclient, window_protocols.delete_window) ? Type::close
                                                                           : Type::other;

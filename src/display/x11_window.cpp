@@ -54,6 +54,7 @@ XFontStruct* font_info = nullptr;
 XSizeHints size_hints;
 bool own_colormap = false;
 void (*connection_lost_handler)() = nullptr;
+XErrorHandler other_errors = nullptr;  // what the library does about an error
 
 constexpr DisplayBackend x11_backend = {
     .wait_event = wait_x11_event,
@@ -68,6 +69,14 @@ int note_lost_connection(Display*) {
   if (connection_lost_handler != nullptr) connection_lost_handler();
   std::fflush(stdout);
   std::exit(1);
+}
+
+// Another client may destroy the window at any time; what is still drawn until that is known goes
+// nowhere, and is no reason to end without a word and without saving the diagram.
+int ignore_gone_window(Display* connection, XErrorEvent* error) {
+  const bool is_about_us = error->resourceid == win;
+  const bool is_gone = error->error_code == BadWindow || error->error_code == BadDrawable;
+  return is_about_us && is_gone ? 0 : other_errors(connection, error);
 }
 
 [[noreturn]] void give_up(const char* reason) {
@@ -196,6 +205,7 @@ void wait_until_exposed() {
   InputEvent event;
   do {
     wait_x11_event(event);
+    if (event.type == InputEvent::Type::close) std::exit(1);
   } while (event.type != InputEvent::Type::expose);
   drop_x11_events(InputEvent::Type::expose);
 }
@@ -207,6 +217,7 @@ void initgraph(int argc, char** argv) {
   display = XOpenDisplay(nullptr);
   if (display == nullptr) give_up("X not started\n");
   XSetIOErrorHandler(note_lost_connection);
+  other_errors = XSetErrorHandler(ignore_gone_window);
   screen = DefaultScreen(display);
   Visual* visual = find_visual();
   if (visual == nullptr) give_up("X not started\n");

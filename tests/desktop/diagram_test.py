@@ -53,7 +53,12 @@ def interrupt(desk):
     desk.process.child.send_signal(signal.SIGINT)
 
 
-@pytest.mark.parametrize("end", [leave, end_server, interrupt])
+def destroy_window(desk):
+    desk.window.destroy()
+    desk.display.sync()
+
+
+@pytest.mark.parametrize("end", [leave, end_server, interrupt, destroy_window])
 def test_an_end_takes_no_diagram_with_it(desk, end):
     desk.start()
     editor = Editor(desk, 600, 540)
