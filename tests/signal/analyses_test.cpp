@@ -36,12 +36,13 @@ TEST_F(Analyses, CorrelationsHaveTheDigitsOfTheLiteralSums) {
     literal::write("b", sine_in_noise(n + n / 3, 3, 9));
     literal::write("c", square_wave(n, 2, 2e6F));
     for (const auto& [one, two] : {std::pair("a", "b"), {"b", "a"}, {"c", "c"}}) {
-      const std::string said = printed_by([&] { literal::correlation(one, two, "expected"); });
-      EXPECT_EQ(printed_by([&] { EXPECT_EQ(correlation(one, two, "1"), 0); }),
+      const std::string said =
+          printed_by([one = one, two = two] { literal::correlation(one, two, "expected"); });
+      EXPECT_EQ(printed_by([one = one, two = two] { EXPECT_EQ(correlation(one, two, "1"), 0); }),
                 "in correlation\n" + said + "done\n");
       ASSERT_EQ(read_file("corre1.res"), read_file("expected")) << n;
       literal::autocorrelation(one, "expected");
-      EXPECT_EQ(printed_by([&] { EXPECT_EQ(autocorrelation(one, "1"), 0); }),
+      EXPECT_EQ(printed_by([one = one] { EXPECT_EQ(autocorrelation(one, "1"), 0); }),
                 "in autocorrelation\ngot ave and variance\ndone\n");
       ASSERT_EQ(read_file("autocor1.res"), read_file("expected")) << n;
     }
