@@ -64,6 +64,7 @@ int run(int argc, char** argv, const StartFiles& named) {
   set_close_handler(close_window);
   set_connection_lost_handler(rescue_diagram);
   set_screen_service(serve_expose_events);
+  set_input_waiter(serve_window_until_readable);
   set_start_state();
   set_palette();
   if (allocate_work_buffer()) editor(named);

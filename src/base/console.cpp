@@ -13,6 +13,7 @@ namespace torve {
 namespace {
 
 ScreenService screen_service = nullptr;
+void (*input_waiter)(int) = nullptr;
 std::array<bool, STDERR_FILENO + 1> was_closed = {};
 
 // A stream that the program was started without must not be one of its files: the next one opened,
@@ -35,10 +36,20 @@ void serve_screen() {
   if (screen_service != nullptr) screen_service();
 }
 
+void set_input_waiter(void (*wait_until_readable)(int descriptor)) {
+  input_waiter = wait_until_readable;
+  if (input_waiter != nullptr) std::setvbuf(stdin, nullptr, _IONBF, 0);
+}
+
 int read_console_char() {
   serve_screen();
   std::fflush(stdout);
+  if (input_waiter != nullptr && !is_in_background()) input_waiter(STDIN_FILENO);
   return std::getchar();
+}
+
+bool is_in_background() {
+  return isatty(STDIN_FILENO) != 0 && tcgetpgrp(STDIN_FILENO) != getpgrp();
 }
 
 void set_up_console() {

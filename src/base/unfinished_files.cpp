@@ -5,6 +5,7 @@
 #include <atomic>
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
 #include <unistd.h>
 
 namespace torve {
@@ -71,6 +72,7 @@ void remove_unfinished_files() {
 }
 
 void clean_up_when_ended() {
+  [[maybe_unused]] static const int registered = std::atexit(remove_unfinished_files);
   for (const int signal : ending_signals) {
     struct sigaction action = {};
     sigaction(signal, nullptr, &action);

@@ -45,7 +45,7 @@ class UnfinishedFile {
 void remove_unfinished_files();
 
 /// From now on the three signals remove them and then end the process as they did; those that are
-/// ignored or caught already are left alone.
+/// ignored or caught already are left alone. An exit in the middle of writing removes them, too.
 void clean_up_when_ended();
 
 }  // namespace torve

@@ -27,6 +27,10 @@ struct InputEvent {
 struct DisplayBackend {
   /// Waits for the next event.
   void (*wait_event)(InputEvent& event) = nullptr;
+  /// Waits until `descriptor` can be read: true. False when an event of the window comes first,
+  /// which is then in `event`: its picture, its size, the wish to close. Presses and keys keep
+  /// their place. Null where nobody waits in this way.
+  bool (*wait_readable)(int descriptor, InputEvent& event) = nullptr;
   /// Whether an event can be had without waiting.
   bool (*event_pending)() = nullptr;
   /// Removes every waiting event of the type and nothing else; whether there was one.

@@ -4,6 +4,7 @@
 #include <csignal>
 #include <fcntl.h>
 #include <initializer_list>
+#include <iterator>
 #include <poll.h>
 #include <unistd.h>
 
@@ -54,13 +55,15 @@ void watch_ending_signals() {
   }
 }
 
-bool wait_unless_asked_to_end(int descriptor) {
+Waited wait_unless_asked_to_end(int descriptor, int other) {
   for (;;) {
-    pollfd waited[] = {{descriptor, POLLIN, 0}, {signal_pipe[0], POLLIN, 0}};
-    if (poll(waited, 2, -1) < 0 && errno == EINTR) continue;
-    if (waited[1].revents == 0) return true;
-    take_byte();
-    return false;
+    pollfd waited[] = {{descriptor, POLLIN, 0}, {signal_pipe[0], POLLIN, 0}, {other, POLLIN, 0}};
+    if (poll(waited, std::size(waited), -1) < 0 && errno == EINTR) continue;
+    if (waited[1].revents != 0) {
+      take_byte();
+      return Waited::asked_to_end;
+    }
+    return waited[0].revents == 0 && waited[2].revents != 0 ? Waited::other : Waited::readable;
   }
 }
 

@@ -7,8 +7,13 @@ namespace torve {
 /// Catches them from now on; those that the program was started to ignore stay ignored.
 void watch_ending_signals();
 
-/// Waits until `descriptor` can be read. False when an ending signal has come instead; it is
-/// forgotten then.
-[[nodiscard]] bool wait_unless_asked_to_end(int descriptor);
+enum class Waited {
+  readable,      // the first descriptor; perhaps the other one, too
+  other,         // only the other one
+  asked_to_end,  // an ending signal has come; it is forgotten now
+};
+
+/// Waits until `descriptor` can be read, or `other` unless that is negative.
+[[nodiscard]] Waited wait_unless_asked_to_end(int descriptor, int other = -1);
 
 }  // namespace torve

@@ -248,6 +248,15 @@ void serve_expose_events() {
   present();
 }
 
+void serve_window_until_readable(int descriptor) {
+  InputEvent event;
+  while (backend != nullptr && backend->wait_readable != nullptr &&
+         !backend->wait_readable(descriptor, event)) {
+    handle_window_event(event);
+    present();
+  }
+}
+
 int kbhit() {
   return 0;
 }

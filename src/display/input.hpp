@@ -83,6 +83,10 @@ int getch_or_press();
 /// window size, leaves presses and keys for later. Long computations call it at progress lines.
 void serve_expose_events();
 
+/// Serves the window until `descriptor` can be read: its picture, its size, the wish to close.
+/// Leaves presses and keys for later. Returns at once without a window.
+void serve_window_until_readable(int descriptor);
+
 /// Always 0: no key is ever reported as waiting.
 int kbhit();
 

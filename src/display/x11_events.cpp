@@ -110,22 +110,57 @@ int x_type_of(Type type) {
   }
 }
 
+Bool is_about_window(Display*, XEvent* event, XPointer) {
+  switch (event->type) {
+    case KeyPress:
+    case ButtonPress:
+    case ButtonRelease:
+    case MotionNotify:
+      return False;
+    default:
+      return True;
+  }
+}
+
+// What is told to the program alone goes no further; true for an event that does.
+bool hand_on(XEvent& x_event, InputEvent& event) {
+  if (x_event.type == MappingNotify) XRefreshKeyboardMapping(&x_event.xmapping);
+  if (x_event.type == ClientMessage && is_protocol(x_event.xclient, window_protocols.ping)) {
+    answer_ping(x_event);
+    return false;
+  }
+  translate(x_event, event);
+  return true;
+}
+
+bool is_asked_to_end(Waited waited, InputEvent& event) {
+  if (waited == Waited::asked_to_end) event = {.type = Type::close};
+  return waited == Waited::asked_to_end;
+}
+
 }  // namespace
 
 void wait_x11_event(InputEvent& event) {
   XEvent x_event;
-  for (;;) {
-    if (XPending(display) == 0 && !wait_unless_asked_to_end(ConnectionNumber(display))) {
-      event = {.type = Type::close};
+  do {
+    if (XPending(display) == 0 &&
+        is_asked_to_end(wait_unless_asked_to_end(ConnectionNumber(display)), event)) {
       return;
     }
     XNextEvent(display, &x_event);
-    if (x_event.type == MappingNotify) XRefreshKeyboardMapping(&x_event.xmapping);
-    if (x_event.type != ClientMessage || !is_protocol(x_event.xclient, window_protocols.ping))
-      break;
-    answer_ping(x_event);
+  } while (!hand_on(x_event, event));
+}
+
+bool wait_x11_readable(int descriptor, InputEvent& event) {
+  XEvent x_event;
+  for (;;) {
+    while (XCheckIfEvent(display, &x_event, is_about_window, nullptr) == True) {
+      if (hand_on(x_event, event)) return false;
+    }
+    const Waited waited = wait_unless_asked_to_end(ConnectionNumber(display), descriptor);
+    if (is_asked_to_end(waited, event)) return false;
+    if (waited == Waited::other) return true;
   }
-  translate(x_event, event);
 }
 
 bool x11_event_pending() {

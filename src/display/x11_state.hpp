@@ -30,6 +30,7 @@ extern WindowProtocols window_protocols;
 
 /// The event half of the backend (x11_events.cpp).
 void wait_x11_event(InputEvent& event);
+bool wait_x11_readable(int descriptor, InputEvent& event);
 bool x11_event_pending();
 bool drop_x11_events(InputEvent::Type type);
 

@@ -58,6 +58,7 @@ XErrorHandler other_errors = nullptr;  // what the library does about an error
 
 constexpr DisplayBackend x11_backend = {
     .wait_event = wait_x11_event,
+    .wait_readable = wait_x11_readable,
     .event_pending = x11_event_pending,
     .drop_events = drop_x11_events,
     .push = push_to_x11,

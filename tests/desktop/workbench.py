@@ -59,7 +59,7 @@ class Process:
 
     def __init__(self, words, **options):
         words = ["setpriv", "--pdeathsig", "KILL", *words]
-        self.child = subprocess.Popen(words, stdin=subprocess.DEVNULL, **options)
+        self.child = subprocess.Popen(words, **{"stdin": subprocess.DEVNULL} | options)
         self.ended = os.pidfd_open(self.child.pid)  # can be read when it has
 
     def exit_status(self, limit=PATIENCE):
@@ -88,7 +88,7 @@ class Workbench:
         self.program = [shutil.copy(PROGRAM, self.home / "bin")]
         return self.home / "share" / "torve"
 
-    def launch(self, screen="1024x768x24"):
+    def launch(self, screen="1024x768x24", **streams):
         """Starts the program without waiting for its window."""
         words = ["Xvfb", "-displayfd", "1", "-screen", "0", screen, "-noreset", "-nolisten", "tcp"]
         self.server = Process(words, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
@@ -99,13 +99,13 @@ class Workbench:
         # New windows, and the answers to pings, are reported to the root window.
         self.root.change_attributes(event_mask=X.SubstructureNotifyMask)
         self.display.sync()
-        options = {"cwd": self.folder, "env": os.environ | {"DISPLAY": name}}
+        options = streams | {"cwd": self.folder, "env": os.environ | {"DISPLAY": name}}
         with open(self.home / "output", "w") as output, open(self.home / "errors", "w") as errors:
             self.process = Process(self.program, stdout=output, stderr=errors, **options)
 
-    def start(self):
+    def start(self, **streams):
         """Starts the program and waits until it has drawn its window."""
-        self.launch()
+        self.launch(**streams)
         self.window = self.await_event(lambda event: event.type == X.MapNotify).window
         self.settle()
         return self

@@ -3,6 +3,7 @@
 #include <array>
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
 #include <stdio_ext.h>
 #include <termios.h>
 #include <unistd.h>
@@ -45,15 +46,23 @@ void catch_signals() {
   }
 }
 
-bool in_foreground() {
-  return isatty(input) != 0 && tcgetpgrp(input) == getpgrp();
+bool takes_settings() {
+  return isatty(input) != 0 && !is_in_background();
+}
+
+// The window may be closed while an answer is awaited; the program then ends from there.
+bool is_set = false;
+void put_terminal_back() {
+  if (is_set && takes_settings()) tcsetattr(input, TCSANOW, &terminal_before);
+  is_set = false;
 }
 
 }  // namespace
 
-// Setting a terminal from the background would stop the program, so nothing is set there.
-KeyInput::KeyInput() : is_terminal_(in_foreground() && tcgetattr(input, &terminal_before) == 0) {
+KeyInput::KeyInput() : is_terminal_(takes_settings() && tcgetattr(input, &terminal_before) == 0) {
   if (!is_terminal_) return;
+  [[maybe_unused]] static const int registered = std::atexit(put_terminal_back);
+  is_set = true;
   catch_signals();
   termios keys = terminal_before;
   keys.c_lflag &= ~static_cast<tcflag_t>(ICANON | ECHO);
@@ -64,7 +73,7 @@ KeyInput::KeyInput() : is_terminal_(in_foreground() && tcgetattr(input, &termina
 
 KeyInput::~KeyInput() {
   if (!is_terminal_) return;
-  if (in_foreground()) tcsetattr(input, TCSANOW, &terminal_before);
+  put_terminal_back();
   restore_actions();
 }
 

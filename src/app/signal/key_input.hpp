@@ -4,9 +4,9 @@
 namespace torve {
 
 /// While it lives, a terminal on standard input hands over each key as it is pressed and does not
-/// show it. The terminal is put back when the object goes, and when a signal ends or stops the
-/// program meanwhile. Nothing happens where standard input is no terminal, or where the program
-/// runs in its background. One object at a time.
+/// show it. The terminal is put back when the object goes, when the program exits,
+/// and when a signal ends or stops it meanwhile. Nothing happens where standard input is no
+/// terminal, or where the program runs in its background. One object at a time.
 class KeyInput {
  public:
   KeyInput();
