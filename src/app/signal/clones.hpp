@@ -23,9 +23,14 @@
 #define TORVE_CLONES __attribute__((target_clones("avx512f", "avx2", "default")))
 #endif
 
-/// Before a loop whose steps do not depend on each other, though the compiler cannot tell.
+/// Before a loop whose steps do not depend on each other, though the compiler cannot tell. Clang
+/// warns where it cannot follow, and with the checks of sanitizers in the loop it cannot.
 #if defined(__clang__)
+#if __has_feature(address_sanitizer)
+#define TORVE_INDEPENDENT
+#else
 #define TORVE_INDEPENDENT _Pragma("clang loop vectorize(assume_safety)")
+#endif
 #else
 #define TORVE_INDEPENDENT _Pragma("GCC ivdep")
 #endif
