@@ -195,9 +195,9 @@ TEST_F(PropertyMenus, ShowLongNumbersAndWordsThatAreAlikeWhole) {
     std::string line;
   } cases[] = {
       {1, 1234, 240, "arrival rate        calls/s"},
-      {9, 1234567, 304, "arrival rate               calls/s"},
+      {9, 1234567, 296, "arrival rate               calls/s"},
       {3, 0.125, 288, "arrival rate         calls/s"},
-      {2, 0.0000125, 280, "arrival rate            calls/s"},
+      {2, 0.0000125, 272, "arrival rate            calls/s"},
   };
   for (const auto& [code, rate, width, line] : cases) {
     Vobj* figure = placed(tel);
