@@ -30,7 +30,7 @@ struct FieldEdit {
 /// shows the mark one cell left of the field. A character that brings the cursor to the field's
 /// width widens it; Backspace with the cursor still beyond `maxlen` narrows it. Other keys than
 /// Return, Backspace and the arrows insert what they stand for.
-bool edit_field(const FieldEdit& edit);
+bool edit_field(const FieldEdit& place);
 
 /// Whether a key came during the last edit.
 [[nodiscard]] bool last_edit_had_a_key();
