@@ -151,6 +151,11 @@ void refuse(const char* output, const char* samples) {
   match("p1.res", "p2.res", output, 0, samples);
 }
 
+void compare(const char* output, int pane) {
+  match("p1.res", "p2.res", output, 0, "all");
+  draw(pane, output, 0, 1, 0.02, 1);
+}
+
 class ToolLines : public DialogTest {
  protected:
   ToolLines() {
@@ -413,6 +418,59 @@ const Case cases[] = {
      [] { std::filesystem::create_directory("spectr3.spe"); }},
     {"Bandpass, no spectrum", spectra, 2, "",
      [] { filter("mid.res", "rest.res", 2200, 5000, filter_band_pass); }, "",
+     "Spectrum wanted first", "a spectrum has to be computed first",
+     [] { store_spectrum_size(0); }},
+    {"Plot2, missing", plots, 1, "", [] { draw(1, "p2.res", 0, 44, 1, 1); }, "",
+     "Cannot find file p2.res", "p2.res: there is no such file", remove<2>},
+    {"Plot3, no file", plots, 2, "", [] { draw(2, "p3.res", 0, 44, 1, 1); }, "",
+     "Cannot find file p3.res", "p3.res: cannot be read", block<3>},
+    {"match, no file", plots, 3, "", [] { refuse("compres.res", "0"); }, "",
+     "Cannot find file p1.res", "p1.res: cannot be read", block<1>},
+    {"eps, no file", printer, 1, "", [] { print(1, "plot1.eps"); }, "", "Cannot find file p2.res",
+     "p2.res: cannot be read", block<2>},
+    {"Get, no file", reader, 0, "54=2 18=p1.res", [] { draw(1, "p1.res", 0, 1, 0.02, 1); }, "",
+     "Cannot find file p1.res", "p1.res: cannot be read", block<1>},
+    {"Analyze, no file", reader, 1, "16=p1.res", [] { analyse("p1.res"); }, "",
+     "Cannot find file p1.res", "p1.res: cannot be read", block<1>},
+    {"Convert, no file", writer, 0, "2:24=new.au 2:4=p1.res", [] { convert("p1.res", "new.au"); },
+     "", "Cannot find file p1.res", "p1.res: cannot be read", block<1>},
+    {"Cut, no file", writer, 1, "2:24=p1.res 2:4=c.res 40=1 25=0", [] { cut("p1.res", "c.res"); },
+     "", "Cannot find file p1.res", "p1.res: cannot be read", block<1>},
+    {"Autocorrelation, no file", correlations, 0, "", [] { autocorrelation("p1.res", "1"); }, "",
+     "Cannot find file p1.res", "p1.res: cannot be read", block<1>},
+    {"Autocorrelation into no pane", correlations, 0, "41=9", [] {}, "", "",
+     "Plot has to be 1, 2 or 3, not \"9\"."},
+    {"Correlation, no file", correlations, 1, "", [] { correlation("p1.res", "p2.res", "3"); }, "",
+     "Cannot find file p2.res", "p2.res: cannot be read", block<2>},
+    {"Correlation, unwritable", correlations, 1, "", [] { correlation("p1.res", "p2.res", "3"); },
+     "", "Cannot write file corre3.res", "corre3.res: cannot be written (Is a directory)",
+     [] { std::filesystem::create_directory("corre3.res"); }},
+    {"Comparison, missing", correlations, 2, "47=1", [] { compare("compar1.res", 0); }, "",
+     "Cannot find file p2.res", "p2.res: there is no such file", remove<2>},
+    {"Comparison, missing beside an old one", correlations, 2, "47=1",
+     [] {
+       match("p1.res", "p2.res", "compar1.res", 0, "all");
+       set_pane_name(0, "compar1.res");
+     },
+     "", "Cannot find file p2.res", "p2.res: there is no such file",
+     [] { remove<2>(), write_file("compar1.res", "0 1\n1 2\n"); }},
+    {"Comparison, no file", correlations, 2, "47=1", [] { compare("compar1.res", 0); }, "",
+     "Cannot find file p1.res", "p1.res: cannot be read", block<1>},
+    {"Comparison, unwritable", correlations, 2, "47=1", [] { compare("compar1.res", 0); }, "",
+     "Cannot write file compar1.res", "compar1.res: cannot be written (Is a directory)",
+     [] { std::filesystem::create_directory("compar1.res"); }},
+    {"Comparison into no pane", correlations, 2, "47=12", [] {}, "", "",
+     "Plot has to be 1, 2 or 3, not \"12\"."},
+    {"Spectrum, no file", spectra, 1, "",
+     [] { static_cast<void>(power_spectrum("p3.res", "spectr3.spe", "all")); }, "",
+     "Cannot find file p3.res", "p3.res: cannot be read", block<3>},
+    {"Spectrum into no pane", spectra, 1, "37=0", [] {}, "", "",
+     "Plot has to be 1, 2 or 3, not \"0\"."},
+    {"Bandpass, unwritable", spectra, 2, "12=d",
+     [] { filter("d", "rest.res", 2200, 5000, filter_band_pass); }, "", "Cannot write file d",
+     "d: cannot be written (Is a directory)", block<0>},
+    {"Out-of-band, no spectrum", spectra, 0, "",
+     [] { filter("mid.res", "rest.res", 2200, 5000, filter_out_of_band); }, "",
      "Spectrum wanted first", "a spectrum has to be computed first",
      [] { store_spectrum_size(0); }},
     {"Out-of-band, unwritable", spectra, 0, "15=d",

@@ -60,6 +60,13 @@ void correlate_into_pane(const MenuRun& menu) {
               correlate_files(menu.text(first_signal), menu.text(second_signal), name));
 }
 
+// A comparison that is refused for its samples leaves an empty file, which is drawn. Without any
+// new one, a file that is there is an older result, which is not shown as this one.
+bool makes_file(const Outcome& compared) {
+  return compared.is_done() || compared.cause == Cause::too_few_samples ||
+         compared.cause == Cause::no_match;
+}
+
 void compare_into_pane(const MenuRun& menu) {
   const std::optional<int> pane = pane_of(menu.text(comparison_pane));
   if (!pane) return;
@@ -75,6 +82,7 @@ void compare_into_pane(const MenuRun& menu) {
                                         .samples = menu.text(samples)},
                                        &match);
   if (!compared.is_done()) std::printf("sample too small\n");
+  if (!makes_file(compared) && open_regular_file(name, "r")) return show_outcome(compared);
   PaneView view = {.start = -match.offset, .xsc = overview_xsc};
   if (*pane == 2) {
     view.ysc = static_cast<double>(match.scale);
