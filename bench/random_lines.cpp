@@ -47,7 +47,15 @@ class Checker {
     long lines;
     long open;
   };
-  enum Steps { all_lags, lags, powers, power_ends, coefficients, coefficient_ends, bands, steps };
+  enum Steps {
+    all_lags,
+    lags,
+    powers,  // proposed, corrected, ends
+    coefficients = powers + 3,
+    bands = coefficients + 3,
+    close_bands,
+    steps
+  };
 
   unsigned seed() { return static_cast<unsigned>(random_()); }
   double uniform() { return std::uniform_real_distribution<double>(-1, 1)(random_); }
@@ -58,16 +66,20 @@ class Checker {
   }
   Floats signal(int size);
   void compare(const char* what, int size, int index, float ours, float plain);
-  void count_open(const Floats& x, int bin, const FourierEnds* proposed);
+  void count_open(const Floats& x, int bin, const FourierEstimate* proposed,
+                  const FourierSums& sums);
 
   std::mt19937 random_;
   std::array<Step, steps> steps_ = {{{"lags", 0, 0},
                                      {"lags, proposed", 0, 0},
                                      {"powers, proposed", 0, 0},
+                                     {"powers, corrected", 0, 0},
                                      {"powers, ends", 0, 0},
                                      {"coefficients, proposed", 0, 0},
+                                     {"coefficients, corrected", 0, 0},
                                      {"coefficients, ends", 0, 0},
-                                     {"bands, ends", 0, 0}}};
+                                     {"bands, ends", 0, 0},
+                                     {"bands, close ends", 0, 0}}};
   long differing_ = 0;
 };
 
@@ -146,21 +158,34 @@ void Checker::check_lags() {
     compare("lag", n, static_cast<int>(k), ours[k], plain[k]);
 }
 
-void Checker::count_open(const Floats& x, int bin, const FourierEnds* proposed) {
+void Checker::count_open(const Floats& x, int bin, const FourierEstimate* proposed,
+                         const FourierSums& sums) {
   const int size = static_cast<int>(x.size());
-  FourierEnds ends;
-  fourier_sum_ends(x, std::span(&bin, 1), std::span(&ends, 1));
-  const BinVerdict first =
-      proposed != nullptr ? judge_bin(*proposed, size) : BinVerdict{false, false, 0, 0, 0};
-  const BinVerdict second = judge_bin(ends, size);
-  const auto count = [this](Steps step, bool certain) {
-    ++steps_[step].lines;
-    if (!certain) ++steps_[step].open;
-    return certain;
-  };
-  if (!count(powers, first.power_is_certain)) count(power_ends, second.power_is_certain);
-  if (!count(coefficients, first.coefficients_are_certain)) {
-    count(coefficient_ends, second.coefficients_are_certain);
+  std::array<FourierEnds, 3> ends;
+  FourierCorrection correction;
+  fourier_corrections(x, std::span(&bin, 1), std::span(&correction, 1));
+  fourier_sum_ends(x, std::span(&bin, 1), std::span(&ends[2], 1));
+  if (proposed != nullptr) {
+    ends[0] = ends_of(*proposed);
+    ends[1] = ends_of(*proposed, correction);
+  }
+  bool power = false;
+  bool both = false;
+  for (std::size_t i = proposed != nullptr ? 0 : 2; i < ends.size(); ++i) {
+    const auto& [low, high] = ends[i];
+    if (low.cosines > sums.cosines || sums.cosines > high.cosines || low.sines > sums.sines ||
+        sums.sines > high.sines) {
+      ++differing_;
+      std::printf("bin %d of %d lies outside its ends %zu\n", bin, size, i);
+    }
+    const BinVerdict verdict = judge_bin(ends[i], size);
+    const auto count = [this](std::size_t step, bool certain) {
+      ++steps_[step].lines;
+      if (!certain) ++steps_[step].open;
+      return certain;
+    };
+    if (!power) power = count(powers + i, verdict.power_is_certain);
+    if (!both) both = count(coefficients + i, verdict.coefficients_are_certain);
   }
 }
 
@@ -170,18 +195,18 @@ void Checker::check_spectrum(int size, int most_bins) {
   Spectrum spectrum = compute_spectrum(x, [](int, int) {});
   settle_coefficients(x, {spectrum.a, spectrum.b, {}, spectrum.open}, 1, size / 2);
   const auto proposal = FourierProposal::make(x);
-  std::vector<FourierEnds> ends(FourierProposal::tile);
+  std::vector<FourierEstimate> estimates(FourierProposal::tile);
   const int step = std::max(1, size / 2 / most_bins);
   int tile = -1;
   for (int j = number(1, step); j <= size / 2; j += step) {
     if (proposal && tile != j / FourierProposal::tile) {
       tile = j / FourierProposal::tile;
       proposal->propose(tile * FourierProposal::tile,
-                        std::span<FourierEnds, FourierProposal::tile>(ends));
+                        std::span<FourierEstimate, FourierProposal::tile>(estimates));
     }
     const auto i = static_cast<std::size_t>(j);
-    count_open(x, j, proposal ? &ends[i % FourierProposal::tile] : nullptr);
     const FourierSums sums = plain_fourier_sums(x, j);
+    count_open(x, j, proposal ? &estimates[i % FourierProposal::tile] : nullptr, sums);
     const double a = 2 * sums.cosines / size;
     const double b = 2 * sums.sines / size;
     compare("power", size, j, spectrum.power[i], static_cast<float>(a * a + b * b));
@@ -205,15 +230,30 @@ void Checker::check_bands() {
   const BandSums sums(a, b, n, number(0, 1) * uniform(), ranges);
   const auto ours = band_values(sums, 0, n, [](int) {});
   for (int t = 0; t < n; ++t) {
-    BandSums::Ends ends;
-    sums.ends(std::span(&t, 1), std::span(&ends, 1));
-    char texts[4][400];
-    const double values[] = {ours[static_cast<std::size_t>(t)], sums.plain_value(t), ends.low,
-                             ends.high};
-    for (std::size_t i = 0; i < 4; ++i)
+    BandSums::Ends ends[2];
+    sums.ends(std::span(&t, 1), std::span(ends, 1));
+    sums.close_ends(std::span(&t, 1), std::span(ends + 1, 1));
+    char texts[6][400];
+    const double values[] = {ours[static_cast<std::size_t>(t)],
+                             sums.plain_value(t),
+                             ends[0].low,
+                             ends[0].high,
+                             ends[1].low,
+                             ends[1].high};
+    for (std::size_t i = 0; i < 6; ++i)
       std::snprintf(texts[i], sizeof texts[i], "%f", values[i]);
     ++steps_[bands].lines;
-    if (std::strcmp(texts[2], texts[3]) != 0) ++steps_[bands].open;
+    if (std::strcmp(texts[2], texts[3]) != 0) {
+      ++steps_[bands].open;
+      ++steps_[close_bands].lines;
+      if (std::strcmp(texts[4], texts[5]) != 0) ++steps_[close_bands].open;
+    }
+    for (const BandSums::Ends& e : ends) {
+      if (e.low > values[1] || values[1] > e.high) {
+        ++differing_;
+        std::printf("band %d of %d lies outside its ends\n", t, n);
+      }
+    }
     if (std::strcmp(texts[0], texts[1]) == 0) continue;
     ++differing_;
     std::printf("band %d of %d: %s, not %s\n", t, n, texts[0], texts[1]);

@@ -5,6 +5,7 @@
 #include "app/signal/fourier_sums.hpp"
 #include "app/signal/matching.hpp"
 #include "app/signal/spectrum.hpp"
+#include "app/signal/transforms/fourier_proposal.hpp"
 #include "app/signal/work_buffer.hpp"
 #include "bench/literal.hpp"
 #include "bench/signals.hpp"
@@ -201,13 +202,24 @@ TEST(FourierSums, WrappingProducts) {
     const std::array bins = {1, 17, 14'000, half / 2, half - 1, half};
     std::array<FourierEnds, bins.size()> ends;
     std::array<FourierSums, bins.size()> sums;
+    std::array<FourierCorrection, bins.size()> corrections;
+    fourier_corrections(x, bins, corrections);
     fourier_sum_ends(x, bins, ends);
     literal_fourier_sums(x, bins, sums);
+    const auto proposal = transforms::FourierProposal::make(x);
+    std::vector<FourierEstimate> tile(transforms::FourierProposal::tile);
     for (std::size_t l = 0; l < bins.size(); ++l) {
       const auto [cosines, sines] = plain_fourier_sums(x, bins[l]);
       EXPECT_EQ(std::tuple(sums[l].cosines, sums[l].sines), std::tuple(cosines, sines)) << bins[l];
-      EXPECT_TRUE(ends[l].low.cosines <= cosines && cosines <= ends[l].high.cosines) << bins[l];
-      EXPECT_TRUE(ends[l].low.sines <= sines && sines <= ends[l].high.sines) << bins[l];
+      const int place = bins[l] % transforms::FourierProposal::tile;
+      proposal->propose(bins[l] - place, std::span<FourierEstimate, 2048>(tile));
+      const FourierEstimate& estimate = tile[static_cast<std::size_t>(place)];
+      const FourierEnds all[] = {ends[l], ends_of(estimate), ends_of(estimate, corrections[l])};
+      for (const auto& [low, high] : all) {
+        EXPECT_TRUE(low.cosines <= cosines && cosines <= high.cosines) << bins[l];
+        EXPECT_TRUE(low.sines <= sines && sines <= high.sines) << bins[l];
+      }
+      EXPECT_LT(all[2].high.sines - all[2].low.sines, (all[1].high.sines - all[1].low.sines) / 4);
     }
   }
 }

@@ -43,7 +43,10 @@ class BandSums {
   /// and set anew every 64 bins; what the rounding of each angle does is put in.
   void ends(std::span<const int> times, std::span<Ends> ends) const;
 
-  /// Some samples, at most `lanes`, to the bit, in four times the time of their ends.
+  /// The same a fifth as far apart, in three times the time: each angle has its own sine.
+  void close_ends(std::span<const int> times, std::span<Ends> ends) const;
+
+  /// Some samples, at most `lanes`, to the bit, in four to thirty times the time of their ends.
   void literal_values(std::span<const int> times, std::span<double> values) const;
 
  private:
@@ -60,6 +63,8 @@ class BandSums {
   bool zeros_count_;              // whether adding zeros could change a sum
   std::vector<double> scaled_a_;  // 2 a 44100 / K, 2 b 44100 / K
   std::vector<double> scaled_b_;
+  std::vector<double> angle_errors_;  // what the roundings of the angles of each bin are at most
+  bool works_out_angles_ = true;      // or they are small enough to go into the ends
 };
 
 /// Samples first .. first + count - 1 with the text of the literal ones: where the ends of one have

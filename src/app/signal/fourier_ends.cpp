@@ -45,7 +45,7 @@ struct Bins {
 };
 
 TORVE_CLONES void prepare(Bins& bins, int size, const std::uint32_t* step) {
-  bins.k = {static_cast<double>(size), 1.0 / size};
+  bins.k = divisor(size);
   const Divisor k = bins.k;
   for (int l = 0; l < lanes; ++l)
     bins.step[l] = static_cast<double>(static_cast<std::int32_t>(step[l]));

@@ -2,8 +2,9 @@
 //
 // Bin j of the signal x(0 .. K-1) has the sums over i of x(i) cos(angle) and x(i) sin(angle), with
 // angle = p x 3.14159 / K, left to right in double, where p = 2 x j x i wraps around as a signed
-// 32-bit integer does. There are two ways to them: their ends, and for what these leave open, the
-// sums to the bit.
+// 32-bit integer does. There are three ways to them: an estimate from the true angles with what
+// the roundings of the angles change; their ends; and for what these leave open, the sums to the
+// bit.
 #pragma once
 
 #include <cstdint>
@@ -24,6 +25,20 @@ struct FourierEnds {
   FourierSums high;
 };
 
+/// The sums with angles that are not rounded, and how far off they are at most.
+struct FourierEstimate {
+  FourierSums sums;
+  double angle_error;     // what the roundings of the stated angles do
+  double addition_error;  // what those of the stated additions do
+  double error;           // all else
+};
+
+/// What the roundings of the angles add to the sums, and a closer bound.
+struct FourierCorrection {
+  FourierSums sums;
+  double addition_error;
+};
+
 /// 2 x j x i as a signed 32-bit product.
 [[nodiscard]] constexpr std::int32_t wrapped_product(int j, int i) {
   return static_cast<std::int32_t>(2U * static_cast<std::uint32_t>(j) *
@@ -35,6 +50,16 @@ struct FourierEnds {
 
 /// How many bins the others take at a time.
 inline constexpr int fourier_lanes = sum_lanes;
+
+/// The corrections of some bins, at most fourier_lanes, in single precision; x holds at most 131072
+/// finite values.
+void fourier_corrections(std::span<const float> x, std::span<const int> bins,
+                         std::span<FourierCorrection> corrections);
+
+/// What a bin lies between by its estimate, alone or with its correction.
+[[nodiscard]] FourierEnds ends_of(const FourierEstimate& estimate);
+[[nodiscard]] FourierEnds ends_of(const FourierEstimate& estimate,
+                                  const FourierCorrection& correction);
 
 /// The ends of the sums of some bins, at most fourier_lanes, in any order; x holds at most 131072
 /// finite values. A phasor a bin is turned from sample to sample, and set anew every 64; what the

@@ -9,9 +9,10 @@ namespace torve {
 
 namespace {
 
-// Of 32 bins this many must become certain, or the next batches go straight to the literal sums.
-constexpr int worth_trying = 8;
-constexpr int straight_batches = 8;
+// Of 32 bins this many must become certain, or the next ones go straight to the next way: the
+// literal sums of one bin can take as long as the ends of 20.
+constexpr int worth_trying = 2;
+constexpr int straight_bins = 8 * fourier_lanes;
 
 struct Range {
   double low;
@@ -64,22 +65,52 @@ bool OpenBins::settle(int bin, const FourierEnds& ends) {
   return true;
 }
 
-void OpenBins::take(int bin, const FourierEnds& ends) {
-  if (!settle(bin, ends)) add(bin);
+bool OpenBins::Batch::push(int bin) {
+  bins[count++] = bin;
+  return count == bins.size();
+}
+
+void OpenBins::Batch::clear(int certain) {
+  count = 0;
+  if (certain < worth_trying) straight = straight_bins;
+}
+
+void OpenBins::take(int bin, const FourierEstimate& estimate) {
+  if (settle(bin, ends_of(estimate))) return;
+  if (estimated_.straight > 0) {
+    --estimated_.straight;
+    add(bin);
+    return;
+  }
+  estimates_[estimated_.count] = estimate;
+  if (estimated_.push(bin)) try_corrections();
 }
 
 void OpenBins::add(int bin) {
-  if (straight_ > 0) {
+  if (new_.straight > 0) {
+    --new_.straight;
     push_undecided(bin);
-    return;
+  } else if (new_.push(bin)) {
+    try_ends();
   }
-  new_.bins[new_.count++] = bin;
-  if (new_.count == fourier_lanes) try_ends();
 }
 
 void OpenBins::push_undecided(int bin) {
-  undecided_.bins[undecided_.count++] = bin;
-  if (undecided_.count == fourier_lanes) decide();
+  if (undecided_.push(bin)) decide();
+}
+
+void OpenBins::try_corrections() {
+  std::array<FourierCorrection, fourier_lanes> corrections;
+  fourier_corrections(x_, estimated_.all(), std::span(corrections).first(estimated_.count));
+  int certain = 0;
+  for (std::size_t l = 0; l < estimated_.count; ++l) {
+    if (settle(estimated_.bins[l], ends_of(estimates_[l], corrections[l]))) {
+      ++certain;
+    } else {
+      add(estimated_.bins[l]);
+    }
+  }
+  estimated_.clear(certain);
 }
 
 void OpenBins::try_ends() {
@@ -93,8 +124,7 @@ void OpenBins::try_ends() {
       push_undecided(new_.bins[l]);
     }
   }
-  new_.count = 0;
-  if (certain < worth_trying) straight_ = straight_batches;
+  new_.clear(certain);
 }
 
 void OpenBins::decide() {
@@ -110,10 +140,10 @@ void OpenBins::decide() {
     if (wanted_ == Wanted::power_text) table_.power[j] = power_of(a, b);
   }
   undecided_.count = 0;
-  if (straight_ > 0) --straight_;
 }
 
 void OpenBins::finish() {
+  if (estimated_.count > 0) try_corrections();
   if (new_.count > 0) try_ends();
   if (undecided_.count > 0) decide();
 }

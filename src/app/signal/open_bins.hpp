@@ -1,5 +1,5 @@
-// The bins of a spectrum that are not proved yet, 32 at a time: what lies between the ends of their
-// sums is proved where it can be, the literal sums decide the rest.
+// The bins of a spectrum that are not proved yet, 32 at a time: by what the roundings of angles
+// change, if there is an estimate; by the ends of their sums; the literal sums decide the rest.
 #pragma once
 
 #include <array>
@@ -37,8 +37,8 @@ class OpenBins {
   /// Both must outlive the object.
   OpenBins(std::span<const float> x, const BinTable& table, Wanted wanted);
 
-  /// Takes a bin at what its sums lie between, if that is enough; otherwise it is open.
-  void take(int bin, const FourierEnds& ends);
+  /// Takes a bin as it is estimated, if that is enough; otherwise it is open.
+  void take(int bin, const FourierEstimate& estimate);
   void add(int bin);
   /// Works out what has been added; before, some bins may still be as they were.
   void finish();
@@ -47,9 +47,15 @@ class OpenBins {
   struct Batch {
     std::array<int, fourier_lanes> bins;
     std::size_t count = 0;
+    int straight = 0;  // so many more bins pass it by
     [[nodiscard]] std::span<const int> all() const { return std::span(bins).first(count); }
+    /// Whether the bin made it full.
+    bool push(int bin);
+    /// Empties it; few certain bins, and the next ones pass it by.
+    void clear(int certain);
   };
   bool settle(int bin, const FourierEnds& ends);
+  void try_corrections();
   void try_ends();
   void decide();
   void push_undecided(int bin);
@@ -57,9 +63,10 @@ class OpenBins {
   std::span<const float> x_;
   BinTable table_;
   Wanted wanted_;
-  Batch new_;         // not tried yet
-  Batch undecided_;   // the ends leave them open
-  int straight_ = 0;  // so many batches go straight to the literal sums
+  Batch estimated_;  // the estimates leave them open
+  std::array<FourierEstimate, fourier_lanes> estimates_;
+  Batch new_;        // without an estimate, or it is not enough even if corrected
+  Batch undecided_;  // the ends leave them open
 };
 
 }  // namespace torve

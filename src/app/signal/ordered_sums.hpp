@@ -22,21 +22,21 @@ struct TermEnds {
   alignas(64) double other[terms_at_once][sum_lanes];
 };
 
-/// Adds the terms first .. count - 1 to the sums until one has a sum between two; returns its
-/// number, or count. Its sums are not changed.
-[[nodiscard]] int add_while_certain(double* sums, const TermEnds& ends, int first, int count);
+/// Adds the terms first .. count - 1 to the sums until some have a sum between two, and that term
+/// to all others; returns its number, or count, and marks these lanes.
+[[nodiscard]] int add_while_certain(double* sums, const TermEnds& ends, int first, int count,
+                                    std::uint32_t& between);
 
 /// Adds the terms 0 .. count - 1; `term(r, lane)` works out one. Returns how many had to be.
 template <typename Term>
 int add_in_order(double* sums, const TermEnds& ends, int count, Term term) {
   int worked_out = 0;
-  for (int r = 0; (r = add_while_certain(sums, ends, r, count)) < count; ++r) {
-    for (int l = 0; l < sum_lanes; ++l) {
-      const double one = sums[l] + ends.one[r][l];
-      const double other = sums[l] + ends.other[r][l];
-      const bool same = std::bit_cast<std::uint64_t>(one) == std::bit_cast<std::uint64_t>(other);
-      sums[l] = same ? one : sums[l] + term(r, l);
-      if (!same) ++worked_out;
+  std::uint32_t between = 0;
+  for (int r = 0; (r = add_while_certain(sums, ends, r, count, between)) < count; ++r) {
+    for (; between != 0; between &= between - 1) {
+      const int l = std::countr_zero(between);
+      sums[l] += term(r, l);
+      ++worked_out;
     }
   }
   return worked_out;

@@ -5,7 +5,9 @@
 // for the result; where these agree, so does the literal result. Not-a-number agrees with nothing.
 #pragma once
 
+#include <bit>
 #include <cmath>
+#include <cstdint>
 
 #include "app/signal/clones.hpp"
 
@@ -13,6 +15,12 @@ namespace torve {
 
 /// Far below any text: what products may lose that are too small for a double.
 inline constexpr double vanished = 1e-290;
+
+/// Half a unit in the last place.
+[[nodiscard]] TORVE_INLINE double half_ulp(double value) {
+  constexpr std::uint64_t exponent = 0x7ff0000000000000;
+  return std::bit_cast<double>(std::bit_cast<std::uint64_t>(value) & exponent) * 0x1p-53;
+}
 
 /// Whether both are one float, the sign of zero included.
 [[nodiscard]] TORVE_INLINE bool same_float(float a, float b) {

@@ -17,6 +17,9 @@ namespace torve {
 namespace {
 
 constexpr int bins_per_message = 1000;
+constexpr int tile = transforms::FourierProposal::tile;
+
+using TileEstimates = std::array<FourierEstimate, tile>;
 
 void report_percent(int bin, int last) {
   // The first message is at bin 1, then there is one at every full thousand.
@@ -24,6 +27,9 @@ void report_percent(int bin, int last) {
     say("%d percent ready\n", static_cast<int>(std::int64_t{bin} * 100 / last));
   }
 }
+
+// Sums of fewer open bins take less time than estimates of all.
+constexpr int enough_for_proposal = 256;
 
 bool make_room_for_open() try {
   open_coefficients.reserve(open_coefficients.size() + 1);
@@ -101,17 +107,16 @@ Spectrum compute_spectrum(std::span<const float> x, void (*progress)(int bin, in
   spectrum.power[0] = static_cast<float>(mean * mean);
   const BinTable table = {spectrum.a, spectrum.b, spectrum.power, spectrum.open};
   OpenBins powers(x, table, OpenBins::Wanted::power_text);
-  static thread_local std::array<FourierEnds, transforms::FourierProposal::tile> ends;
+  static thread_local TileEstimates estimates;
   const auto proposal = transforms::FourierProposal::make(x);
-  constexpr int tile = transforms::FourierProposal::tile;
   for (int first = 0; first <= last; first += tile) {
     const int end = std::min(first + tile, last + 1);
     for (int j = std::max(first, 1); j < end; ++j)
       progress(j, last);
-    if (proposal) proposal->propose(first, ends);
+    if (proposal) proposal->propose(first, estimates);
     for (int j = std::max(first, 1); j < end; ++j) {
       if (proposal) {
-        powers.take(j, ends[static_cast<std::size_t>(j - first)]);
+        powers.take(j, estimates[static_cast<std::size_t>(j - first)]);
       } else {
         powers.add(j);
       }
@@ -123,8 +128,21 @@ Spectrum compute_spectrum(std::span<const float> x, void (*progress)(int bin, in
 
 void settle_coefficients(std::span<const float> x, const BinTable& table, int first, int last) {
   OpenBins coefficients(x, table, OpenBins::Wanted::coefficients);
+  const auto is_open = [&table](int j) { return table.open[static_cast<std::size_t>(j)] != 0; };
+  int open = 0;
+  for (int j = first; j <= last; ++j)
+    open += is_open(j) ? 1 : 0;
+  const auto proposal = open < enough_for_proposal ? nullptr : transforms::FourierProposal::make(x);
+  static thread_local TileEstimates estimates;
+  int proposed = -1;
   for (int j = first; j <= last; ++j) {
-    if (table.open[static_cast<std::size_t>(j)] != 0) coefficients.add(j);
+    if (!is_open(j)) continue;
+    if (!proposal) {
+      coefficients.add(j);
+      continue;
+    }
+    if (proposed != j / tile) proposal->propose((proposed = j / tile) * tile, estimates);
+    coefficients.take(j, estimates[static_cast<std::size_t>(j % tile)]);
   }
   coefficients.finish();
 }

@@ -27,12 +27,6 @@ constexpr double sines_slack = 20 * unit;
 constexpr double cut_slack = 5 * half * unit;
 constexpr std::size_t most_wraps = 8;
 
-/// Half a unit in the last place.
-TORVE_INLINE double half_ulp(double value) {
-  constexpr std::uint64_t exponent = 0x7ff0000000000000;
-  return std::bit_cast<double>(std::bit_cast<std::uint64_t>(value) & exponent) * unit;
-}
-
 TORVE_CLONES void multiply(const Wave& x, const Wave& y, Wave& z) {
   for (int f = 0; f < points; ++f) {
     z.re[f] = x.re[f] * y.re[f] - x.im[f] * y.im[f];
@@ -115,7 +109,7 @@ class Proposal : public FourierProposal {
 
   [[nodiscard]] bool finite() const { return std::isfinite(constant_error_); }
 
-  void propose(int first_bin, std::span<FourierEnds, tile> ends) override {
+  void propose(int first_bin, std::span<FourierEstimate, tile> estimates) override {
     bins_ = {};
     double cut_error = 0;
     for (int b = 0; b < blocks_; ++b) {
@@ -130,7 +124,7 @@ class Proposal : public FourierProposal {
       add_block(bins_, wave_, sizes_[index(b)], size_);
     }
     for (int j = first_bin; j <= std::min(first_bin + half - 1, last_); ++j)
-      ends[index(j - first_bin)] = ends_of(j, j - first_bin, cut_error);
+      estimates[index(j - first_bin)] = estimate_of(j, j - first_bin, cut_error);
   }
 
  private:
@@ -211,13 +205,15 @@ class Proposal : public FourierProposal {
     }
   }
 
-  [[nodiscard]] FourierEnds ends_of(int bin, int s, double cut_error) const {
+  [[nodiscard]] FourierEstimate estimate_of(int bin, int s, double cut_error) const {
     const SineCosine& w = chirp_[index(bin)];
-    const double cosines = bins_.re[s] * w.cosine - bins_.im[s] * w.sine;
-    const double sines = bins_.re[s] * w.sine + bins_.im[s] * w.cosine;
-    const double error = margin * (bins_.argument[s] + unit * bins_.sizes[s] + cut_error) +
-                         constant_error_ + vanished;
-    return {{cosines - error, sines - error}, {cosines + error, sines + error}};
+    return {
+        .sums = {bins_.re[s] * w.cosine - bins_.im[s] * w.sine,
+                 bins_.re[s] * w.sine + bins_.im[s] * w.cosine},
+        .angle_error = margin * bins_.argument[s],
+        .addition_error = margin * unit * bins_.sizes[s],
+        .error = margin * cut_error + constant_error_ + vanished,
+    };
   }
 
   std::span<const float> x_;

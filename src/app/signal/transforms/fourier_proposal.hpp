@@ -10,7 +10,7 @@
 //   the stated argument's roundings, of p x 3.14159 and of the quotient: half a unit in the last
 //   place
 //     of each at the largest |p| of a block, times the block's sum of |x|. This is nearly all of
-//     it;
+//     it, and told apart, because it can be worked out (fourier_corrections);
 //   the stated additions: u times the sum of the sizes of all partial sums; these are known behind
 //     each block, and change by at most the sum of |x| in between;
 //   the transforms: transform_slack times the root of a block's squares times 64, the norm of 4096
@@ -40,9 +40,8 @@ class FourierProposal {
 
   virtual ~FourierProposal() = default;
 
-  /// The ends of the sums of the bins first_bin, a multiple of `tile`, and up; bins beyond K/2 are
-  /// left out.
-  virtual void propose(int first_bin, std::span<FourierEnds, tile> ends) = 0;
+  /// The sums of the bins first_bin, a multiple of `tile`, and up; bins beyond K/2 are left out.
+  virtual void propose(int first_bin, std::span<FourierEstimate, tile> estimates) = 0;
 };
 
 }  // namespace torve::transforms
