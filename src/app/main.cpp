@@ -11,6 +11,7 @@
 #include "app/workbench.hpp"
 #include "base/console.hpp"
 #include "base/memory_reserve.hpp"
+#include "base/typed_names.hpp"
 #include "diagram/diagram_file.hpp"
 #include "diagram/editor.hpp"
 #include "dialogs/install.hpp"
@@ -65,6 +66,7 @@ int run(int argc, char** argv, const StartFiles& named) {
   set_connection_lost_handler(rescue_diagram);
   set_screen_service(serve_expose_events);
   set_input_waiter(serve_window_until_readable);
+  take_names_as_typed(true);
   set_start_state();
   set_palette();
   if (allocate_work_buffer()) editor(named);

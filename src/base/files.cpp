@@ -5,6 +5,8 @@
 #include <sys/stat.h>
 #include <system_error>
 
+#include "base/typed_names.hpp"
+
 namespace torve {
 
 namespace {
@@ -25,9 +27,10 @@ FilePtr open_file(const std::string& name, const char* mode) {
 
 FilePtr open_regular_file(const std::string& name, const char* mode) {
   // Asked before opening: opening a named pipe would already wait for a writer.
+  const std::string meant = meant_input(name);
   struct stat info = {};
-  if (stat(name.c_str(), &info) != 0 || !S_ISREG(info.st_mode)) return nullptr;
-  return open_file(name, mode);
+  if (stat(meant.c_str(), &info) != 0 || !S_ISREG(info.st_mode)) return nullptr;
+  return open_file(meant, mode);
 }
 
 std::string data_directory(DataKind kind) {
@@ -47,11 +50,12 @@ FilePtr open_data_file(const std::string& name, DataKind kind, const char* mode)
   return file ? std::move(file) : open_installed_file(name, kind, mode);
 }
 
-bool same_file(const std::string& a, const std::string& b) {
+bool same_file(const std::string& input, const std::string& output) {
   struct stat first = {};
   struct stat second = {};
-  return stat(a.c_str(), &first) == 0 && stat(b.c_str(), &second) == 0 &&
-         first.st_dev == second.st_dev && first.st_ino == second.st_ino;
+  return stat(meant_input(input).c_str(), &first) == 0 &&
+         stat(meant_output(output).c_str(), &second) == 0 && first.st_dev == second.st_dev &&
+         first.st_ino == second.st_ino;
 }
 
 std::string strip_off_ending(const std::string& name) {

@@ -1,6 +1,7 @@
 // Opening files: the one place where it happens.
 //
-// Names are taken as given, relative to the working directory. The program's own files (fonts,
+// Names are taken as given, relative to the working directory; those of inputs and outputs may have
+// been typed (typed_names.hpp). The program's own files (fonts,
 // pictures, messages, templates) may be replaced by files of the same name in the working
 // directory and otherwise come from the data directory that belongs to the running executable.
 #pragma once
@@ -39,8 +40,9 @@ enum class DataKind { font, picture, include };
 /// The second half of open_data_file alone: the data directory.
 [[nodiscard]] FilePtr open_installed_file(const std::string& name, DataKind kind, const char* mode);
 
-/// Whether both names lead to one existing file (same device and inode, also through links).
-[[nodiscard]] bool same_file(const std::string& a, const std::string& b);
+/// Whether an output would replace the file that an input is read from (same device and inode, also
+/// through links).
+[[nodiscard]] bool same_file(const std::string& input, const std::string& output);
 
 /// Cuts a file name at its last '.'; a name without one stays as it is.
 [[nodiscard]] std::string strip_off_ending(const std::string& name);

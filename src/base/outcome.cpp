@@ -6,6 +6,8 @@
 #include <cstring>
 #include <sys/stat.h>
 
+#include "base/typed_names.hpp"
+
 namespace torve {
 
 namespace {
@@ -44,7 +46,8 @@ static_assert(are_in_order());
 
 Outcome input_failure(const std::string& name) {
   struct stat info = {};
-  const bool is_missing = stat(name.c_str(), &info) != 0 && (errno == ENOENT || errno == ENOTDIR);
+  const bool is_missing =
+      stat(meant_input(name).c_str(), &info) != 0 && (errno == ENOENT || errno == ENOTDIR);
   return {.cause = is_missing ? Cause::no_file : Cause::unreadable, .name = name};
 }
 

@@ -11,6 +11,7 @@
 #include <unistd.h>
 
 #include "base/new_file.hpp"
+#include "base/typed_names.hpp"
 
 namespace torve {
 
@@ -45,10 +46,11 @@ std::string real_name(const std::string& name) {
 
 }  // namespace
 
-OutputFile::OutputFile(const std::string& name, Existing existing) : name_(name), target_(name) {
+OutputFile::OutputFile(const std::string& name, Existing existing)
+    : name_(name), path_(meant_output(name)), target_(path_) {
   struct stat info = {};
-  if (holds_content(name, &info)) {
-    target_ = real_name(name);
+  if (holds_content(path_, &info)) {
+    target_ = real_name(path_);
     placing_ = info.st_nlink > 1 ? Placing::copy : Placing::rename;
     // Renaming over a file needs no permission to write to it; a refusal must stay one.
     usable_ = open_file(target_, "r+b") != nullptr;
@@ -56,11 +58,11 @@ OutputFile::OutputFile(const std::string& name, Existing existing) : name_(name)
     note_creation();
     return;
   }
-  const bool is_new = !exists(name);
+  const bool is_new = !exists(path_);
   const EndingSignalsHeld held;  // until it is known what there is to remove
-  stream_ = open_for_writing(name);
+  stream_ = open_for_writing(path_);
   usable_ = stream_ != nullptr;
-  if (usable_ && is_new) temporary_.own(real_name(name));
+  if (usable_ && is_new) temporary_.own(real_name(path_));
   note_creation();
 }
 
@@ -110,10 +112,13 @@ void OutputFile::open_beside() {
 
 bool OutputFile::keep_now() {
   std::error_code error;
-  const bool is_link = std::filesystem::is_symlink(name_, error);
-  kept_as_ = keep_content(is_link ? target_ : name_,
+  const bool is_link = std::filesystem::is_symlink(path_, error);
+  kept_as_ = keep_content(is_link ? target_ : path_,
                           placing_ == Placing::copy ? Keeping::copy : Keeping::link);
-  return !kept_as_.empty();
+  if (kept_as_.empty()) return false;
+  // Said as it was typed.
+  if (!is_link) kept_as_.replace(0, path_.size(), name_);
+  return true;
 }
 
 bool OutputFile::empty_now() {

@@ -82,8 +82,9 @@ class OutputFile {
   bool copy_into_target();
   void discard();
 
-  std::string name_;
-  std::string target_;        // name_ with its links followed
+  std::string name_;          // as it was given, for what is said
+  std::string path_;          // of the file that it means
+  std::string target_;        // path_ with its links followed
   UnfinishedFile temporary_;  // what goes when it comes to nothing
   Placing placing_ = Placing::direct;
   bool usable_ = false;

@@ -4,6 +4,7 @@
 
 #include "app/signal/sample_file.hpp"
 #include "base/number_text.hpp"
+#include "base/typed_names.hpp"
 #include "bench/signals.hpp"
 #include "support/screen.hpp"
 
@@ -64,6 +65,37 @@ TEST(OutputFile, LinksAndPermissionsStay) {
   EXPECT_TRUE(std::filesystem::is_symlink("link"));
   EXPECT_EQ(static_cast<int>(std::filesystem::status("old").permissions()), 0640);
   EXPECT_EQ(read_file("old"), read_file("new"));
+}
+
+// What was typed is Latin-1, names are UTF-8: \xE4 and \xC3\xA4.
+TEST(OutputFile, TypedNamesMeanFilesOfTheirLetters) {
+  const struct {
+    const char *existing, *typed, *written;
+  } cases[] = {{"m\xC3\xA4", "m\xE4", "m\xC3\xA4"},
+               {"m\xE4", "m\xE4", "m\xC3\xA4"},
+               {"m\xC3\xA4", "m\xC3\xA4", "m\xC3\xA4"},
+               {"\xC3\xB6\xC3\xA9", "\xF6\xE9", "\xC3\xB6\xC3\xA9"},
+               {"plain", "plain", "plain"}};
+  for (const bool typed : {true, false}) {
+    take_names_as_typed(typed);
+    for (const auto& test : cases) {
+      const TemporaryDirectory directory;
+      write_file(test.existing, "old");
+      const bool is_there = typed || test.existing == std::string(test.typed);
+      EXPECT_EQ(open_regular_file(test.typed, "r") != nullptr, is_there) << test.typed;
+      EXPECT_EQ(input_failure(test.typed).cause, is_there ? Cause::unreadable : Cause::no_file);
+      const std::string written = typed ? test.written : test.typed;
+      EXPECT_EQ(same_file(test.typed, test.typed), test.existing == written) << test.typed;
+      OutputFile file(test.typed, OutputFile::Existing::empty_at_once);
+      EXPECT_TRUE(file && file.finish());
+      EXPECT_EQ(read_file(written), "") << test.typed;
+      if (test.existing == written) {
+        EXPECT_EQ(file.kept_as(), test.typed + std::string(".bak"));
+        EXPECT_EQ(read_file(written + ".bak"), "old");
+      }
+    }
+  }
+  take_names_as_typed(false);
 }
 
 }  // namespace
