@@ -28,8 +28,9 @@ int replace_strange_characters(char* line);
 int show_one_line_of_text(char* line);
 
 /// Fills the text area with the file's lines from `firstline` on, their characters from column
-/// `coloff` on; rows without a line are cleared. A null file has no lines. move_text does the same
-/// after scrolling.
+/// `coloff` on; rows without a line are cleared. A null file has no lines. move_text is the same
+/// routine under the name for a text that has been scrolled: the same lines in the same colours,
+/// without their ends, or scrolling there and back would not be the same picture.
 void show_text(std::FILE* file, int coloff, int firstline);
 void move_text(std::FILE* file, int coloff, int firstline);
 

@@ -3,6 +3,10 @@
 // Line i of a menu is shown at row Y1_min + (i - first line) * cr, from column `coloff` on, inside
 // the drawing limits. Fields of a line lie one after another in the array; the first of them knows
 // how many they are. Texts are drawn in `fgcol`, backgrounds are colour numbers.
+//
+// A line's whole row is cleared before it is drawn, in its colour from X1_min to X1_max; a field is
+// then cleared in its own colour over its width and one row less, so that fields of lines one below
+// the other stay apart.
 #pragma once
 
 #include "text/menu_items.hpp"

@@ -21,7 +21,9 @@ inline constexpr bool is_flag_enum<Edge> = true;
 struct ScrollState {
   int column_range = 0, line_range = 0;
   int x_fraction = 0, y_fraction = 0;
-  int bar_colour = 16;  // what lies behind the thumbs
+  // What a thumb leaves behind: the colour that its window's bars are painted in. The frame routine
+  // knows no window and leaves spots of colour 16.
+  int bar_colour = 16;
 };
 
 /// Sets the drawing limits to the text area of the window (two cells in from the left and top, one
