@@ -107,23 +107,38 @@ while IFS='|' read -r failing reason left; do
 done <<'END'
 report cut.res|cut.res: not an AU file|
 report none.au|none.au: there is no such file|
+report .|.: cannot be read|
 to-au none.res old.au|none.res: there is no such file|header
 to-au . old.au|.: cannot be read|header
+to-au cut.res no/x.au|no/x.au: cannot be written|
 cut cut.res old.res 0 1|cut.res: not an AU file|kept
 cut none.au old.res 0 1|none.au: there is no such file|
+cut . old.res 0 1|.: cannot be read|
+cut made.au /dev/full 0 1|/dev/full: could not be written|
 cut made.au no/x.res 0 1|no/x.res: cannot be written (No such file|
 autocorrelation none.res old.res|none.res: there is no such file|
+autocorrelation . old.res|.: cannot be read|
 autocorrelation cut.res no/x.res|no/x.res: cannot be written|
 correlation cut.res none.res old.res|none.res: there is no such file|
+correlation . cut.res old.res|.: cannot be read|
+correlation cut.res cut.res no/x.res|no/x.res: cannot be written|
 match none.res cut.res old.res|none.res: there is no such file|
+match cut.res . old.res|.: cannot be read|
+match cut.res cut.res no/x.res|no/x.res: cannot be written|
 match cut.res few.res old.res|few.res: too few samples|kept
 match cut.res cut.res old.res 90000|cut.res: no match near the start|kept
 spectrum none.res old.res|none.res: there is no such file|
+spectrum . old.res|.: cannot be read|
+spectrum cut.res no/x.spe|no/x.spe: cannot be written|
 spectrum few.res old.res|few.res: too few samples|kept
 spectrum cut.res /dev/full|/dev/full: could not be written (No space|
 band-pass few.res old.res x 1 2|few.res: too few samples|kept
+band-pass none.res old.res x 1 2|none.res: there is no such file|
+band-pass cut.res no/x.spe old.res 1 2|no/x.spe: cannot be written|
+out-of-band . x.spe old.res 1 2|.: cannot be read|
 out-of-band cut.res x.spe no/x.res 1 2|no/x.res: cannot be written|
 plot none.res 1 old.eps|none.res: there is no such file|
+plot . 1 old.eps|.: cannot be read|
 plot few.res 1 old.eps 4|few.res: has fewer lines than are to be skipped|
 plot none.spe 1 old.eps|none.spe: there is nothing to draw|
 plot cut.res 1 no/x.EPS|no/x.EPS: cannot be written|
