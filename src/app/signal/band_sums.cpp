@@ -20,6 +20,11 @@ constexpr int lanes = BandSums::lanes;
 constexpr std::size_t worth_trying = 8;
 constexpr int straight_runs = 8;
 
+// From one of so many terms worked out on, working out all takes less time; seen after so many
+// bins.
+constexpr int dense = 4;
+constexpr int trial = 64;
+
 // Where the roundings of angles move no sample further than this, a two-thousandth of what text
 // shows, they need not be worked out.
 constexpr double small_angle_error = 5e-10;
@@ -135,10 +140,21 @@ void BandSums::literal_values(std::span<const int> times, std::span<double> valu
     turn[l] = 2 * short_pi * time[l];
     sums[l] = offset_;
   }
+  int terms = 0;
+  int worked_out = 0;
   for_bins(terms_at_once, [&](int first, int count) {
+    if (terms >= trial && worked_out >= lanes * terms / dense) {
+      for (int j = first; j < first + count; ++j) {
+        for (std::size_t l = 0; l < values.size(); ++l)
+          sums[l] += term(time[l], j);
+      }
+      return;
+    }
     const auto i = static_cast<std::size_t>(first);
     make_terms(&a_[i], &b_[i], first, count, size_, turn, term_ends);
-    add_in_order(sums, term_ends, count, [&](int r, int l) { return term(time[l], first + r); });
+    worked_out += add_in_order(sums, term_ends, count,
+                               [&](int r, int l) { return term(time[l], first + r); });
+    terms += count;
   });
   std::copy_n(sums, values.size(), values.begin());
 }
