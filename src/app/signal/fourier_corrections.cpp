@@ -146,6 +146,42 @@ TORVE_CLONES void add_sizes(Bins& bins, const float* x, int count) {
   }
 }
 
+void set_turns(Bins& bins) {
+  for (int r = 0; r < block; ++r) {
+    for (std::size_t l = 0; l < lanes; ++l)
+      bins.product[0][l] = r * bins.step[l];
+    set_phasors(bins.product[0], bins.k.value, bins.turns[r]);
+  }
+}
+
+double sum_of_sizes(std::span<const float> x) {
+  double sum = 0;
+  for (const float value : x)
+    sum += std::fabs(static_cast<double>(value));
+  return sum;
+}
+
+/// Sets the products of `count` samples from p on, and their phasors; only the first if none wraps.
+/// Returns whether one does.
+bool set_products(Bins& bins, const std::array<std::uint32_t, lanes>& p,
+                  const std::array<std::uint32_t, lanes>& step, int count) {
+  bool wraps = false;
+  for (std::size_t l = 0; l < lanes; ++l) {
+    const auto first = static_cast<std::int32_t>(p[l]);
+    bins.product[0][l] = first;
+    wraps |= first + std::int64_t{count - 1} * step[l] > std::numeric_limits<std::int32_t>::max();
+  }
+  for (int r = 1; wraps && r < count; ++r) {
+    for (std::size_t l = 0; l < lanes; ++l) {
+      bins.product[r][l] =
+          static_cast<std::int32_t>(p[l] + static_cast<std::uint32_t>(r) * step[l]);
+    }
+  }
+  for (int r = 0; r < (wraps ? count : 1); ++r)
+    set_phasors(bins.product[r], bins.k.value, bins.now[r]);
+  return wraps;
+}
+
 FourierEnds ends_about(const FourierSums& sums, double error) {
   return {{sums.cosines - error, sums.sines - error}, {sums.cosines + error, sums.sines + error}};
 }
@@ -179,37 +215,17 @@ void fourier_corrections(std::span<const float> x, std::span<const int> bins,
   }
   tile.corrections = tile.sums = {};
   std::fill_n(tile.sizes, lanes, 0.0);
-  for (int r = 0; r < block; ++r) {
-    for (std::size_t l = 0; l < lanes; ++l)
-      tile.product[0][l] = r * tile.step[l];
-    set_phasors(tile.product[0], size, tile.turns[r]);
-  }
+  set_turns(tile);
   for (int i = 0; i < size; i += block) {
     const int count = std::min(block, size - i);
-    const auto last = static_cast<std::uint32_t>(count - 1);
-    bool wraps = false;
-    for (std::size_t l = 0; l < lanes; ++l) {
-      const auto first = static_cast<std::int32_t>(p[l]);
-      tile.product[0][l] = first;
-      wraps |= first + std::int64_t{last} * step[l] > std::numeric_limits<std::int32_t>::max();
-    }
-    for (int r = 1; wraps && r < count; ++r) {
-      for (std::size_t l = 0; l < lanes; ++l) {
-        tile.product[r][l] =
-            static_cast<std::int32_t>(p[l] + static_cast<std::uint32_t>(r) * step[l]);
-      }
-    }
-    for (int r = 0; r < (wraps ? count : 1); ++r)
-      set_phasors(tile.product[r], size, tile.now[r]);
+    const bool wraps = set_products(tile, p, step, count);
     const float* const values = &x[static_cast<std::size_t>(i)];
     add_sizes(tile, values, count);
     (wraps ? add_wrapping : add)(tile, values, count);
     for (std::size_t l = 0; l < lanes; ++l)
       p[l] += static_cast<std::uint32_t>(count) * step[l];
   }
-  double all = 0;
-  for (const float value : x)
-    all += std::fabs(static_cast<double>(value));
+  const double all = sum_of_sizes(x);
   for (std::size_t l = 0; l < corrections.size(); ++l) {
     const double sizes = tile.sizes[l] + correction_slack * size * all;
     corrections[l] = {{tile.corrections.cosines[l] / size, tile.corrections.sines[l] / size},
