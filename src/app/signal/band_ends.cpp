@@ -143,7 +143,7 @@ auto kernel(bool with_excess) {
 }  // namespace
 
 void BandSums::ends(std::span<const int> times, std::span<Ends> ends) const {
-  static thread_local Samples samples;
+  static Samples samples;
   prepare(samples, size_, times, offset_);
   const auto add = kernel(works_out_angles_);
   const Bins bins = {scaled_a_.data(), scaled_b_.data(), angle_errors_.data()};

@@ -113,7 +113,7 @@ double BandSums::plain_value(int t) const {
 }
 
 void BandSums::close_ends(std::span<const int> times, std::span<Ends> ends) const {
-  static thread_local TermEnds term_ends;
+  static TermEnds term_ends;
   double turn[lanes];
   double low[lanes];
   double high[lanes];
@@ -131,7 +131,7 @@ void BandSums::close_ends(std::span<const int> times, std::span<Ends> ends) cons
 }
 
 void BandSums::literal_values(std::span<const int> times, std::span<double> values) const {
-  static thread_local TermEnds term_ends;
+  static TermEnds term_ends;
   double turn[lanes];
   double sums[lanes];
   int time[lanes];

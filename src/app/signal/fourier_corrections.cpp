@@ -203,7 +203,7 @@ FourierEnds ends_of(const FourierEstimate& estimate, const FourierCorrection& co
 void fourier_corrections(std::span<const float> x, std::span<const int> bins,
                          std::span<FourierCorrection> corrections) {
   const int size = static_cast<int>(x.size());
-  static thread_local Bins tile;
+  static Bins tile;
   const auto add = fused_operations() ? add_turning_fused : add_turning;
   tile.k = divisor(size);
   std::array<std::uint32_t, lanes> step = {};

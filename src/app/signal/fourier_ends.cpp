@@ -128,7 +128,7 @@ TORVE_CLONES void add_wrapping(Bins& bins, const float* x, int count, const std:
 void fourier_sum_ends(std::span<const float> x, std::span<const int> bins,
                       std::span<FourierEnds> ends) {
   const int size = static_cast<int>(x.size());
-  static thread_local Bins tile;
+  static Bins tile;
   const bool fused = fused_operations();
   std::uint32_t step[lanes] = {};
   std::uint32_t p[lanes] = {};

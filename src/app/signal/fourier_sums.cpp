@@ -59,8 +59,8 @@ FourierSums plain_fourier_sums(std::span<const float> x, int bin) {
 
 void literal_fourier_sums(std::span<const float> x, std::span<const int> bins,
                           std::span<FourierSums> sums) {
-  static thread_local TermEnds cosine_ends;
-  static thread_local TermEnds sine_ends;
+  static TermEnds cosine_ends;
+  static TermEnds sine_ends;
   const int size = static_cast<int>(x.size());
   std::uint32_t step[lanes] = {};
   std::uint32_t p[lanes] = {};

@@ -107,7 +107,7 @@ Spectrum compute_spectrum(std::span<const float> x, void (*progress)(int bin, in
   spectrum.power[0] = static_cast<float>(mean * mean);
   const BinTable table = {spectrum.a, spectrum.b, spectrum.power, spectrum.open};
   OpenBins powers(x, table, OpenBins::Wanted::power_text);
-  static thread_local TileEstimates estimates;
+  static TileEstimates estimates;
   const auto proposal = transforms::FourierProposal::make(x);
   for (int first = 0; first <= last; first += tile) {
     const int end = std::min(first + tile, last + 1);
@@ -133,7 +133,7 @@ void settle_coefficients(std::span<const float> x, const BinTable& table, int fi
   for (int j = first; j <= last; ++j)
     open += is_open(j) ? 1 : 0;
   const auto proposal = open < enough_for_proposal ? nullptr : transforms::FourierProposal::make(x);
-  static thread_local TileEstimates estimates;
+  static TileEstimates estimates;
   int proposed = -1;
   for (int j = first; j <= last; ++j) {
     if (!is_open(j)) continue;

@@ -104,8 +104,8 @@ TORVE_CLONES void turn_over(const Wave& x, const Wave& grid, Wave& y) {
 }  // namespace
 
 void transform(const Parts& wave) {
-  static thread_local Wave sixty_four;
-  static thread_local Wave turned;
+  static Wave sixty_four;
+  static Wave turned;
   columns(wave, {sixty_four.re, sixty_four.im});
   turn_over(sixty_four, roots().grid, turned);
   columns({turned.re, turned.im}, wave);
