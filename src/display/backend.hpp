@@ -6,9 +6,15 @@
 
 #include <cstdint>
 
+#include "base/enum_flags.hpp"
 #include "base/rect.hpp"
 
 namespace torve {
+
+/// Keys that were held while an event of the mouse or the keyboard came.
+enum class Modifiers : std::uint8_t { none = 0, shift = 1, control = 2, alt = 4 };
+template <>
+inline constexpr bool is_flag_enum<Modifiers> = true;
 
 struct InputEvent {
   enum class Type { none, key, press, release, motion, expose, resize, close, other };
@@ -22,6 +28,7 @@ struct InputEvent {
   int character_count = 0;    // key: how many characters, 0 for keys that give none
   unsigned long keysym = 0;   // key: its X name
   bool is_modifier = false;   // key: Shift, Control and their like alone
+  Modifiers modifiers = Modifiers::none;  // key, press, release, motion: what was held with it
 };
 
 struct DisplayBackend {

@@ -110,6 +110,7 @@ int lines_of_wheel(const InputEvent& event) {
 PointerEvent handle_pointer() {
   PointerEvent event = {.button = cur_button};
   event.lines = lines_of_wheel(report);
+  event.modifiers = report.modifiers;
   if (event.lines != 0) {
     event.action = PointerAction::wheel;
     event.x = report.x;
@@ -192,8 +193,12 @@ PointerEvent next_pointer_event() {
 }
 
 PointerEvent present_pointer() {
-  return {
-      .action = PointerAction::press, .button = buttons, .x = X, .y = Y, .time = last_event.time};
+  return {.action = PointerAction::press,
+          .button = buttons,
+          .x = X,
+          .y = Y,
+          .time = last_event.time,
+          .modifiers = last_event.modifiers};
 }
 
 int readmouse(int* button, int* x, int* y) {

@@ -29,6 +29,7 @@ struct PointerEvent {
   int x = 0, y = 0;        // inside the clamp, pixels
   std::uint32_t time = 0;  // the server's clock, milliseconds; it may wrap round
   int lines = 0;           // of the wheel: 1 down, -1 up
+  Modifiers modifiers = Modifiers::none;  // keys that are held meanwhile
 };
 
 // State.

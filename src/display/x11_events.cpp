@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
@@ -15,12 +16,23 @@ namespace {
 
 using Type = InputEvent::Type;
 
+Modifiers modifiers_in(unsigned state) {
+  constexpr std::pair<unsigned, Modifiers> masks[] = {
+      {ShiftMask, Modifiers::shift}, {ControlMask, Modifiers::control}, {Mod1Mask, Modifiers::alt}};
+  Modifiers held = Modifiers::none;
+  for (const auto& [mask, modifier] : masks) {
+    if ((state & mask) != 0) held = held | modifier;
+  }
+  return held;
+}
+
 void translate_key(XKeyEvent& key, InputEvent& event) {
   KeySym symbol = NoSymbol;
   event.character_count =
       std::max(0, XLookupString(&key, event.characters, sizeof event.characters, &symbol, nullptr));
   event.keysym = symbol;
   event.is_modifier = IsModifierKey(symbol);
+  event.modifiers = modifiers_in(key.state);
   event.time = static_cast<std::uint32_t>(key.time);
 }
 
@@ -28,6 +40,7 @@ template <typename XPointerEvent>
 void translate_position(const XPointerEvent& pointer, InputEvent& event) {
   event.x = pointer.x;
   event.y = pointer.y;
+  event.modifiers = modifiers_in(pointer.state);
   event.time = static_cast<std::uint32_t>(pointer.time);
 }
 

@@ -58,6 +58,16 @@ TEST_F(InputTest, APressDropsWaitingPressesOnly) {
   EXPECT_EQ(user_events.size(), 1U);
 }
 
+TEST_F(InputTest, AnEventSaysWhichKeysAreHeld) {
+  using enum Modifiers;
+  for (const auto& [type, held] :
+       {std::pair(Type::press, control), {Type::motion, shift | alt}, {Type::release, none}}) {
+    user_events = {{.type = type, .button = 1, .modifiers = held}};
+    EXPECT_EQ(next_pointer_event().modifiers, held);
+    EXPECT_EQ(present_pointer().modifiers, held);
+  }
+}
+
 TEST_F(InputTest, KeysComeOneAtATimeAndNothingElseIsForgotten) {
   static int closed;
   set_close_handler([] { ++closed; });
