@@ -68,9 +68,13 @@ bool open_start_files(SignalFiles& files) {
 void draw_start_plots(const SignalFiles& files) {
   for (int pane = 0; pane < pane_count; ++pane) {
     const std::size_t i = static_cast<std::size_t>(pane);
+    const StartPlot& plot = start_plots.at(i);
     plot_curve(files.at(i).get(),
-               {.start = start_plots.at(i).start, .xsc = start_xsc, .yoff = pane * pane_pitch},
-               start_plots.at(i).file);
+               {.start = plot.start, .xsc = start_xsc, .yoff = pane * pane_pitch}, plot.file);
+    note_shown_view(pane, {.kind = PaneKind::signal,
+                           .file = plot.file,
+                           .start = static_cast<double>(plot.start),
+                           .xsc = start_xsc});
   }
 }
 

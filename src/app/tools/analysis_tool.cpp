@@ -83,7 +83,7 @@ void compare_into_pane(const MenuRun& menu) {
                                        &match);
   if (!compared.is_done()) std::printf("sample too small\n");
   if (!makes_file(compared) && open_regular_file(name, "r")) return show_outcome(compared);
-  PaneView view = {.start = -match.offset, .xsc = overview_xsc};
+  PaneView view = {.start = static_cast<double>(-match.offset), .xsc = overview_xsc};
   if (*pane == 2) {
     view.ysc = static_cast<double>(match.scale);
     show_outcome(show_signal(1, view));

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "app/plot/plot_panes.hpp"
+#include "base/saturate.hpp"
 #include "dialogs/strip.hpp"
 #include "display/screen_state.hpp"
 #include "draw/lines.hpp"
@@ -24,18 +25,29 @@ void clear_band(int pane) {
 PlotSettings settings_of(int pane, const PaneView& view, int target) {
   return {.target = target,
           .step = view.step,
-          .start = view.start,
+          .start = saturate_to_int(view.start),
           .xsc = view.xsc,
           .ysc = view.ysc,
           .yoff = pane_row(pane)};
 }
 
-Outcome plot(int pane, const PaneView& view, int target) {
-  return plot_signal_file(pane_name(pane), settings_of(pane, view, target));
+// What could not be drawn has left nothing to look at.
+Outcome note(int pane, PaneView view, PaneKind kind, const Outcome& drawn) {
+  view.kind = drawn.is_done() ? kind : PaneKind::nothing;
+  view.file = pane_name(pane);
+  note_shown_view(pane, view);
+  return drawn;
 }
 
-Outcome plot_bins(int pane, const PaneView& view, const char* samples) {
-  return plot_spectrum_file(pane_name(pane), settings_of(pane, view, target_screen), samples);
+Outcome plot(int pane, const PaneView& view) {
+  return note(pane, view, PaneKind::signal,
+              plot_signal_file(pane_name(pane), settings_of(pane, view, target_screen)));
+}
+
+Outcome plot_bins(int pane, PaneView view, const char* samples) {
+  view.samples = samples;
+  return note(pane, view, PaneKind::spectrum,
+              plot_spectrum_file(pane_name(pane), settings_of(pane, view, target_screen), samples));
 }
 
 }  // namespace
@@ -51,6 +63,7 @@ int pane_row(int pane) {
 }
 
 void clear_pane(int pane) {
+  note_shown_view(pane, {});
   const CanvasPaint beneath(all_panes);
   clear_band(pane);
 }
@@ -58,7 +71,7 @@ void clear_pane(int pane) {
 Outcome show_signal(int pane, const PaneView& view) {
   const CanvasPaint beneath(all_panes);
   clear_band(pane);
-  return plot(pane, view, target_screen);
+  return plot(pane, view);
 }
 
 Outcome show_spectrum(int pane, const PaneView& view, const char* samples) {
@@ -69,7 +82,7 @@ Outcome show_spectrum(int pane, const PaneView& view, const char* samples) {
 
 Outcome draw_signal(int pane, const PaneView& view) {
   const CanvasPaint beneath(all_panes);
-  return plot(pane, view, target_screen);
+  return plot(pane, view);
 }
 
 Outcome draw_spectrum(int pane, const PaneView& view, const char* samples) {
@@ -79,7 +92,7 @@ Outcome draw_spectrum(int pane, const PaneView& view, const char* samples) {
 
 Outcome print_signal(int pane, const PaneView& view) {
   const CanvasPaint beneath(all_panes);
-  return plot(pane, view, target_eps);
+  return plot_signal_file(pane_name(pane), settings_of(pane, view, target_eps));
 }
 
 }  // namespace torve

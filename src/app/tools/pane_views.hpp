@@ -4,18 +4,11 @@
 
 #include <optional>
 
+#include "app/plot/pane_view.hpp"
 #include "app/plot/plot_panes.hpp"
 #include "base/outcome.hpp"
 
 namespace torve {
-
-/// How a tool asks for a plot: as plot_anew and plot_spectrum_anew.
-struct PaneView {
-  int start = 0;
-  int step = 1;
-  double xsc = 1;
-  double ysc = 1;
-};
 
 /// The scales of a signal and of a spectrum that has just been read or computed.
 inline constexpr double overview_xsc = 0.02;
@@ -37,7 +30,8 @@ const char* pane_file() {
 /// Clears a pane's band, nothing more.
 void clear_pane(int pane);
 
-/// Clears the band and draws the pane's file as a signal, or as a spectrum of at most `samples`.
+/// Clears the band and draws the pane's file as a signal, or as a spectrum of at most `samples`, by
+/// the view's start, step and scales. What could be drawn is what the pane shows from then on.
 Outcome show_signal(int pane, const PaneView& view);
 Outcome show_spectrum(int pane, const PaneView& view, const char* samples);
 

@@ -23,7 +23,7 @@ constexpr int match_output = match_start + 1;
 
 PaneView view_of(const MenuItem* items, int pane) {
   const MenuItem* fields = items + field_of(pane, start);
-  return {.start = int_field(fields[start], 0),
+  return {.start = static_cast<double>(int_field(fields[start], 0)),
           .step = int_field(fields[step], 1),
           .xsc = real_field(fields[xsc], 1.0),
           .ysc = real_field(fields[ysc], 1.0)};
