@@ -1,10 +1,12 @@
 #include "app/arguments.hpp"
 
+#include <charconv>
 #include <cstdio>
 #include <string_view>
 #include <unistd.h>
 
 #include "base/console.hpp"
+#include "display/scale.hpp"
 
 namespace torve {
 
@@ -14,11 +16,13 @@ enum Status { status_done = 0, status_usage = 1, status_failed = 2 };
 constexpr std::size_t most_panes = 3;
 
 constexpr const char* help =
-    "usage: torve [FILE ...]\n\n"
+    "usage: torve [--scale N] [FILE ...]\n\n"
     "Opens the workbench in the working directory. Up to three signals (.res) or spectra (.spe) "
     "are\n"
     "for the panes, and a diagram (.vob) for the canvas; without them the panes show bhld1.res,\n"
     "bhld2.res and compar3.res.\n\n"
+    "  --scale N  shows every pixel N times as wide and as high (1 to 8); without it the\n"
+    "             resolution of the screen (X resource Xft.dpi) decides\n"
     "  --help     this text\n"
     "  --version  the version\n\n"
     "torve-batch does the analyses without a window.\n";
@@ -48,12 +52,30 @@ const char* take_file(StartFiles& files, std::string_view name) {
   return nullptr;
 }
 
+/// 0 where the word is no scale.
+int scale_of(std::string_view word) {
+  int scale = 0;
+  const auto [stop, error] = std::from_chars(word.begin(), word.end(), scale);
+  const bool is_number = error == std::errc() && stop == word.end();
+  return is_number && scale >= 1 && scale <= largest_scale ? scale : 0;
+}
+
+/// The same of the word behind --scale, which it takes from the front.
+const char* take_scale(StartFiles& files, std::span<char* const>& words) {
+  files.scale = words.empty() ? 0 : scale_of(words.front());
+  if (files.scale == 0) return "needs a number from 1 to 8";
+  words = words.subspan(1);
+  return nullptr;
+}
+
 }  // namespace
 
 std::optional<StartFiles> read_arguments(std::span<char* const> words, int* status) {
   StartFiles files;
-  for (const char* const word : words) {
+  while (!words.empty()) {
+    const char* const word = words.front();
     const std::string_view text = word;
+    words = words.subspan(1);
     if (text == "--help") {
       *status = print(help);
       return std::nullopt;
@@ -62,7 +84,9 @@ std::optional<StartFiles> read_arguments(std::span<char* const> words, int* stat
       *status = print("torve " TORVE_VERSION "\n");
       return std::nullopt;
     }
-    const char* const problem = text.starts_with("-") ? "no option" : take_file(files, text);
+    const char* const problem = text == "--scale"       ? take_scale(files, words)
+                                : text.starts_with("-") ? "no option"
+                                                        : take_file(files, text);
     if (problem == nullptr) continue;
     *status = refuse(word, problem);
     return std::nullopt;

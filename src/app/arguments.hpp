@@ -12,6 +12,7 @@ namespace torve {
 struct StartFiles {
   std::vector<std::string> panes;  // three at most
   std::string diagram;             // or none
+  int scale = 0;                   // for ask_for_scale
 };
 
 /// Reads the words behind the program's name. Nothing if there is no window to be opened: then the

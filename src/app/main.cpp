@@ -18,6 +18,7 @@
 #include "display/colours.hpp"
 #include "display/graph.hpp"
 #include "display/input.hpp"
+#include "display/scale.hpp"
 #include "display/screen_state.hpp"
 #include "pool/pool.hpp"
 #include "text/fonts.hpp"
@@ -61,6 +62,7 @@ int run(int argc, char** argv, const StartFiles& named) {
   install_diagram();
   if (!load_fonts()) return report_font_problem("problems in loading font\n");
   if (initPool(0, 0, 0, 0) != 0) return 0;
+  ask_for_scale(named.scale);
   initgraph(argc, argv);
   set_close_handler(close_window);
   set_connection_lost_handler(rescue_diagram);

@@ -21,7 +21,7 @@ struct InputEvent {
 
   Type type = Type::none;
   int button = 0;             // press and release: 1 left, 2 middle, 3 right, above 3 the wheel
-  int x = 0, y = 0;           // press, release, motion: position in the window, pixels
+  int x = 0, y = 0;           // key, press, release, motion: where the pointer is, pixels
   std::uint32_t time = 0;     // the server's clock at key, press, release and motion, milliseconds
   int width = 0, height = 0;  // resize: the window's new size, pixels
   char characters[20] = {};   // key: what the key stands for, Latin-1

@@ -26,22 +26,27 @@ Modifiers modifiers_in(unsigned state) {
   return held;
 }
 
+// The pixel of the image that a window's position, which may be negative, lies in.
+int in_image(int position) {
+  return (position >= 0 ? position : position - (scale - 1)) / scale;
+}
+
+// Of the pointer, at a key too.
+template <typename XDeviceEvent>
+void translate_position(const XDeviceEvent& x_event, InputEvent& event) {
+  event.x = in_image(x_event.x);
+  event.y = in_image(x_event.y);
+  event.modifiers = modifiers_in(x_event.state);
+  event.time = static_cast<std::uint32_t>(x_event.time);
+}
+
 void translate_key(XKeyEvent& key, InputEvent& event) {
   KeySym symbol = NoSymbol;
   event.character_count =
       std::max(0, XLookupString(&key, event.characters, sizeof event.characters, &symbol, nullptr));
   event.keysym = symbol;
   event.is_modifier = IsModifierKey(symbol);
-  event.modifiers = modifiers_in(key.state);
-  event.time = static_cast<std::uint32_t>(key.time);
-}
-
-template <typename XPointerEvent>
-void translate_position(const XPointerEvent& pointer, InputEvent& event) {
-  event.x = pointer.x;
-  event.y = pointer.y;
-  event.modifiers = modifiers_in(pointer.state);
-  event.time = static_cast<std::uint32_t>(pointer.time);
+  translate_position(key, event);
 }
 
 void translate_button(const XButtonEvent& button, InputEvent& event) {
@@ -102,8 +107,8 @@ void translate(XEvent& x_event, InputEvent& event) {
       translate_position(x_event.xmotion, event);
       break;
     case Type::resize:
-      event.width = x_event.xconfigure.width;
-      event.height = x_event.xconfigure.height;
+      event.width = in_image(x_event.xconfigure.width);
+      event.height = in_image(x_event.xconfigure.height);
       break;
     default:
       break;

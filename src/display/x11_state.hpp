@@ -13,7 +13,7 @@ struct _XImage;
 
 namespace torve {
 
-// State: written by initgraph and endgraph alone.
+// State: written by initgraph and endgraph alone, staging and scale by change_scale, too.
 extern _XDisplay* display;
 extern int screen;              // default screen of the display
 extern unsigned long win;       // the window
@@ -21,6 +21,7 @@ extern _XGC* gc;                // the one graphics context
 extern unsigned long colormap;  // the colormap of the window's visual
 extern _XImage* screenbuf;      // the screen image as X sees it; its data is screen_block()
 extern _XImage* staging;        // dirty pixels on their way to the server; null: send planes
+extern int scale;               // window pixels, across and down, for a pixel of the image
 
 /// Protocols of window managers that the window takes part in.
 struct WindowProtocols {
@@ -35,8 +36,17 @@ bool x11_event_pending();
 bool drop_x11_events(InputEvent::Type type);
 
 /// The picture half (x11_push.cpp).
-void create_x11_images(void* visual, int depth);
+/// At the scale that is set; where that cannot be, the scale becomes 1.
+void create_x11_images(void* visual);
+/// Makes the staging for pushes at a scale. False, and everything stays as it was, when there is no
+/// memory or the server wants pixels packed otherwise than in words.
+[[nodiscard]] bool create_staging(int scale);
 void destroy_x11_images();
 void push_to_x11(const Rect& rect);
+
+/// The scale to begin with (x11_scale.cpp).
+[[nodiscard]] int start_scale();
+/// Gives the window the size of the image at the present scale (x11_window.cpp).
+void resize_window();
 
 }  // namespace torve

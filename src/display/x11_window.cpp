@@ -116,6 +116,14 @@ void look_up_atoms() {
   XInternAtoms(display, names.data(), atom_count, False, atoms.data());
 }
 
+unsigned enlarged_width() {
+  return static_cast<unsigned>(screen_width * scale);
+}
+
+unsigned enlarged_height() {
+  return static_cast<unsigned>(screen_height * scale);
+}
+
 void create_window(Visual* visual) {
   XSetWindowAttributes attributes = {};
   attributes.background_pixel = WhitePixel(display, screen);
@@ -123,19 +131,23 @@ void create_window(Visual* visual) {
   attributes.colormap = colormap;
   // A visual that is not the screen's own needs a background that exists in it.
   if (own_colormap) attributes.background_pixel = 0xFFFFFF;
-  win = XCreateWindow(display, RootWindow(display, screen), 0, 0, screen_width, screen_height,
-                      window_border, screen_planes, InputOutput, visual,
+  win = XCreateWindow(display, RootWindow(display, screen), 0, 0, enlarged_width(),
+                      enlarged_height(), window_border, screen_planes, InputOutput, visual,
                       CWBackPixel | CWBorderPixel | CWColormap, &attributes);
+}
+
+void set_size_hints() {
+  size_hints = {};
+  size_hints.flags = PPosition | PSize | PMinSize;
+  size_hints.width = size_hints.min_width = screen_width * scale;
+  size_hints.height = size_hints.min_height = screen_height * scale;
 }
 
 void name_window(int argc, char** argv) {
   const Pixmap icon =
       XCreateBitmapFromData(display, win, reinterpret_cast<const char*>(bunny_bits.data()),
                             window_icon_size, window_icon_size);
-  size_hints = {};
-  size_hints.flags = PPosition | PSize | PMinSize;
-  size_hints.width = size_hints.min_width = screen_width;
-  size_hints.height = size_hints.min_height = screen_height;
+  set_size_hints();
   XSetStandardProperties(display, win, window_name, icon_name, icon, argv, argc, &size_hints);
 
   char instance[] = "torve";
@@ -223,7 +235,8 @@ void initgraph(int argc, char** argv) {
   Visual* visual = find_visual();
   if (visual == nullptr) give_up("X not started\n");
   if (!create_screen_image()) give_up("no memory for the screen image\n");
-  create_x11_images(visual, screen_planes);
+  scale = start_scale();
+  create_x11_images(visual);
   look_up_atoms();
   create_window(visual);
   name_window(argc, argv);
@@ -238,6 +251,15 @@ void initgraph(int argc, char** argv) {
   wait_until_exposed();
   set_display_backend(&x11_backend);
   watch_ending_signals();
+}
+
+// What the picture does not cover any more is cleared; where the window does not get its new size
+// it would stay.
+void resize_window() {
+  set_size_hints();
+  XSetWMNormalHints(display, win, &size_hints);
+  XResizeWindow(display, win, enlarged_width(), enlarged_height());
+  XClearWindow(display, win);
 }
 
 void set_connection_lost_handler(void (*handler)()) {

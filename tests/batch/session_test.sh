@@ -177,7 +177,9 @@ while IFS='|' read -r wanted words text; do
   expect "$wanted" "${batch%-batch}" $words
   grep -qF -- "$text" said || fail "torve $words: $(<said)"
 done <<'END'
-0|--help|usage: torve [FILE ...]
+0|--help|usage: torve [--scale N] [FILE ...]
+1|--scale 9|torve: --scale: needs a number from 1 to 8
+1|a.res --scale|torve: --scale: needs a number from 1 to 8
 0|--version|torve 
 1|--start|torve: --start: no option
 1|cut.au|torve: cut.au: neither .res, .spe nor .vob

@@ -1,10 +1,12 @@
 """The way out, and what other windows do to ours."""
 
+import functools
 import struct
 import subprocess
 
+import numpy as np
 import pytest
-from pictures import same
+from pictures import cut, same
 from workbench import PRINT, READ, WRITE, Workbench
 from Xlib import X
 
@@ -61,4 +63,49 @@ def test_the_window_is_served_while_an_answer_is_awaited(desk, end):
         desk.settle()
     assert " 250\n" not in desk.said(), "the next answer"
     end(desk)
+    assert desk.process.exit_status() == 1
+
+
+def look_around(desk, **options):
+    """What a session shows: the start, a tool's menu, the same moved and edited."""
+    desk.start(**options)
+    yield desk.screenshot()
+    desk.open(READ)
+    yield desk.screenshot()
+    desk.edit(desk.move(READ, 251, 101), 1, 16, "m")
+    yield desk.screenshot()
+
+
+@functools.cache
+def plain_pictures():
+    with Workbench() as desk:
+        return list(look_around(desk))
+
+
+@pytest.mark.parametrize(
+    "scale, words, resources",
+    [
+        (2, "--scale 2", ""),
+        (3, "--scale 3", "Xft.dpi:\t100\n"),
+        (1, "", "Xft.dpi:\t143.9\n"),
+        (1, "--scale 1", "Xft.dpi:\t144\n"),
+        (2, "", "Xft.dpi:\t144\n"),
+        (3, "", "Xft.antialias:\t1\nXft.dpi:\t1000\n"),  # what fits on the screen
+    ],
+)
+def test_every_pixel_is_shown_as_a_square_and_pressed_as_one(desk, scale, words, resources):
+    desk.program = [*desk.program, *words.split()]
+    desk.scale = scale
+    screen = {"screen": "2450x2000x24", "resources": resources}
+    for shown, plain in zip(look_around(desk, **screen), plain_pictures()):
+        assert same(shown, np.kron(plain, np.ones((scale, scale), int)))
+    width, height = 800 * scale, 600 * scale
+    cover(desk, 31, 33, 309, 477)
+    desk.window.configure(width=width + 40, height=height + 40)
+    desk.settle()
+    assert same(cut(desk.screenshot(), 0, 0, width, height), shown)
+    desk.scale = 1
+    for beside in ((2 * scale - 1, 555 * scale), (2 * scale, 555 * scale - 1)):
+        desk.tap(*beside)
+    desk.click(2 * scale, 555 * scale)  # the first window pixel that belongs to the icon
     assert desk.process.exit_status() == 1

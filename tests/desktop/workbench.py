@@ -15,7 +15,7 @@ from typing import NamedTuple
 
 import numpy as np
 from pictures import DATA, PROGRAM, icon_area, write_ppm
-from Xlib import X
+from Xlib import X, Xatom
 from Xlib.display import Display
 from Xlib.ext import xtest
 from Xlib.protocol.event import ClientMessage
@@ -80,6 +80,7 @@ class Workbench:
         self.program = [PROGRAM]
         self.server = self.process = self.window = None
         self.pings = 0
+        self.scale = 1  # window pixels for one of the picture
 
     def use_copied_installation(self):
         """Gives the program a copy of its installation; returns the copy's share/torve."""
@@ -88,8 +89,8 @@ class Workbench:
         self.program = [shutil.copy(PROGRAM, self.home / "bin")]
         return self.home / "share" / "torve"
 
-    def launch(self, screen="1024x768x24", **streams):
-        """Starts the program without waiting for its window."""
+    def launch(self, screen="1024x768x24", resources="", **streams):
+        """Starts the program without waiting for its window; resources as desktops set them."""
         words = ["Xvfb", "-displayfd", "1", "-screen", "0", screen, "-noreset", "-nolisten", "tcp"]
         self.server = Process(words, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
         assert readable(self.server.child.stdout), "Xvfb does not start"
@@ -98,14 +99,16 @@ class Workbench:
         self.root = self.display.screen().root
         # New windows, and the answers to pings, are reported to the root window.
         self.root.change_attributes(event_mask=X.SubstructureNotifyMask)
+        if resources:
+            self.root.change_property(Xatom.RESOURCE_MANAGER, Xatom.STRING, 8, resources.encode())
         self.display.sync()
         options = streams | {"cwd": self.folder, "env": os.environ | {"DISPLAY": name}}
         with open(self.home / "output", "w") as output, open(self.home / "errors", "w") as errors:
             self.process = Process(self.program, stdout=output, stderr=errors, **options)
 
-    def start(self, **streams):
+    def start(self, **options):
         """Starts the program and waits until it has drawn its window."""
-        self.launch(**streams)
+        self.launch(**options)
         self.window = self.await_event(lambda event: event.type == X.MapNotify).window
         self.settle()
         return self
@@ -141,6 +144,8 @@ class Workbench:
 
     def move_pointer(self, x, y):
         corner = self.root.translate_coords(self.window, 0, 0)
+        middle = self.scale // 2
+        x, y = (self.scale * at + middle for at in (x, y))
         self.fake(X.MotionNotify, x=corner.x + x, y=corner.y + y)
 
     def click(self, x, y, button=1):

@@ -82,7 +82,7 @@ while IFS='|' read -r typed offered; do
   [[ $got == "$offered" ]] || wrong "completion of \"$typed\" is \"$got\""
 done <<'END'
 torve bell|bell.res bell.spe
-torve --v|--version
+torve --|--help --scale --version
 torve-batch au|autocorrelation
 torve-batch cut bell|bell.au
 torve-batch plot bell|bell.res bell.spe
