@@ -25,10 +25,12 @@ endif()
 # -fPIE: -fPIC, which CMake would take for libraries, keeps the compiler from inlining.
 if(CMAKE_BUILD_TYPE STREQUAL "Release" AND NOT TORVE_SANITIZE AND NOT TORVE_FUZZ)
   include(CheckCXXCompilerFlag)
+  set(is_module $<STREQUAL:$<TARGET_PROPERTY:TYPE>,MODULE_LIBRARY>)
   target_compile_options(torve_settings INTERFACE
     -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2 -fstack-protector-strong
-    -Wformat -Werror=format-security -fPIE)
-  target_link_options(torve_settings INTERFACE -pie LINKER:-z,relro,-z,now)
+    -Wformat -Werror=format-security $<IF:${is_module},-fPIC,-fPIE>)
+  target_link_options(torve_settings INTERFACE
+    $<$<NOT:${is_module}>:-pie> LINKER:-z,relro,-z,now)
   foreach(flag -fstack-clash-protection -fcf-protection)  # not every processor has them
     string(MAKE_C_IDENTIFIER "TORVE_HAS${flag}" known)
     check_cxx_compiler_flag(${flag} ${known})

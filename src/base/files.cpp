@@ -50,6 +50,10 @@ FilePtr open_data_file(const std::string& name, DataKind kind, const char* mode)
   return file ? std::move(file) : open_installed_file(name, kind, mode);
 }
 
+std::string module_path(const std::string& name) {
+  return (executable_directory() / TORVE_MODULES_FROM_BIN / name).lexically_normal().string();
+}
+
 bool same_file(const std::string& input, const std::string& output) {
   struct stat first = {};
   struct stat second = {};

@@ -40,6 +40,10 @@ enum class DataKind { font, picture, include };
 /// The second half of open_data_file alone: the data directory.
 [[nodiscard]] FilePtr open_installed_file(const std::string& name, DataKind kind, const char* mode);
 
+/// The absolute name of a part of the program that is loaded when it is first needed. It lies where
+/// an installation puts it as seen from the running executable, usually in "../lib/torve/modules".
+[[nodiscard]] std::string module_path(const std::string& name);
+
 /// Whether an output would replace the file that an input is read from (same device and inode, also
 /// through links).
 [[nodiscard]] bool same_file(const std::string& input, const std::string& output);

@@ -32,13 +32,16 @@ constexpr std::array texts = {
     CauseText{Cause::start_behind_end, "has fewer lines than are to be skipped"},
     CauseText{Cause::nothing_to_draw, "there is nothing to draw"},
     CauseText{Cause::unknown_ending, "the name ends in none of the known ways"},
+    CauseText{Cause::not_sound, "cannot be read as sound"},
+    CauseText{Cause::out_of_range, "has no such part"},
+    CauseText{Cause::no_codec, "sound files cannot be used here"},
 };
 
 constexpr bool are_in_order() {
   for (std::size_t i = 0; i < texts.size(); ++i) {
     if (texts[i].cause != static_cast<Cause>(i)) return false;
   }
-  return texts.back().cause == Cause::unknown_ending;
+  return texts.back().cause == Cause::no_codec;
 }
 static_assert(are_in_order());
 
@@ -55,6 +58,7 @@ std::string sentence(const Outcome& outcome) {
   if (outcome.is_done()) return {};
   std::string text = texts.at(static_cast<std::size_t>(outcome.cause)).text;
   if (!outcome.name.empty()) text = outcome.name + ": " + text;
+  if (!outcome.reason.empty()) text += " (" + outcome.reason + ")";
   if (outcome.error != 0) text += std::string(" (") + std::strerror(outcome.error) + ")";
   return text;
 }

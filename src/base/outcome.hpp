@@ -20,6 +20,9 @@ enum class Cause {
   start_behind_end,  // a plot that skips more lines than there are
   nothing_to_draw,   // a file without a sample
   unknown_ending,    // a name that does not say what kind of file it is
+  not_sound,         // a file that is not known as sound, or is damaged
+  out_of_range,      // a channel or a time that a file does not have
+  no_codec,          // the part of the program that knows sound files
 };
 
 struct [[nodiscard]] Outcome {
@@ -27,6 +30,7 @@ struct [[nodiscard]] Outcome {
   std::string name = {};     // of the file concerned, or none
   std::string kept_as = {};  // where the old content of an output without a result is now; or empty
   int error = 0;             // errno, where the system gave a reason
+  std::string reason = {};   // in words, where a library gave one
 
   [[nodiscard]] bool is_done() const { return cause == Cause::done; }
 };

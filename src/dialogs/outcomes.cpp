@@ -30,6 +30,9 @@ int show_in_window(Cause cause, const char* name) {
     case Cause::not_au_file:
     case Cause::nothing_to_draw:
     case Cause::unknown_ending:
+    case Cause::not_sound:
+    case Cause::out_of_range:
+    case Cause::no_codec:
       return not_a_signal(name);
     case Cause::no_spectrum:
       return spectrum_wanted_first();
