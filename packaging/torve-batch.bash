@@ -34,16 +34,17 @@ _torve_batch() {
       *) parameter=${parameters[${#words[@]}]-}; words+=("$i") ;;
     esac
   done
-  parameter=${parameter##*|}
   case $parameter in
+    *.*\|*.*) ending="@(${parameter//OUT./})" ;;
     *.*) ending=${parameter##*.} ;;
+    SOUND) ending='@(wav|flac|aif|aiff|au|ogg|opus|mp3|caf|snd)' ;;
     IN) ending='@(res|spe)' ;;
     OUT) ending='@(eps|gif)' ;;
     *) return ;;
   esac
   mapfile -t COMPREPLY < <(
     compgen -d -- "$2"
-    shopt -s extglob
+    shopt -s extglob nocasematch
     compgen -f -X "!*.$ending" -- "$2"
   )
   compopt -o filenames 2>/dev/null

@@ -15,33 +15,14 @@
 #include "app/signal/work_buffer.hpp"
 #include "base/number_text.hpp"
 #include "batch/plot.hpp"
+#include "batch/sound_commands.hpp"
+#include "batch/status.hpp"
 #include "batch/streams.hpp"
 #include "batch/warnings.hpp"
 
 namespace torve {
 
 namespace {
-
-/// Says what has been kept and what went wrong; the status.
-int status_of(const Request& request, Outcome outcome) {
-  if (!outcome.kept_as.empty()) {
-    std::fprintf(stderr, "torve-batch: kept as %s\n", outcome.kept_as.c_str());
-  }
-  if (outcome.is_done()) return exit_done;
-  outcome.name = shown_name(outcome.name);
-  std::fprintf(stderr, "torve-batch: %s: %s\n", request.command, sentence(outcome).c_str());
-  return exit_failed;
-}
-
-/// The status of a procedure that has run and written `output`: only then can that be delivered.
-int status_of(const Request& request, const Outcome& outcome, OutputName& output) {
-  const int status = status_of(request, outcome);
-  return status == exit_done ? status_of(request, output.deliver()) : status;
-}
-
-const Outcome& first_failure(const InputName& input, const OutputName& output) {
-  return input.outcome().is_done() ? output.outcome() : input.outcome();
-}
 
 /// How much of a stream an analysis takes: one line more shows that there are too many.
 Enough enough_samples(const Request& request, const std::string& samples = "all") {
@@ -262,6 +243,13 @@ constexpr std::array commands = {
     Command{"out-of-band", "IN.res OUT.spe REST.res LOW HIGH [SAMPLES] [RANGE]",
             "write the spectrum, and the signal rebuilt from all but LOW to HIGH Hz", 5, 6, range,
             run_out_of_band},
+    Command{"import", "SOUND OUT.res [CHANNEL [START [END]]]",
+            "write a channel (1; \"mix\": all) of a sound file as samples at 44100 Hz, from START "
+            "to END "
+            "seconds",
+            2, 5, Options::none, run_import},
+    Command{"export", "IN.res OUT.wav|OUT.aiff|OUT.flac", "write samples as a 24-bit sound file", 2,
+            2, Options::none, run_export},
     Command{"plot", "IN PANE OUT [START [STEP [XSC [YSC [SAMPLES]]]]] [--format eps|gif]",
             "draw a .res or .spe file as pane 1, 2 or 3 does, into OUT.eps or OUT.gif", 3, 8,
             Options::format, run_plot},

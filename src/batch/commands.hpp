@@ -9,9 +9,6 @@
 
 namespace torve {
 
-/// What main returns.
-enum ExitStatus { exit_done = 0, exit_usage = 1, exit_failed = 2 };
-
 struct Command {
   const char* name;
   const char* parameters;  // as shown to the user; those in brackets may be left out
@@ -19,9 +16,9 @@ struct Command {
   std::size_t least_words;
   std::size_t most_words;
   Options options;
-  /// Runs the command on its words, as many as allowed. Returns an ExitStatus; exit_usage without
-  /// having done anything if a word is no number where one is needed, or selects nothing. What went
-  /// wrong otherwise has been said on standard error.
+  /// Runs the command on its words, as many as allowed. Returns an ExitStatus (status.hpp);
+  /// exit_usage without having done anything if a word is no number where one is needed, or selects
+  /// nothing. What went wrong otherwise has been said on standard error.
   int (*run)(const Request& request);
 };
 

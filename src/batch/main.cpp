@@ -9,6 +9,7 @@
 
 #include "base/console.hpp"
 #include "batch/commands.hpp"
+#include "batch/status.hpp"
 
 namespace {
 

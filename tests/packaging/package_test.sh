@@ -75,7 +75,7 @@ complete_words() {
     "$(complete -p "$1" | grep -o "_[a-z_]*")" "$1" "${@: -1}" "${@: -2:1}"
     printf "%s\n" "${COMPREPLY[@]}"' - "$usr/share/bash-completion/completions/$1" "$@" | sort | paste -sd ' '
 }
-touch bell.res bell.au
+touch bell.res bell.au bell.FLAC
 while IFS='|' read -r typed offered; do
   # shellcheck disable=SC2086
   got=$(complete_words ${typed//_/ })
@@ -85,6 +85,7 @@ torve bell|bell.res bell.spe
 torve --|--help --scale --version
 torve-batch au|autocorrelation
 torve-batch cut bell|bell.au
+torve-batch import bell|bell.FLAC bell.au
 torve-batch plot bell|bell.res bell.spe
 torve-batch spectrum --end 9 bell.res bell|bell.spe
 torve-batch correlation bell.res bell.res bell|bell.res
@@ -103,7 +104,7 @@ touch files/a.res 'files/b c.spe'
   "$PWD/files a.res b c.spe $PWD/bell.spe" ]] || wrong "files from the menu"
 
 # Where it is put does not matter, nor that nothing there can be written to. The fonts of a picture
-# show that the data are found: without them there is none.
+# show that the data are found, and a sound that the module is: without them there is none.
 mv root moved
 chmod -R a-w moved
 mkdir work
@@ -111,6 +112,8 @@ cd work
 ../moved/usr/bin/torve-batch plot ../moved/usr/share/torve/signals/bhld1.res 1 bell.gif >/dev/null ||
   wrong "torve-batch finds no data after a move"
 [[ -s bell.gif ]] || wrong "no picture"
+../moved/usr/bin/torve-batch export ../moved/usr/share/torve/signals/bhld1.res bell.wav >/dev/null ||
+  wrong "torve-batch finds no module after a move"
 cd ..
 chmod -R u+w moved
 
