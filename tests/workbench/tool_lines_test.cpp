@@ -12,6 +12,7 @@
 #include "app/signal/correlation.hpp"
 #include "app/signal/matching.hpp"
 #include "app/signal/report.hpp"
+#include "app/signal/sound_import.hpp"
 #include "app/signal/spectrum.hpp"
 #include "app/signal/work_buffer.hpp"
 #include "app/tools/tools.hpp"
@@ -156,6 +157,15 @@ void compare(const char* output, int pane) {
   draw(pane, output, 0, 1, 0.02, 1);
 }
 
+// t.res and a sound of p1.res, the signal so many seconds newer.
+void make_sound(const char* name, int newer) {
+  Exported exported;
+  EXPECT_TRUE(export_sound("p1.res", name, &exported).is_done());
+  write_file("t.res", "0 5\n1 6\n2 -7\n");
+  std::filesystem::last_write_time(
+      "t.res", std::filesystem::last_write_time(name) + std::chrono::seconds(newer));
+}
+
 class ToolLines : public DialogTest {
  protected:
   ToolLines() {
@@ -280,6 +290,38 @@ const Case cases[] = {
     {"Get a signal", reader, 0, "54=3 33=b.res 18=p2.res", [] { draw(2, "p2.res", 0, 1, 0.02, 1); },
      "33=p2.res"},
     {"Get a spectrum", reader, 0, "54=2 18=p1.spe", [] { draw_spectrum(1, "p1.spe", "20000"); }},
+    {"Get a sound", reader, 0, "54=3 18=t.WAV",
+     [] {
+       std::printf("t.WAV: 44100 Hz, 1 channel, 11000 samples, 0.249 s\n");
+       std::printf("t.res: channel 1 at 44100 Hz, 11000 samples, 0.249 s\n");
+       std::filesystem::rename("t.res", "t.res.bak");
+       Imported imported;
+       EXPECT_TRUE(import_sound("t.WAV", "t.res", {}, &imported).is_done());
+       draw(2, "t.res", 0, 1, 0.02, 1);
+     },
+     "33=t.WAV", "", "t.res: channel 1 of 1; kept as t.res.bak", [] { make_sound("t.WAV", -1); }},
+    {"Get a sound again", reader, 0, "54=2 18=t.flac", [] { draw(1, "t.res", 0, 1, 0.02, 1); },
+     "33=t.flac", "", "t.res is newer than t.flac: shown as it is",
+     [] { make_sound("t.flac", 1); }},
+    {"Get no sound", reader, 0, "18=t.caf", [] {}, "33=mid.res", "Not a signal t.caf",
+     "t.caf: cannot be read as sound (Format not recognised)", [] { write_file("t.caf", "x"); }},
+    {"Analyze a sound", reader, 1, "16=t.wav",
+     [] {
+       std::printf("not au-file\nformat=WAV (Microsoft)\nencoding=Signed 24 bit PCM\n");
+       std::printf("sampling rate=44100\nchannels=1\nsamples a channel=11000\nseconds=0.249433\n");
+     },
+     "", "", "t.wav: 44100 Hz, 1 channel, 11000 samples, 0.249 s", [] { make_sound("t.wav", 1); }},
+    {"Convert to a sound", writer, 0, "2:24=new.aif 2:4=p3.res",
+     [] {
+       Exported exported;
+       EXPECT_TRUE(export_sound("p3.res", "new.aif", &exported).is_done());
+       std::printf("done\n");
+     },
+     "", "",
+     "new.aif: 11000 samples, 0.249 s; all values times 1.56216e-05, the largest was 64014"},
+    {"Convert to no sound", writer, 0, "2:24=d.wav 2:4=p3.res", [] { std::printf("done\n"); }, "",
+     "Cannot write file d.wav", "d.wav: cannot be written (Is a directory)",
+     [] { std::filesystem::create_directory("d.wav"); }},
     {"Get into no pane", reader, 0, "54=4 18=p1.spe", [] {}, "", "",
      "Plot has to be 1, 2 or 3, not \"4\"."},
     {"Analyze", reader, 1, "16=p3.res", [] { analyse("p3.res"); }, "", "Not a signal p3.res",

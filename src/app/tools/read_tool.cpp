@@ -5,11 +5,14 @@
 #include "app/signal/au_file.hpp"
 #include "app/signal/report.hpp"
 #include "app/tools/pane_views.hpp"
+#include "app/tools/sound_lines.hpp"
 #include "app/tools/tools.hpp"
 #include "dialogs/outcomes.hpp"
+#include "dialogs/strip.hpp"
 #include "dialogs/tool_menu.hpp"
 #include "display/screen_state.hpp"
 #include "gif/gif_writer.hpp"
+#include "sound/sound_names.hpp"
 #include "wm/canvas_paint.hpp"
 
 namespace torve {
@@ -37,10 +40,24 @@ Outcome draw_by_ending(int pane, const std::string& name) {
   return {.cause = Cause::unknown_ending, .name = name};
 }
 
+/// A sound that cannot be read leaves the pane as it is.
+void get_sound(const MenuRun& menu, int pane) {
+  const std::string sound = menu.text(file);
+  std::string line;
+  const Outcome made = make_signal_of(sound, &line);
+  if (!made.is_done()) return show_outcome(made);
+  set_pane_name(pane, signal_name_of(sound));
+  set_field(menu.field(to), sound);
+  refresh_menu(menu.id);
+  const Outcome shown = show_signal(pane, {.xsc = overview_xsc});
+  shown.is_done() ? say_in_strip(line) : show_outcome(shown);
+}
+
 void get_file(const MenuRun& menu) {
   const std::optional<int> pane = pane_of(menu.text(pane_number));
   if (!pane) return;
   const std::string name = menu.text(file);
+  if (names_sound(name)) return get_sound(menu, *pane);
   set_pane_name(*pane, name);
   set_field(menu.field(to), name);
   clear_pane(*pane);
@@ -49,7 +66,12 @@ void get_file(const MenuRun& menu) {
 }
 
 void analyze(const MenuRun& menu) {
-  show_outcome(report_au_file(menu.text(analyzed_file)));
+  const std::string name = menu.text(analyzed_file);
+  const Outcome reported = report_au_file(name);
+  if (reported.cause != Cause::not_au_file || !names_sound(name)) return show_outcome(reported);
+  std::string line;
+  const Outcome listed = list_sound_facts(name, &line);
+  listed.is_done() ? say_in_strip(line) : show_outcome(listed);
 }
 
 Outcome gif_of_pane(const MenuRun& menu, int pane) {

@@ -1,9 +1,12 @@
 #include <cstdio>
 
 #include "app/signal/au_file.hpp"
+#include "app/tools/sound_lines.hpp"
 #include "app/tools/tools.hpp"
 #include "dialogs/outcomes.hpp"
+#include "dialogs/strip.hpp"
 #include "dialogs/tool_menu.hpp"
+#include "sound/sound_names.hpp"
 
 namespace torve {
 
@@ -12,7 +15,15 @@ namespace {
 // The names belong to the last line and are the first fields; the first two lines use them.
 enum Field { res_name, au_name, start_time, end_time, field_count };
 
+void convert_to_sound(const MenuRun& menu) {
+  std::string line;
+  const Outcome outcome = make_sound_of(menu.text(res_name), menu.text(au_name), &line);
+  std::printf("done\n");
+  outcome.is_done() ? say_in_strip(line) : show_outcome(outcome);
+}
+
 void convert(const MenuRun& menu) {
+  if (sound_kind(menu.text(au_name))) return convert_to_sound(menu);
   const Outcome outcome = convert_to_au(menu.text(res_name), menu.text(au_name));
   std::printf("done\n");
   show_outcome(outcome);
