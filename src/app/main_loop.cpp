@@ -4,17 +4,22 @@
 #include <cstdlib>
 #include <new>
 
+#include "app/inspect/gestures.hpp"
+#include "app/inspect/reading.hpp"
+#include "app/inspect/stretch.hpp"
 #include "app/shutdown.hpp"
 #include "base/errors.hpp"
 #include "base/memory_reserve.hpp"
 #include "diagram/editor.hpp"
 #include "diagram/figure_menu.hpp"
 #include "diagram/palette.hpp"
+#include "diagram/picking.hpp"
 #include "dialogs/messages.hpp"
 #include "display/input.hpp"
 #include "display/screen_image.hpp"
 #include "display/screen_state.hpp"
 #include "wm/engine.hpp"
+#include "wm/stacking.hpp"
 #include "wm/wd_object.hpp"
 
 namespace torve {
@@ -27,6 +32,31 @@ namespace {
 constexpr int pause_after_handler = 100;      // rounds of delay
 constexpr unsigned long escape_key = 0xFF1B;  // X names of keys
 constexpr unsigned long delete_key = 0xFFFF;
+
+// Whether the mouse is free for looking at the panes: no diagram tool is in use, nor Pointer.
+bool hand_is_free() {
+  return vobjmode == mode_idle;
+}
+
+bool bare_pane_is_at(int x, int y) {
+  return pane_at(x, y) >= 0 && !an_object_is_at(x, y) && !a_figure_lies_at(x, y);
+}
+
+// What lies under the pointer is read as long as nothing else can be meant.
+void follow_pointer(const PointerEvent& pointer) {
+  const bool is_over = pointer.action == PointerAction::hover && hand_is_free() &&
+                       bare_pane_is_at(pointer.x, pointer.y);
+  if (!is_over) return take_reading_away();
+  show_reading(pane_at(pointer.x, pointer.y), pointer.x, pointer.y);
+}
+
+void turn_wheel(const PointerEvent& wheel) {
+  take_reading_away();
+  gesture_of_wheel(wheel);
+  PointerEvent pointer = wheel;
+  pointer.action = PointerAction::hover;
+  follow_pointer(pointer);
+}
 
 // A press that is for no window object: when it begins it may be an icon's, and whatever it is then
 // goes to the diagram, held motion too. Whether the program is to end.
@@ -44,18 +74,42 @@ bool press_on_canvas(const JumpEntry* table, const PointerEvent& press) {
     return false;
   }
   if (begins) palette_press(press);
+  if (begins && press.button == first_button && hand_is_free() &&
+      bare_pane_is_at(press.x, press.y)) {
+    begin_stretch(pane_at(press.x, press.y), press);
+  } else {
+    drag_stretch(press);
+  }
   if (exit_vect_ed == 0 && edit_diagram(press) == PressUse::spent) spend_press();
   return false;
+}
+
+// Escape means one thing at a time.
+void escape() {
+  if (give_up_stretch()) return;
+  if (!hand_is_free()) {
+    exit_ope();
+  } else {
+    forget_mark();
+  }
 }
 
 // A message goes with the next key, which does nothing else. Escape leaves whatever diagram tool is
 // armed, Delete cuts the figure in hand. While a window is being moved nothing beneath it may
 // change.
 void heed_key() {
-  if (lifted_object() != 0) return;
+  const InputEvent key = last_event;
+  if (lifted_object() != 0 || key.is_modifier) return;
   if (message_is_shown()) return hide_errormsg();
-  if (keysym == escape_key) exit_ope();
-  if (keysym == delete_key) cut_current_figure();
+  const bool was_read = reading_is_shown();
+  if (const Gesture* gesture = gesture_of_key(key)) {
+    if (was_read && gesture->reads_again)
+      follow_pointer({.action = PointerAction::hover, .x = key.x, .y = key.y});
+    return;
+  }
+  take_reading_away();
+  if (key.keysym == escape_key) escape();
+  if (key.keysym == delete_key) cut_current_figure();
 }
 
 // Runs the action of an object that has just been put down; whether the program is to end.
@@ -79,6 +133,15 @@ bool act_on(const EngineRound& round, const JumpEntry* table) {
       return press_on_canvas(table, round.press);
     case EngineRound::Result::key:
       heed_key();
+      break;
+    case EngineRound::Result::canvas_release:
+      end_stretch(round.press);
+      break;
+    case EngineRound::Result::canvas_wheel:
+      turn_wheel(round.press);
+      break;
+    case EngineRound::Result::hover:
+      follow_pointer(round.press);
       break;
     case EngineRound::Result::nothing:
     case EngineRound::Result::put_down:
@@ -137,6 +200,11 @@ bool main_loop_round(const JumpEntry* table) {
   show_armed_tool();
   kbhit();
   return false;
+}
+
+void end_looking() {
+  give_up_stretch();
+  take_reading_away();
 }
 
 int do_edi1_engine(int last, const JumpEntry* table) {

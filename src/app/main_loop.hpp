@@ -17,6 +17,10 @@ int edi2_operations(int id);
 /// One round: waits for an event and handles it. Whether the program is to end.
 [[nodiscard]] bool main_loop_round(const JumpEntry* table);
 
+/// Takes away what is shown of where the pointer is or what it chooses: the canvas is about to
+/// change, or to be exported.
+void end_looking();
+
 /// Runs until an icon handler or an action callback ends the program; returns 1. Without memory to
 /// go on it takes the way out of the exit tool.
 /// The window objects 2 .. last are put on the canvas before.

@@ -13,6 +13,7 @@
 #include "diagram/editor.hpp"
 #include "dialogs/messages.hpp"
 #include "dialogs/outcomes.hpp"
+#include "dialogs/strip.hpp"
 #include "display/input.hpp"
 #include "display/screen_state.hpp"
 #include "draw/rectangles.hpp"
@@ -115,6 +116,10 @@ void set_start_state() {
 int editor(const StartFiles& named) {
   if (init_win(0, work_buffers) != 0 || !allocate_staging()) return 1;
   if (initPool(1, pool_bytes_per_row * cr, 0, 0) != 0) return 1;
+  set_press_handler([] {
+    end_looking();
+    clear_strip();
+  });
   clear_canvas();
   load_icon_bar();
   SignalFiles files;  // open for the whole run

@@ -1,8 +1,10 @@
 #include "diagram/picking.hpp"
 
 #include <algorithm>
+#include <cmath>
 
 #include "diagram/figure_points.hpp"
+#include "diagram/model/figures.hpp"
 #include "display/input.hpp"
 
 namespace torve {
@@ -21,6 +23,17 @@ int tolerance_of(const Vobj& figure) {
 
 bool beside(int column, int x, int reach) {
   return column - reach < x && x < column + reach;
+}
+
+constexpr double ink_reach = 4;  // pixels
+
+double distance_to(const VectorSegment& segment, double x, double y) {
+  const double dx = segment.x2 - segment.x1;
+  const double dy = segment.y2 - segment.y1;
+  const double length2 = dx * dx + dy * dy;
+  const double along = (x - segment.x1) * dx + (y - segment.y1) * dy;
+  const double part = length2 > 0 ? std::clamp(along / length2, 0.0, 1.0) : 0;
+  return std::hypot(segment.x1 + part * dx - x, segment.y1 + part * dy - y);
 }
 
 }  // namespace
@@ -43,6 +56,16 @@ FigurePart part_at(const Vobj& figure, const PointerEvent& press) {
   }
   if (in_head && beside(figure.x1, x, grab_reach)) return FigurePart::head;
   return FigurePart::none;
+}
+
+bool a_figure_lies_at(int x, int y) {
+  for (const Vobj* figure = firstvobj; figure != nullptr; figure = figure->next) {
+    if (!is_seen(*figure)) continue;
+    for (const auto& [segment, slot, limit] : figure_segments(figure->kind, place_of(*figure))) {
+      if (distance_to(segment, x, y) <= ink_reach) return true;
+    }
+  }
+  return false;
 }
 
 PickedFigure picked_at(const PointerEvent& press) {

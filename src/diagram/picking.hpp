@@ -18,6 +18,9 @@ enum class FigurePart {
 /// point (five for properties) and within a tenth of the figure's height, two rows at least.
 [[nodiscard]] FigurePart part_at(const Vobj& figure, const PointerEvent& press);
 
+/// Whether a stroke of a figure that is seen passes within four pixels of a position.
+[[nodiscard]] bool a_figure_lies_at(int x, int y);
+
 /// The first placed figure in the list with such a part, and which; null when there is none.
 struct PickedFigure {
   Vobj* figure = nullptr;

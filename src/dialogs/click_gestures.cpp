@@ -30,6 +30,8 @@ Gesture ClickGestures::on_event(const PointerEvent& event, int row) {
       }
       break;
     case PointerAction::wheel:
+    case PointerAction::hover:
+    case PointerAction::leave:
     case PointerAction::none:
       break;
   }

@@ -53,6 +53,8 @@ class ServeLoop {
       case PointerAction::wheel:
         turn_wheel();
         break;
+      case PointerAction::hover:
+      case PointerAction::leave:
       case PointerAction::none:
         break;
     }
@@ -65,7 +67,9 @@ class ServeLoop {
   }
 
   void turn_wheel() {
-    if (grip_ != Grip::none || !rect_of(window_.object()).contains(event_.x, event_.y)) return;
+    if (grip_ != Grip::none || event_.lines == 0 ||
+        !rect_of(window_.object()).contains(event_.x, event_.y))
+      return;
     scroll_window(window_, event_.lines);
     drawn_line_ = window_.object().scroll_line;
   }

@@ -38,6 +38,10 @@ void say_in_strip(const std::string& text) {
   paint();
 }
 
+bool fits_strip(const std::string& text) {
+  return fntlen2(text.c_str()) <= strip_area.width() - cs;
+}
+
 void clear_strip() {
   say_in_strip({});
 }

@@ -17,6 +17,9 @@ inline constexpr Rect strip_area = {320, 589, 800, 600};
 /// Shows a text in place of the one before, cut where the strip ends.
 void say_in_strip(const std::string& text);
 
+/// Whether all of a text is to be seen there.
+[[nodiscard]] bool fits_strip(const std::string& text);
+
 /// The strip is empty afterwards.
 void clear_strip();
 

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 #include "base/enum_flags.hpp"
 #include "base/rect.hpp"
@@ -17,18 +18,30 @@ template <>
 inline constexpr bool is_flag_enum<Modifiers> = true;
 
 struct InputEvent {
-  enum class Type { none, key, press, release, motion, expose, resize, close, other };
+  enum class Type {
+    none,
+    key,
+    press,
+    release,
+    motion,  // while a button is held
+    hover,   // a motion while none is
+    leave,   // the pointer is elsewhere, without a button
+    expose,
+    resize,
+    close,
+    other
+  };
 
   Type type = Type::none;
-  int button = 0;             // press and release: 1 left, 2 middle, 3 right, above 3 the wheel
-  int x = 0, y = 0;           // key, press, release, motion: where the pointer is, pixels
-  std::uint32_t time = 0;     // the server's clock at key, press, release and motion, milliseconds
+  int button = 0;             // press and release: 1 left, 2 middle, 3 right, 4 to 7 the wheel
+  int x = 0, y = 0;           // press, release, motion, hover, key: position in the window, pixels
+  std::uint32_t time = 0;     // the server's clock at any of these, milliseconds
   int width = 0, height = 0;  // resize: the window's new size, pixels
   char characters[20] = {};   // key: what the key stands for, Latin-1
   int character_count = 0;    // key: how many characters, 0 for keys that give none
   unsigned long keysym = 0;   // key: its X name
   bool is_modifier = false;   // key: Shift, Control and their like alone
-  Modifiers modifiers = Modifiers::none;  // key, press, release, motion: what was held with it
+  Modifiers modifiers = Modifiers::none;  // at any of these: what was held with it
 };
 
 struct DisplayBackend {
@@ -44,6 +57,9 @@ struct DisplayBackend {
   bool (*drop_events)(InputEvent::Type type) = nullptr;
   /// Shows the pixels of the screen image in `rect` (not empty, inside the screen).
   void (*push)(const Rect& rect) = nullptr;
+  /// Offers a text, UTF-8, to other programs until somebody else offers one. Null: nobody can have
+  /// it.
+  void (*offer_text)(const std::string& text) = nullptr;
 };
 
 /// The table in force; null without a window.

@@ -25,6 +25,7 @@ namespace {
 
 constexpr int clamp_margin = 5;       // rows at the bottom that the start clamp leaves out
 constexpr int last_mouse_button = 3;  // above it: the wheel
+constexpr int wheel_up = 4, wheel_down = 5, wheel_left = 6, wheel_right = 7;
 constexpr int delay_count = 10'000;
 
 const DisplayBackend* backend = nullptr;
@@ -99,22 +100,38 @@ PointerAction action_of(const InputEvent& event) {
                                                        : PointerAction::release;
 }
 
-// A wheel with one axis turns buttons 4 and 5.
-int lines_of_wheel(const InputEvent& event) {
-  constexpr int up = 4, down = 5;
-  if (event.type != Type::press || held_button != 0) return 0;
-  return event.button == down ? 1 : event.button == up ? -1 : 0;
+// What the wheel has done, if it was turned.
+PointerEvent wheel_event() {
+  if (report.type != Type::press || held_button != 0) return {};
+  const auto step = [](int forth, int back) {
+    return report.button == forth ? 1 : report.button == back ? -1 : 0;
+  };
+  const int lines = step(wheel_down, wheel_up);
+  const int columns = step(wheel_right, wheel_left);
+  if (lines == 0 && columns == 0) return {};
+  return {.action = PointerAction::wheel, .lines = lines, .columns = columns};
+}
+
+bool is_hover(const InputEvent& event) {
+  return event.type == Type::hover || event.type == Type::leave;
+}
+
+// An event that moves nothing but what is shown of where the pointer is.
+PointerEvent event_without_button() {
+  if (!is_hover(report)) return wheel_event();
+  if (held_button != 0) return {};
+  return {.action = report.type == Type::hover ? PointerAction::hover : PointerAction::leave};
 }
 
 // The event that has been read, as one of the mouse.
 PointerEvent handle_pointer() {
-  PointerEvent event = {.button = cur_button};
-  event.lines = lines_of_wheel(report);
+  PointerEvent event = event_without_button();
+  event.button = cur_button;
   event.modifiers = report.modifiers;
-  if (event.lines != 0) {
-    event.action = PointerAction::wheel;
+  if (event.action != PointerAction::none) {
     event.x = report.x;
     event.y = report.y;
+    event.time = report.time;
   }
   if (!counts(report)) return event;
   event.action = action_of(report);
@@ -131,16 +148,19 @@ PointerEvent handle_pointer() {
 }
 
 bool moves_pointer(const PointerEvent& event) {
-  return event.action != PointerAction::none && event.action != PointerAction::wheel;
+  return event.action == PointerAction::press || event.action == PointerAction::motion ||
+         event.action == PointerAction::release;
 }
 
-PointerEvent next_event_of_pointer() {
+PointerEvent next_event_of_pointer(Hover hover) {
   if (backend == nullptr) return {.button = cur_button};
   if (press_waits) {
     report = last_event;
     press_waits = false;
   } else {
-    next_event();
+    do
+      next_event();
+    while (hover == Hover::skipped && is_hover(report));
   }
   if (report.type == Type::key) note_key(report);
   return handle_pointer();
@@ -182,8 +202,8 @@ void set_press_handler(void (*handler)()) {
   press_handler = handler;
 }
 
-PointerEvent next_pointer_event() {
-  const PointerEvent event = next_event_of_pointer();
+PointerEvent next_pointer_event(Hover hover) {
+  const PointerEvent event = next_event_of_pointer(hover);
   buttons = event.button;
   if (!moves_pointer(event)) return event;
   X = event.x;
@@ -202,7 +222,7 @@ PointerEvent present_pointer() {
 }
 
 int readmouse(int* button, int* x, int* y) {
-  const PointerEvent event = next_event_of_pointer();
+  const PointerEvent event = next_event_of_pointer(Hover::skipped);
   *button = event.button;
   if (!moves_pointer(event)) return 0;
   *x = event.x;
@@ -260,6 +280,12 @@ void serve_window_until_readable(int descriptor) {
     handle_window_event(event);
     present();
   }
+}
+
+bool offer_text(const std::string& text) {
+  if (backend == nullptr || backend->offer_text == nullptr) return false;
+  backend->offer_text(text);
+  return true;
 }
 
 int kbhit() {

@@ -6,6 +6,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 #include "display/backend.hpp"
 
@@ -21,7 +22,9 @@ enum class PointerAction {
   press,
   motion,   // of the button that is held
   release,  // also a motion when the release has been missed
-  wheel,    // turned by a step; no button is meant
+  wheel,    // turned or tilted by a step; no button is meant
+  hover,    // a motion while no button is held
+  leave,    // the pointer has gone elsewhere
 };
 struct PointerEvent {
   PointerAction action = PointerAction::none;
@@ -29,6 +32,7 @@ struct PointerEvent {
   int x = 0, y = 0;        // inside the clamp, pixels
   std::uint32_t time = 0;  // the server's clock, milliseconds; it may wrap round
   int lines = 0;           // of the wheel: 1 down, -1 up
+  int columns = 0;         // of a wheel that tilts: 1 right, -1 left
   Modifiers modifiers = Modifiers::none;  // keys that are held meanwhile
 };
 
@@ -55,16 +59,21 @@ void set_close_handler(void (*handler)());
 /// What every press of a button that counts does first, whoever it is for; null: nothing.
 void set_press_handler(void (*handler)());
 
+/// Whether somebody wants to know where the pointer is while no button is held. Whoever does not
+/// ask waits on.
+enum class Hover : std::uint8_t { skipped, reported };
+
 /// Waits for the next event and handles it. A second button while one is held is no event of the
 /// mouse. A second press of the held button is a press: its release was lost on
-/// the way. `buttons`, X and Y are set as readmouse sets its outputs; the wheel sets
-/// none of them.
-PointerEvent next_pointer_event();
+/// the way. `buttons`, X and Y are set as readmouse sets its outputs; the wheel and a pointer
+/// that hovers or leaves set none of them.
+PointerEvent next_pointer_event(Hover hover = Hover::skipped);
 
 /// A press as `buttons`, X and Y hold one, for procedures that are not handed their event.
 [[nodiscard]] PointerEvent present_pointer();
 
-/// next_pointer_event with outputs of the caller's; returns 0. The wheel is ignored. A press,
+/// next_pointer_event with outputs of the caller's; returns 0. The wheel is ignored, and a pointer
+/// without a button is waited out. A press,
 /// release or motion sets the three outputs; any other event sets
 /// `*button` to the button that is still held and leaves the position.
 int readmouse(int* button, int* x, int* y);
@@ -87,6 +96,10 @@ void serve_expose_events();
 /// Serves the window until `descriptor` can be read: its picture, its size, the wish to close.
 /// Leaves presses and keys for later. Returns at once without a window.
 void serve_window_until_readable(int descriptor);
+
+/// Offers a text, UTF-8, to other programs, as what was selected and as what was copied; false when
+/// nobody could have it.
+bool offer_text(const std::string& text);
 
 /// Always 0: no key is ever reported as waiting.
 int kbhit();

@@ -77,7 +77,9 @@ Type type_of(const XEvent& x_event) {
     case ButtonRelease:
       return Type::release;
     case MotionNotify:
-      return Type::motion;
+      return x_event.xmotion.window == hover_win ? Type::hover : Type::motion;
+    case LeaveNotify:  // for the time of a press the pointer is only the window's
+      return x_event.xcrossing.mode == NotifyNormal ? Type::leave : Type::other;
     case Expose:
       return Type::expose;
     case ConfigureNotify:
@@ -104,6 +106,7 @@ void translate(XEvent& x_event, InputEvent& event) {
       translate_button(x_event.xbutton, event);
       break;
     case Type::motion:
+    case Type::hover:
       translate_position(x_event.xmotion, event);
       break;
     case Type::resize:
@@ -134,9 +137,24 @@ Bool is_about_window(Display*, XEvent* event, XPointer) {
     case ButtonPress:
     case ButtonRelease:
     case MotionNotify:
+    case LeaveNotify:
       return False;
     default:
       return True;
+  }
+}
+
+bool is_hover(const XEvent& event) {
+  return event.type == MotionNotify && event.xmotion.window == hover_win;
+}
+
+// Of motions without a button that wait one behind the other the last one counts.
+void skip_to_last_hover(XEvent& event) {
+  XEvent next;
+  while (is_hover(event) && XEventsQueued(display, QueuedAlready) > 0) {
+    XPeekEvent(display, &next);
+    if (!is_hover(next)) return;
+    XNextEvent(display, &event);
   }
 }
 
@@ -147,6 +165,8 @@ bool hand_on(XEvent& x_event, InputEvent& event) {
     answer_ping(x_event);
     return false;
   }
+  if (answer_selection_event(x_event)) return false;
+  skip_to_last_hover(x_event);
   translate(x_event, event);
   return true;
 }

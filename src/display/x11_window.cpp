@@ -23,6 +23,7 @@ namespace torve {
 Display* display = nullptr;
 int screen = 0;
 Window win = 0;
+Window hover_win = 0;
 GC gc = nullptr;
 Colormap colormap = 0;
 WindowProtocols window_protocols;
@@ -62,6 +63,7 @@ constexpr DisplayBackend x11_backend = {
     .event_pending = x11_event_pending,
     .drop_events = drop_x11_events,
     .push = push_to_x11,
+    .offer_text = offer_x11_text,
 };
 
 int note_lost_connection(Display*) {
@@ -73,9 +75,10 @@ int note_lost_connection(Display*) {
 }
 
 // Another client may destroy the window at any time; what is still drawn until that is known goes
-// nowhere, and is no reason to end without a word and without saving the diagram.
+// nowhere, and is no reason to end without a word and without saving the diagram. Nor is a program
+// that has gone before it got the text that it asked for.
 int ignore_gone_window(Display* connection, XErrorEvent* error) {
-  const bool is_about_us = error->resourceid == win;
+  const bool is_about_us = error->resourceid == win || error->resourceid == requestor;
   const bool is_gone = error->error_code == BadWindow || error->error_code == BadDrawable;
   return is_about_us && is_gone ? 0 : other_errors(connection, error);
 }
@@ -134,6 +137,17 @@ void create_window(Visual* visual) {
   win = XCreateWindow(display, RootWindow(display, screen), 0, 0, enlarged_width(),
                       enlarged_height(), window_border, screen_planes, InputOutput, visual,
                       CWBackPixel | CWBorderPixel | CWColormap, &attributes);
+}
+
+// Motions without a button are asked for apart: the window itself goes on hearing only of those
+// that drag. Presses and keys pass through to it.
+void create_hover_window() {
+  constexpr unsigned any_size = 32767;  // however large the window becomes
+  XSetWindowAttributes attributes = {};
+  attributes.event_mask = PointerMotionMask | LeaveWindowMask;
+  hover_win = XCreateWindow(display, win, 0, 0, any_size, any_size, 0, 0, InputOnly, nullptr,
+                            CWEventMask, &attributes);
+  XMapWindow(display, hover_win);
 }
 
 void set_size_hints() {
@@ -239,6 +253,7 @@ void initgraph(int argc, char** argv) {
   create_x11_images(visual);
   look_up_atoms();
   create_window(visual);
+  create_hover_window();
   name_window(argc, argv);
   join_protocols();
   XSelectInput(display, win, event_mask);
@@ -277,7 +292,7 @@ int endgraph() {
   display = nullptr;
   font_info = nullptr;
   gc = nullptr;
-  win = 0;
+  win = hover_win = 0;
   release_screen_image();
   return 0;
 }

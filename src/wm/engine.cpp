@@ -282,11 +282,22 @@ EngineRound continue_press(const PointerEvent& pointer) {
   return {.result = Result::canvas_press, .press = pointer};
 }
 
+EngineRound end_canvas_press(const PointerEvent& pointer) {
+  const bool was_canvas = owner == Owner::canvas;
+  finish_press();
+  if (!was_canvas) return {};
+  return {.result = Result::canvas_release, .press = pointer};
+}
+
 // What lies at the pointer comes to the top and scrolls, if it can.
-void turn_wheel(const PointerEvent& event) {
+EngineRound turn_wheel(const PointerEvent& event) {
+  if (owner != Owner::nobody) return {};
+  if (!an_object_is_at(event.x, event.y)) return {.result = Result::canvas_wheel, .press = event};
+  if (event.lines == 0) return {};
   const int id = bring_to_top(event.x, event.y);
   const WdKind* kind = id != 0 && !is_icon(wd(id)) ? kind_of(wd(id)) : nullptr;
   if (kind != nullptr && kind->scroll != nullptr) scroll_object(id, event.lines);
+  return {};
 }
 
 // An object has been freed: if it was being served or moved, nothing is any more.
@@ -323,7 +334,7 @@ int init_engine(int last) {
 }
 
 EngineRound engine_round() {
-  const PointerEvent event = next_pointer_event();
+  const PointerEvent event = next_pointer_event(Hover::reported);
   switch (event.action) {
     case PointerAction::none:
       return {.result = last_event.type == InputEvent::Type::key ? Result::key : Result::nothing};
@@ -334,10 +345,13 @@ EngineRound engine_round() {
     case PointerAction::motion:
       return owner == Owner::nobody ? EngineRound{} : continue_press(event);
     case PointerAction::release:
-      if (owner != Owner::nobody) finish_press();
+      if (owner != Owner::nobody) return end_canvas_press(event);
       break;
     case PointerAction::wheel:
-      if (owner == Owner::nobody) turn_wheel(event);
+      return turn_wheel(event);
+    case PointerAction::hover:
+    case PointerAction::leave:
+      if (owner == Owner::nobody) return {.result = Result::hover, .press = event};
       break;
   }
   return {};
@@ -354,6 +368,9 @@ int do_operations() {
       return 2;
     case Result::nothing:
     case Result::key:
+    case Result::canvas_release:
+    case Result::canvas_wheel:
+    case Result::hover:
       break;
   }
   return 0;

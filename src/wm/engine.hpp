@@ -13,11 +13,14 @@ namespace torve {
 struct EngineRound {
   enum class Result {
     nothing,
-    run_action,    // the action callback of `object` is to run
-    canvas_press,  // `press` is for no window object; its action says whether it has just begun
-    put_down,      // an object was put down by a press on itself
-    move_failed,   // a move could not start
-    key,           // a key that nobody waited for; keysym says which
+    run_action,      // the action callback of `object` is to run
+    canvas_press,    // `press` is for no window object; its action says whether it has just begun
+    put_down,        // an object was put down by a press on itself
+    move_failed,     // a move could not start
+    key,             // a key that nobody waited for; last_event says which
+    canvas_release,  // the canvas's press has ended at `press`
+    canvas_wheel,    // the wheel has been turned where no window object lies
+    hover,           // the pointer is at `press` without a button, or has left
   };
   Result result = Result::nothing;
   int object = 0;

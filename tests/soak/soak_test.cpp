@@ -5,6 +5,7 @@
 // what the model says: the base, which tools alone may change and the icon bar never, then the
 // figures, then the windows.
 
+#include <array>
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
@@ -17,10 +18,14 @@
 #include <tuple>
 #include <unistd.h>
 
+#include "app/inspect/gestures.hpp"
 #include "app/jump_table.hpp"
+#include "app/main_loop.hpp"
+#include "app/plot/pane_view.hpp"
 #include "app/pool_failure.hpp"
 #include "app/shutdown.hpp"
 #include "app/signal/work_buffer.hpp"
+#include "app/tools/pane_views.hpp"
 #include "app/tools/tools.hpp"
 #include "app/workbench.hpp"
 #include "base/console.hpp"
@@ -90,9 +95,28 @@ const char* any(std::initializer_list<const char*> texts) {
 
 // --- the model ----------------------------------------------------------------------------------
 
+// Looking closer at panes changes their bands and nothing else, and takes all marks with it.
+void follow_views() {
+  static std::array<PaneView, pane_count> seen;
+  std::array<bool, pane_count> changed = {};
+  for (int pane = 0; pane < pane_count; ++pane) {
+    const PaneView& view = shown_view(pane);
+    changed.at(pane) = view != std::exchange(seen.at(pane), view);
+  }
+  if (changed == std::array<bool, pane_count>{}) return;
+  end_looking();
+  const Pixels before = std::exchange(base, base_now());
+  for (int i = 0; i < screen_width * screen_height; ++i) {
+    const int pane = pane_at(i % screen_width, i / screen_width);
+    if ((pane < 0 || !changed.at(pane)) && base[i] != before[i])
+      fail("a view has painted outside its pane");
+  }
+}
+
 // A tool finds the base as the last one left it, and leaves the icon bar alone.
 template <WdAction action>
 int watched(int index, int* line_flags, MenuItem* items, char** lines) {
+  follow_views();
   if (base_now() != base) fail("the base has changed by itself");
   const int result = action(index, line_flags, items, lines);
   const Pixels before = std::exchange(base, base_now());
@@ -134,6 +158,7 @@ long resident_kilobytes() {
 }
 
 void check() {
+  end_looking();
   const std::string fault = canvas_fault(base);
   if (!fault.empty()) fail(fault + " differ");
   // The pool keeps the largest blocks that it has lent, 35 at most.
@@ -172,7 +197,11 @@ class User : public Hands {
   static void act() {
     const int figures = count_figures();
     if (figures > 25 || (figures > 0 && one_in(8))) return cut_a_figure();
-    switch (below(12)) {
+    switch (below(14)) {
+      case 12:
+        return look_closer(below(800), below(540));
+      case 13:
+        return add({.type = Type::hover, .x = below(800), .y = below(540)});
       case 0:
         return click(23 + 45 * (1 + below(6)), 575);
       case 1:
@@ -196,6 +225,25 @@ class User : public Hands {
     for (const Vobj* figure = firstvobj; figure != nullptr; figure = figure->next)
       ++n;
     return n;
+  }
+  static void look_closer(int x, int y) {
+    constexpr unsigned long keys[] = {XK_Home, XK_BackSpace, XK_Return, XK_Up, XK_Down, XK_Escape};
+    constexpr Modifiers held[] = {Modifiers::none, Modifiers::none, Modifiers::shift,
+                                  Modifiers::control};
+    add({.type = Type::hover, .x = x, .y = y});
+    switch (below(4)) {
+      case 0:
+        return drag(x, y, below(800), below(540));
+      case 1:
+        return add({.type = Type::key, .keysym = keys[below(6)]});
+      case 2:
+        return type(any({"+", "-", "<", ">", "+++", "d", "m", "w", "l", "c", "?"}));
+      default:
+        const int button = 4 + below(4);
+        const Modifiers with = held[below(4)];
+        add({.type = Type::press, .button = button, .x = x, .y = y, .modifiers = with});
+        add({.type = Type::release, .button = button, .x = x, .y = y, .modifiers = with});
+    }
   }
   static void press_a_key() {
     constexpr unsigned long keys[] = {XK_Escape, XK_Delete, XK_Left, XK_F1, XK_Shift_L, XK_Home};
@@ -281,7 +329,16 @@ void inject_key(const InputEvent& event) {
     XTestFakeKeyEvent(display, XKeysymToKeycode(display, key), False, CurrentTime);
 }
 
+void hold_modifiers(Modifiers modifiers, Bool down) {
+  for (const auto& [modifier, key] :
+       {std::pair(Modifiers::shift, XK_Shift_L), {Modifiers::control, XK_Control_L}}) {
+    if ((modifiers & modifier) == modifier)
+      XTestFakeKeyEvent(display, XKeysymToKeycode(display, key), down, CurrentTime);
+  }
+}
+
 void inject(const InputEvent& event) {
+  hold_modifiers(event.modifiers, True);
   if (event.type == Type::key) {
     inject_key(event);
   } else {
@@ -290,10 +347,11 @@ void inject(const InputEvent& event) {
     XTranslateCoordinates(display, win, DefaultRootWindow(display), event.x, event.y, &x, &y,
                           &child);
     XTestFakeMotionEvent(display, -1, x, y, CurrentTime);
-    if (event.type != Type::motion)
+    if (event.type == Type::press || event.type == Type::release)
       XTestFakeButtonEvent(display, static_cast<unsigned>(event.button), event.type == Type::press,
                            CurrentTime);
   }
+  hold_modifiers(event.modifiers, False);
   XSync(display, False);
 }
 
@@ -303,6 +361,7 @@ int leave(int, int, int) {
 
 void wait_for_user(InputEvent& event) {
   if (base.empty()) base = base_now(), present();
+  if (popwindow == 0 && cur_button == 0) follow_views();
   c_table[0].handler = leave;
   watch_tools();
   if (events >= next_look && !x11->event_pending()) check_window(), next_look += 50;

@@ -234,6 +234,16 @@ std::string axis_number(double value, int most_characters) {
   return with_power.empty() ? with_power : sign + with_power;
 }
 
+std::string fixed_axis_number(double value, int decimals) {
+  if (!std::isfinite(value)) return {};
+  char text[400];
+  const auto end =
+      std::to_chars(text, text + sizeof text, value, std::chars_format::fixed, decimals);
+  const std::string number(text, end.ptr);
+  return number.find_first_not_of("-0.") == std::string::npos && number[0] == '-' ? number.substr(1)
+                                                                                  : number;
+}
+
 std::string whole_axis_number(double value, int most_characters) {
   return axis_number(std::trunc(value), most_characters);
 }

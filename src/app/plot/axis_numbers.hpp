@@ -15,6 +15,9 @@ namespace torve {
 /// The same with the digits behind the point cut off.
 [[nodiscard]] std::string whole_axis_number(double value, int most_characters);
 
+/// Rounded to so many decimals, 0 .. 9; empty when it is not finite.
+[[nodiscard]] std::string fixed_axis_number(double value, int decimals);
+
 /// The nearest value that a text of at most `most_characters` can say. Zeros at the end go when the
 /// text is exact, the zero before the point when there is no room for it; an exponent is taken only
 /// where it is nearer. Empty when the value is not finite or nothing within half of it can be said.

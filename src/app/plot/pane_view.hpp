@@ -23,6 +23,8 @@ struct PaneView {
   std::string samples = "all";  // most bins of a spectrum that are drawn
   bool decibels = false;        // of a spectrum: decibels below the largest bin
   bool closer = false;  // true times with any step, and all samples of the file; else as lines draw
+
+  bool operator==(const PaneView&) const = default;
 };
 
 /// What pane 0, 1 or 2 shows.

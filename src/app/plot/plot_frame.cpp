@@ -49,6 +49,33 @@ void for_ticks(int zero, int low, int high, Draw draw) {
   }
 }
 
+// The rows of decibels: every tenth is a tick, and a large one if its number has room.
+constexpr int decibels_of_a_tick = 10;
+constexpr int least_rows_of_a_number = 20;
+
+int decibel_row(const PlotFrame& frame, const Axes& axes, int below) {
+  const double height = spectrum_height(frame.half_height) * (frame.decibels - below);
+  return axes.row - static_cast<int>(height / frame.decibels);
+}
+
+bool is_numbered_decibel(const PlotFrame& frame, int below) {
+  const double rows = spectrum_height(frame.half_height) * decibels_of_a_tick / frame.decibels;
+  return below % (rows < least_rows_of_a_number ? 2 * decibels_of_a_tick : decibels_of_a_tick) == 0;
+}
+
+// Calls draw(large, row) for every tick of the y axis within top .. bottom.
+template <typename Draw>
+void for_value_ticks(const PlotFrame& frame, const Axes& axes, int bottom, Draw draw) {
+  if (frame.decibels == 0) {
+    for_ticks(axes.zero, frame.y1, bottom, [&](int tick, int y) { draw(is_large(tick), y); });
+    return;
+  }
+  for (int below = 0; below <= frame.decibels; below += decibels_of_a_tick) {
+    const int row = decibel_row(frame, axes, below);
+    if (row <= bottom) draw(is_numbered_decibel(frame, below), row);
+  }
+}
+
 void draw_grid(const PlotFrame& frame, const Axes& axes) {
   // The light lines first: where they cross strong ones, the strong ones stay whole.
   for (const bool strong : {false, true}) {
@@ -58,10 +85,8 @@ void draw_grid(const PlotFrame& frame, const Axes& axes) {
         draw_line(x, frame.y1, x, axes.row - 1, colour, frame.target);
       }
     });
-    for_ticks(axes.zero, frame.y1, axes.row - 1, [&](int tick, int y) {
-      if (is_large(tick) == strong) {
-        draw_line(axes.column + 1, y, frame.x2, y, colour, frame.target);
-      }
+    for_value_ticks(frame, axes, axes.row - 1, [&](bool large, int y) {
+      if (large == strong) draw_line(axes.column + 1, y, frame.x2, y, colour, frame.target);
     });
   }
 }
@@ -75,9 +100,8 @@ void draw_ticks(const PlotFrame& frame, const Axes& axes) {
   for_ticks(axes.column, axes.column, frame.x2, [&](int tick, int x) {
     draw_line(x, axes.row, x, axes.row + (is_large(tick) ? 2 : 1), frame.colour, frame.target);
   });
-  for_ticks(axes.zero, frame.y1, axes.row, [&](int tick, int y) {
-    draw_line(axes.column, y, axes.column + (is_large(tick) ? 4 : 2), y, frame.colour,
-              frame.target);
+  for_value_ticks(frame, axes, axes.row, [&](bool large, int y) {
+    draw_line(axes.column, y, axes.column + (large ? 4 : 2), y, frame.colour, frame.target);
   });
 }
 
@@ -96,6 +120,7 @@ void number_x_axis(const PlotFrame& frame, const Axes& axes) {
   if (frame.tick_value == 0) return;
   const auto number_at = [&](int tick) {
     const double value = frame.origin_value + tick * frame.tick_value;
+    if (frame.x_decimals != stated_digits) return fixed_axis_number(value, frame.x_decimals);
     if (!frame.spectrum) return axis_number(value, most_x_characters);
     if (!frame.close_ticks) return whole_axis_number(value, most_x_characters);
     return axis_number(value - spectrum_origin_shift, most_x_characters);
@@ -112,13 +137,24 @@ void number_x_axis(const PlotFrame& frame, const Axes& axes) {
   }
 }
 
+void write_y_number(const PlotFrame& frame, const std::string& number, int y) {
+  write_number(frame, number, frame.x1 + y_number_right - width_of(number), y);
+}
+
+void number_decibels(const PlotFrame& frame, const Axes& axes) {
+  for (int below = 0; below <= frame.decibels; below += decibels_of_a_tick) {
+    if (!is_numbered_decibel(frame, below)) continue;
+    const int row = decibel_row(frame, axes, below) - glyph_rows_of_numbers / 2;
+    write_y_number(frame, std::to_string(-below), std::min(row, axes.row - glyph_rows_of_numbers));
+  }
+}
+
 void number_y_axis(const PlotFrame& frame, const Axes& axes) {
-  const auto write_at = [&](const std::string& number, int y) {
-    write_number(frame, number, frame.x1 + y_number_right - width_of(number), y);
-  };
+  if (frame.decibels != 0) return number_decibels(frame, axes);
+  const auto write_at = [&](const std::string& number, int y) { write_y_number(frame, number, y); };
   // The top row is not half_height pixels above zero, so its value is not the top value.
   const double pixels_of_top_value =
-      frame.spectrum ? spectrum_magnification * frame.half_height : frame.half_height;
+      frame.spectrum ? spectrum_height(frame.half_height) : frame.half_height;
   const double top = frame.top_value * (axes.zero - frame.y1) / pixels_of_top_value;
   const AxisEnds ends = axis_ends(top, frame.spectrum ? 0 : frame.bottom_value, most_y_characters);
   write_at(ends.top, frame.y1);

@@ -3,9 +3,13 @@
 
 namespace torve {
 
+/// As decimals: as many digits as axis_number finds.
+inline constexpr int stated_digits = -1;
+
 /// What draw_frame2 draws. Positions and distances are pixels, values those of the signal.
 struct PlotFrame {
-  int x1, y1, x2, y2;          // drawing area; nothing is drawn on row y2 or right of column x2
+  int x1 = 0, y1 = 0, x2 = 0,
+      y2 = 0;                  // drawing area; nothing is drawn on row y2 or right of column x2
   int bottom_margin = 16;      // from the x axis down to y2
   int colour = 0;              // colour number of strokes and numbers
   int number_background = 15;  // colour number behind numbers
@@ -20,6 +24,8 @@ struct PlotFrame {
   int target = 0;              // screen or EPS, as in draw_line
   int tick_distance = 50;      // from a numbered tick to the next
   int half_height = 79;        // from the zero row of a curve to its x axis
+  int x_decimals = stated_digits;  // of the numbers along x; else as axis_number writes them
+  int decibels = 0;                // the range of a y axis in decibels below its top; 0: values
 };
 
 /// The origin of a spectrum is given so much too large: its numbers are truncated, and a whole one
@@ -28,6 +34,11 @@ inline constexpr double spectrum_origin_shift = 0.1;
 
 /// What a spectrum is magnified by.
 inline constexpr double spectrum_magnification = 1.7;
+
+/// Pixels from the x axis to the top of a spectrum's scale, where its largest bin stands.
+[[nodiscard]] constexpr double spectrum_height(int half_height) {
+  return spectrum_magnification * half_height;
+}
 
 /// From the left edge of the drawing area to the y axis.
 inline constexpr int axis_column = 32;

@@ -8,17 +8,13 @@
 #include <vector>
 
 #include "app/plot/curve.hpp"
-#include "app/plot/plot_frame.hpp"
+#include "app/plot/decibels.hpp"
+#include "app/plot/pane_parts.hpp"
 #include "app/plot/running_sums.hpp"
 #include "app/signal/sample_file.hpp"
 #include "app/signal/sampling_rate.hpp"
 #include "base/errors.hpp"
 #include "base/files.hpp"
-#include "base/saturate.hpp"
-#include "display/screen_state.hpp"
-#include "draw/lines.hpp"
-#include "text/fonts.hpp"
-#include "text/text_output.hpp"
 
 namespace torve {
 
@@ -28,31 +24,13 @@ char plot3name[pane_name_size];
 
 namespace {
 
-constexpr int pane_right = 795;   // last column that a pane draws on
-constexpr int pane_top = 12;      // from a pane's first row to its drawing area
-constexpr int pane_bottom = 170;  // to the area's last row
-constexpr int title_column = 12;  // cells
-constexpr int title_row = 3;      // pixels below the top
-constexpr int y_label_row = 20;
-constexpr int unit_row = 13;  // pixels above the bottom
-constexpr int label_colour = 0;
 constexpr int error_colour = 3;
-constexpr int label_background = 15;
-constexpr std::size_t title_size = 180;
 
 char* const pane_names[pane_count] = {plot1name, plot2name, plot3name};
 
-// What is written along the x axis.
-struct TimeAxis {
-  const char* unit = "";
-  double origin = 0;
-  double tick = 0;  // per PlotFrame::tick_distance pixels
-  bool close_ticks = false;
-};
-
 constexpr double tick_pixels = 50;
 
-TimeAxis curve_axis(const PlotSettings& settings) {
+AxisNumbers curve_axis(const PlotSettings& settings) {
   constexpr int first_step_in_seconds = 442;
   if (settings.step <= 0) return {};
   const bool in_ms = settings.step < first_step_in_seconds;
@@ -62,7 +40,7 @@ TimeAxis curve_axis(const PlotSettings& settings) {
           settings.step * (tick_pixels / settings.xsc) * units_a_second / sampling_rate};
 }
 
-TimeAxis spectrum_axis(const PlotSettings& settings, int size) {
+AxisNumbers spectrum_axis(const PlotSettings& settings, int size) {
   constexpr int first_step_in_khz = 1000;
   if (settings.step <= 0) return {};
   constexpr double least_whole_hertz = 20;  // closer ticks would be told apart by a digit or two
@@ -72,10 +50,6 @@ TimeAxis spectrum_axis(const PlotSettings& settings, int size) {
   const double tick = settings.step * (tick_pixels / settings.xsc) / units * sampling_rate / size;
   return {in_hz ? "Hz" : "kHz", start + spectrum_origin_shift, tick,
           in_hz && std::fabs(tick) < least_whole_hertz};
-}
-
-void set_pane_area(int yoff) {
-  set_drawing_area({0, yoff + pane_top, pane_right, yoff + pane_bottom});
 }
 
 // Skips the leading lines; false after a word when the file ends first.
@@ -97,51 +71,17 @@ std::optional<std::vector<float>> read_values(SampleReader& reader, int limit) t
   return std::nullopt;
 }
 
-void write_label(int x, int y, const char* text, int target) {
-  xkoord = x;
-  ykoord = y;
-  textn1(label_font, target, text, label_colour, label_background);
-}
-
-void write_labels(const char* unit, const char* y_label, const char* title, int target) {
-  char copy[title_size];
-  std::snprintf(copy, sizeof copy, "%s", title);
-  const int unit_width = static_cast<int>(std::strlen(unit)) * cs;
-  write_label(X1_max / 8 * 8 - unit_width, Y1_max - unit_row, unit, target);
-  write_label(X1_min + cs, Y1_min + y_label_row, y_label, target);
-  write_label(X1_min + title_column * cs, Y1_min + title_row, copy, target);
-}
-
-void draw_plot(const std::vector<float>& points, const Extremes& extremes,
-               const PlotSettings& settings, const TimeAxis& axis, bool spectrum,
-               const char* title) {
-  const double largest = static_cast<double>(extremes.largest);
-  PlotFrame frame = {.x1 = X1_min, .y1 = Y1_min, .x2 = X1_max, .y2 = Y1_max};
-  const double scale = largest == 0 ? 0 : frame.half_height * settings.ysc / largest;
-  frame.colour = settings.colour;
-  frame.number_background = settings.frame_colour;
-  frame.tick_value = axis.tick;
-  frame.top_value = largest / settings.ysc;
-  frame.grid = settings.grid;
-  frame.origin_value = axis.origin;
-  frame.bottom_value = -largest / settings.ysc;
-  frame.spectrum = spectrum;
-  frame.close_ticks = axis.close_ticks;
-  frame.target = settings.target;
-  draw_frame2(frame);
-  write_labels(axis.unit, spectrum ? "" : "num", title, settings.target);
-  draw_curve(points,
-             {.left = X1_min + axis_column,
-              .right = X1_max,
-              .top = Y1_min,
-              .bottom = Y1_max - frame.bottom_margin,
-              .shift = settings.start < 0 ? -static_cast<double>(settings.start) * settings.xsc : 0,
-              .spacing = settings.xsc,
-              .zero = Y1_max - frame.bottom_margin - (spectrum ? 0 : frame.half_height),
-              .scale = scale,
-              .magnification = spectrum ? spectrum_magnification : 1,
-              .colour = settings.colour,
-              .target = settings.target});
+void draw_plot(const std::vector<float>& points, double largest, const PlotSettings& settings,
+               PaneParts parts) {
+  parts.colour = settings.colour;
+  parts.frame_colour = settings.frame_colour;
+  parts.target = settings.target;
+  parts.grid = settings.grid;
+  parts.largest = largest;
+  parts.ysc = settings.ysc;
+  parts.xsc = settings.xsc;
+  parts.shift = settings.start < 0 ? -static_cast<double>(settings.start) * settings.xsc : 0;
+  draw_curve(points, draw_pane_parts(parts));
 }
 
 Cause draw_signal(std::FILE* file, const PlotSettings& settings, const char* title) {
@@ -154,7 +94,8 @@ Cause draw_signal(std::FILE* file, const PlotSettings& settings, const char* tit
   const std::vector<float> points = running_sums(*values, settings.step);
   const Extremes extremes = find_extremes(points);
   std::printf("plot_curve largest absolute value is %f\n", static_cast<double>(extremes.largest));
-  draw_plot(points, extremes, settings, curve_axis(settings), false, title);
+  draw_plot(points, static_cast<double>(extremes.largest), settings,
+            {.axis = curve_axis(settings), .title = title});
   return points.empty() ? Cause::nothing_to_draw : Cause::done;
 }
 
@@ -175,7 +116,11 @@ Cause draw_bins(std::FILE* file, const PlotSettings& settings, const char* sampl
   std::printf("maxi=%d maxf1=%f offset=%d\n", extremes.maximum_index,
               static_cast<double>(extremes.maximum), 0);
   std::printf("plot_curve largest absolute value is %f\n", static_cast<double>(extremes.largest));
-  draw_plot(points, extremes, settings, spectrum_axis(settings, size), true, "Power spectrum");
+  PaneParts parts = {
+      .spectrum = true, .axis = spectrum_axis(settings, size), .title = "Power spectrum"};
+  if (settings.decibels) parts.decibels = decibel_range(points);
+  draw_plot(parts.decibels == 0 ? points : decibel_heights(points, parts.decibels),
+            static_cast<double>(extremes.largest), settings, parts);
   return points.empty() ? Cause::nothing_to_draw : Cause::done;
 }
 
@@ -238,9 +183,7 @@ int plot_spectrum_anew(const char* path, int yoff, int start, int step, double x
 }
 
 void say_cannot_find_files() {
-  xkoord = X1_min + title_column * cs;
-  ykoord = Y1_min + title_row;
-  textn1(label_font, target_screen, "Cannot find files", error_colour, label_background);
+  write_title("Cannot find files", error_colour);
 }
 
 }  // namespace torve

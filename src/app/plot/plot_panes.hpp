@@ -37,7 +37,8 @@ struct PlotSettings {
   double xsc = 1;         // pixels between points
   double ysc = 1;         // magnification; 1 lets the largest point reach the half height
   bool grid = true;
-  int yoff = 0;  // the pane's first row
+  int yoff = 0;           // the pane's first row
+  bool decibels = false;  // a spectrum's points in decibels below the largest
 };
 
 /// Draws a time signal. Says "plot_curve largest absolute value is %f\n". Returns 0, or 1 after

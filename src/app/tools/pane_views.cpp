@@ -3,11 +3,14 @@
 #include <string>
 
 #include "app/plot/plot_panes.hpp"
+#include "app/plot/view_drawing.hpp"
 #include "base/saturate.hpp"
 #include "dialogs/strip.hpp"
 #include "display/screen_state.hpp"
 #include "draw/lines.hpp"
 #include "draw/rectangles.hpp"
+#include "text/fonts.hpp"
+#include "text/text_output.hpp"
 #include "wm/canvas_paint.hpp"
 
 namespace torve {
@@ -31,23 +34,22 @@ PlotSettings settings_of(int pane, const PaneView& view, int target) {
           .yoff = pane_row(pane)};
 }
 
-// What could not be drawn has left nothing to look at.
-Outcome note(int pane, PaneView view, PaneKind kind, const Outcome& drawn) {
-  view.kind = drawn.is_done() ? kind : PaneKind::nothing;
-  view.file = pane_name(pane);
+// Draws the file of a view as its kind says. What could not be drawn has left nothing to look at.
+Outcome draw(int pane, PaneView view) {
+  const PlotSettings settings = settings_of(pane, view, target_screen);
+  const Outcome drawn = view.kind == PaneKind::spectrum
+                            ? plot_spectrum_file(view.file, settings, view.samples)
+                            : plot_signal_file(view.file, settings);
+  if (!drawn.is_done()) view.kind = PaneKind::nothing;
   note_shown_view(pane, view);
   return drawn;
 }
 
-Outcome plot(int pane, const PaneView& view) {
-  return note(pane, view, PaneKind::signal,
-              plot_signal_file(pane_name(pane), settings_of(pane, view, target_screen)));
-}
-
-Outcome plot_bins(int pane, PaneView view, const char* samples) {
+PaneView of_pane(int pane, PaneView view, PaneKind kind, const char* samples = "all") {
+  view.kind = kind;
+  view.file = pane_name(pane);
   view.samples = samples;
-  return note(pane, view, PaneKind::spectrum,
-              plot_spectrum_file(pane_name(pane), settings_of(pane, view, target_screen), samples));
+  return view;
 }
 
 }  // namespace
@@ -62,32 +64,52 @@ int pane_row(int pane) {
   return pane * pane_pitch;
 }
 
+Rect band_of(int pane) {
+  return {0, pane_row(pane), X__max + 1, pane_row(pane) + pane_rows + 1};
+}
+
 void clear_pane(int pane) {
   note_shown_view(pane, {});
   const CanvasPaint beneath(all_panes);
   clear_band(pane);
 }
 
-Outcome show_signal(int pane, const PaneView& view) {
+Outcome show_as_told(int pane, const PaneView& view) {
   const CanvasPaint beneath(all_panes);
   clear_band(pane);
-  return plot(pane, view);
+  return draw(pane, view);
+}
+
+Outcome show_signal(int pane, const PaneView& view) {
+  return show_as_told(pane, of_pane(pane, view, PaneKind::signal));
 }
 
 Outcome show_spectrum(int pane, const PaneView& view, const char* samples) {
-  const CanvasPaint beneath(all_panes);
-  clear_band(pane);
-  return plot_bins(pane, view, samples);
+  return show_as_told(pane, of_pane(pane, view, PaneKind::spectrum, samples));
 }
 
 Outcome draw_signal(int pane, const PaneView& view) {
   const CanvasPaint beneath(all_panes);
-  return plot(pane, view);
+  return draw(pane, of_pane(pane, view, PaneKind::signal));
 }
 
 Outcome draw_spectrum(int pane, const PaneView& view, const char* samples) {
   const CanvasPaint beneath(all_panes);
-  return plot_bins(pane, view, samples);
+  return draw(pane, of_pane(pane, view, PaneKind::spectrum, samples));
+}
+
+Outcome show_closer(int pane, const PaneView& view) {
+  ViewPoints loaded;
+  Outcome outcome = load_points(view, &loaded);
+  if (!outcome.is_done()) return outcome;
+  const auto limits = kept_drawing_area();
+  const Kept cursor(xkoord, ykoord, truncate1);
+  const KeptFont font;
+  const CanvasPaint beneath(band_of(pane));
+  clear_band(pane);
+  draw_view(view, loaded, pane_row(pane));
+  note_shown_view(pane, view);
+  return outcome;
 }
 
 Outcome print_signal(int pane, const PaneView& view) {

@@ -7,6 +7,7 @@
 #include "app/plot/pane_view.hpp"
 #include "app/plot/plot_panes.hpp"
 #include "base/outcome.hpp"
+#include "base/rect.hpp"
 
 namespace torve {
 
@@ -27,6 +28,9 @@ const char* pane_file() {
 /// The first row of a pane.
 [[nodiscard]] int pane_row(int pane);
 
+/// The band of a pane: all that a picture of it holds.
+[[nodiscard]] Rect band_of(int pane);
+
 /// Clears a pane's band, nothing more.
 void clear_pane(int pane);
 
@@ -38,6 +42,13 @@ Outcome show_spectrum(int pane, const PaneView& view, const char* samples);
 /// The same without clearing, for a band that is clear.
 Outcome draw_signal(int pane, const PaneView& view);
 Outcome draw_spectrum(int pane, const PaneView& view, const char* samples);
+
+/// Clears the band and draws the view's own file as its kind and the settings of a line say.
+Outcome show_as_told(int pane, const PaneView& view);
+
+/// The same for a closer view. When its file cannot be read, or there is no memory for it, the pane
+/// stays as it is.
+Outcome show_closer(int pane, const PaneView& view);
 
 /// Draws a pane's signal into the open EPS file.
 Outcome print_signal(int pane, const PaneView& view);

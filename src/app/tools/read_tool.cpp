@@ -75,10 +75,9 @@ void analyze(const MenuRun& menu) {
 }
 
 Outcome gif_of_pane(const MenuRun& menu, int pane) {
-  const int top = pane_row(pane);
   // Menus that reach into the pane are no part of it; figures that are drawn over it are.
-  const CanvasPaint beneath({0, top, X__max + 1, top + pane_rows + 1}, PaintOn::figures);
-  return write_gif(menu.text(gif_file), {0, top, X__max + 1, top + pane_rows + 1});
+  const CanvasPaint beneath(band_of(pane), PaintOn::figures);
+  return write_gif(menu.text(gif_file), band_of(pane));
 }
 
 void make_gif(const MenuRun& menu) {

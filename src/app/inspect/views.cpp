@@ -1,0 +1,159 @@
+#include "app/inspect/views.hpp"
+
+#include <array>
+#include <utility>
+#include <vector>
+
+#include "app/plot/view_geometry.hpp"
+#include "app/plot/view_points.hpp"
+#include "app/tools/pane_views.hpp"
+#include "dialogs/outcomes.hpp"
+
+namespace torve {
+
+namespace {
+
+constexpr std::uint32_t one_gesture = 700;  // milliseconds
+constexpr std::size_t most_remembered = 100;
+
+struct PaneHistory {
+  PaneView told;                 // what a line drew
+  std::vector<PaneView> before;  // the views since, the last one at the end
+  ViewChange last_change = nullptr;
+  std::uint32_t last_time = 0;
+};
+std::array<PaneHistory, pane_count> histories;
+bool coupled = false;
+
+PaneHistory& history_of(int pane) {
+  PaneHistory& history = histories.at(static_cast<std::size_t>(pane));
+  const PaneView& shown = shown_view(pane);
+  if (!shown.closer && shown != history.told) history = {shown, {}, nullptr, 0};
+  return history;
+}
+
+void remember(int pane, ViewChange change, std::uint32_t time) {
+  PaneHistory& history = history_of(pane);
+  const bool goes_on = change != nullptr && change == history.last_change &&
+                       time - history.last_time < one_gesture && !history.before.empty();
+  history.last_change = change;
+  history.last_time = time;
+  if (goes_on) return;
+  if (history.before.size() == most_remembered) history.before.erase(history.before.begin());
+  history.before.push_back(shown_view(pane));
+}
+
+// A pane's view as a closer one, with the number of points of its file; 0 points when there is
+// nothing to look at, which is said.
+struct CloserView {
+  PaneView view;
+  std::size_t points = 0;
+};
+
+CloserView look_closer(int pane) {
+  const PaneView& shown = shown_view(pane);
+  if (shown.kind == PaneKind::nothing) return {};
+  ViewPoints loaded;
+  const Outcome outcome = load_points(shown, &loaded);
+  if (!outcome.is_done()) {
+    say_outcome(outcome);
+    return {};
+  }
+  const std::size_t points = loaded.points().size();
+  return {closer_view(shown, points, shown.closer ? 0 : full_scale_of(shown, loaded)), points};
+}
+
+void show(int pane, const PaneView& view, ViewChange change, std::uint32_t time) {
+  if (view == shown_view(pane)) return;
+  remember(pane, change, time);
+  const Outcome outcome = show_closer(pane, view);
+  if (!outcome.is_done()) say_outcome(outcome);
+}
+
+void take_others_along(int pane, const PaneView& before, const PaneView& after, ViewChange change,
+                       std::uint32_t time) {
+  const bool moves = before.start != after.start || before.xsc != after.xsc;
+  if (!coupled || !moves || after.kind != PaneKind::signal) return;
+  for (int other = 0; other < pane_count; ++other) {
+    if (other == pane || shown_view(other).kind != PaneKind::signal) continue;
+    const CloserView closer = look_closer(other);
+    if (closer.points == 0) continue;
+    show(other, followed(closer.view, closer.points, before, after), change, time);
+  }
+}
+
+PaneView stretch_shown(const PaneView& view, std::size_t, int, double) {
+  return view;
+}
+
+void show_again(int pane, const PaneView& view) {
+  const Outcome outcome = view.closer ? show_closer(pane, view) : show_as_told(pane, view);
+  if (!outcome.is_done()) say_outcome(outcome);
+}
+
+template <typename Act>
+void for_coupled_panes(int pane, Act act) {
+  for (int other = 0; other < pane_count; ++other) {
+    const bool goes_along = coupled && shown_view(other).kind == PaneKind::signal &&
+                            shown_view(pane).kind == PaneKind::signal;
+    if (other == pane || goes_along) act(other);
+  }
+}
+
+}  // namespace
+
+void change_view(int pane, ViewChange change, int column, double amount, std::uint32_t time) {
+  const CloserView closer = look_closer(pane);
+  if (closer.points == 0) return;
+  const PaneView after = change(closer.view, closer.points, column, amount);
+  if (after == closer.view) return;
+  show(pane, after, change, time);
+  take_others_along(pane, closer.view, after, change, time);
+}
+
+void show_stretch(int pane, double first, double last, std::uint32_t time) {
+  const CloserView closer = look_closer(pane);
+  if (closer.points == 0) return;
+  const PaneView after = fitted(closer.view, closer.points, first, last);
+  show(pane, after, stretch_shown, time);
+  take_others_along(pane, closer.view, after, stretch_shown, time);
+}
+
+void toggle_decibels(int pane) {
+  if (shown_view(pane).kind != PaneKind::spectrum) return;
+  CloserView closer = look_closer(pane);
+  if (closer.points == 0) return;
+  closer.view.decibels = !closer.view.decibels;
+  show(pane, closer.view, nullptr, 0);
+}
+
+void show_view_before(int pane) {
+  for_coupled_panes(pane, [](int other) {
+    PaneHistory& history = history_of(other);
+    if (history.before.empty()) return;
+    const PaneView view = std::move(history.before.back());
+    history.before.pop_back();
+    history.last_change = nullptr;
+    show_again(other, view);
+  });
+}
+
+void show_told_view(int pane) {
+  for_coupled_panes(pane, [](int other) {
+    if (!shown_view(other).closer) return;
+    remember(other, nullptr, 0);
+    show_again(other, history_of(other).told);
+  });
+}
+
+bool toggle_coupling() {
+  coupled = !coupled;
+  return coupled;
+}
+
+void reset_views() {
+  histories = {};
+  coupled = false;
+}
+
+}  // namespace torve
