@@ -60,6 +60,8 @@ struct DisplayBackend {
   /// Offers a text, UTF-8, to other programs until somebody else offers one. Null: nobody can have
   /// it.
   void (*offer_text)(const std::string& text) = nullptr;
+  /// change_scale; null where pixels are never enlarged.
+  bool (*change_scale)(int by) = nullptr;
 };
 
 /// The table in force; null without a window.

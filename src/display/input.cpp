@@ -6,6 +6,7 @@
 #include <cstring>
 
 #include "base/console.hpp"
+#include "display/scale.hpp"
 #include "display/screen_image.hpp"
 #include "display/screen_state.hpp"
 
@@ -280,6 +281,10 @@ void serve_window_until_readable(int descriptor) {
     handle_window_event(event);
     present();
   }
+}
+
+bool change_scale(int by) {
+  return backend != nullptr && backend->change_scale != nullptr && backend->change_scale(by);
 }
 
 bool offer_text(const std::string& text) {

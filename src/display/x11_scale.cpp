@@ -59,7 +59,7 @@ int start_scale() {
   return dpi && !std::isnan(*dpi) ? scale_for(*dpi) : 1;
 }
 
-bool change_scale(int by) {
+bool change_x11_scale(int by) {
   if (display == nullptr || by < 1 - scale || by > largest_scale - scale) return false;
   if (!create_staging(scale + by)) return false;
   scale += by;

@@ -15,7 +15,7 @@ union _XEvent;
 
 namespace torve {
 
-// State: written by initgraph and endgraph alone, staging and scale by change_scale, too.
+// State: written by initgraph and endgraph alone, staging and scale by change_x11_scale, too.
 extern _XDisplay* display;
 extern int screen;               // default screen of the display
 extern unsigned long win;        // the window
@@ -43,6 +43,9 @@ bool drop_x11_events(InputEvent::Type type);
 /// asks for them or takes them away; whether it was one.
 void offer_x11_text(const std::string& text);
 bool answer_selection_event(_XEvent& event);
+
+/// change_scale (x11_scale.cpp).
+[[nodiscard]] bool change_x11_scale(int by);
 
 /// The picture half (x11_push.cpp).
 /// At the scale that is set; where that cannot be, the scale becomes 1.

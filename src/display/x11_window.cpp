@@ -64,6 +64,7 @@ constexpr DisplayBackend x11_backend = {
     .drop_events = drop_x11_events,
     .push = push_to_x11,
     .offer_text = offer_x11_text,
+    .change_scale = change_x11_scale,
 };
 
 int note_lost_connection(Display*) {
