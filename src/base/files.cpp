@@ -33,6 +33,10 @@ FilePtr open_regular_file(const std::string& name, const char* mode) {
   return open_file(meant, mode);
 }
 
+std::string program_directory() {
+  return (executable_directory() / "").string();
+}
+
 std::string data_directory(DataKind kind) {
   static const std::filesystem::path root =
       (executable_directory() / TORVE_DATA_FROM_BIN).lexically_normal();

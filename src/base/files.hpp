@@ -26,6 +26,10 @@ using FilePtr = std::unique_ptr<std::FILE, FileCloser>;
 /// reader can be made to read for ever).
 [[nodiscard]] FilePtr open_regular_file(const std::string& name, const char* mode);
 
+/// The directory that the running executable lies in, with a final slash: the programs of an
+/// installation lie beside each other.
+[[nodiscard]] std::string program_directory();
+
 /// Sub-directories of the data directory.
 enum class DataKind { font, picture, include };
 

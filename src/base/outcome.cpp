@@ -35,13 +35,14 @@ constexpr std::array texts = {
     CauseText{Cause::not_sound, "cannot be read as sound"},
     CauseText{Cause::out_of_range, "has no such part"},
     CauseText{Cause::no_codec, "sound files cannot be used here"},
+    CauseText{Cause::not_run, "could not be run"},
 };
 
 constexpr bool are_in_order() {
   for (std::size_t i = 0; i < texts.size(); ++i) {
     if (texts[i].cause != static_cast<Cause>(i)) return false;
   }
-  return texts.back().cause == Cause::no_codec;
+  return texts.back().cause == last_cause;
 }
 static_assert(are_in_order());
 

@@ -23,7 +23,9 @@ enum class Cause {
   not_sound,         // a file that is not known as sound, or is damaged
   out_of_range,      // a channel or a time that a file does not have
   no_codec,          // the part of the program that knows sound files
+  not_run,           // a program of ours that could not be started, or did not come to its end
 };
+inline constexpr Cause last_cause = Cause::not_run;
 
 struct [[nodiscard]] Outcome {
   Cause cause = Cause::done;

@@ -14,6 +14,7 @@ int show_in_window(Cause cause, const char* name) {
       break;
     case Cause::no_file:
     case Cause::unreadable:
+    case Cause::not_run:
       return cannot_find_file(name);
     case Cause::not_created:
     case Cause::not_written:
