@@ -16,7 +16,9 @@ _torve_batch() {
   fi
   read -ra parameters < <(_torve_batch_parameters "${COMP_WORDS[1]}")
   if [[ $3 == --format ]]; then
-    mapfile -t COMPREPLY < <(compgen -W 'eps gif' -- "$2")
+    word='eps gif'
+    [[ ${COMP_WORDS[1]} != figure ]] || word='pdf svg png'
+    mapfile -t COMPREPLY < <(compgen -W "$word" -- "$2")
     return
   fi
   if [[ $2 == -* ]]; then
@@ -29,17 +31,19 @@ _torve_batch() {
   # Options and their values take no place among the files.
   for ((i = 2; i <= COMP_CWORD; ++i)); do
     case ${COMP_WORDS[i]} in
-      --start | --end | --format) ((++i)) ;;
+      --start | --end | --format | --size | --title) ((++i)) ;;
       --*) ;;
       *) parameter=${parameters[${#words[@]}]-}; words+=("$i") ;;
     esac
   done
-  case $parameter in
+  case ${COMP_WORDS[1]}:$parameter in
+    figure:OUT) ending='@(pdf|svg|png)' ;;
+    figure:*) ending='@(res|spe|vob)' ;;
     *.*\|*.*) ending="@(${parameter//OUT./})" ;;
     *.*) ending=${parameter##*.} ;;
-    SOUND) ending='@(wav|flac|aif|aiff|au|ogg|opus|mp3|caf|snd)' ;;
-    IN) ending='@(res|spe)' ;;
-    OUT) ending='@(eps|gif)' ;;
+    *:SOUND) ending='@(wav|flac|aif|aiff|au|ogg|opus|mp3|caf|snd)' ;;
+    *:IN) ending='@(res|spe)' ;;
+    *:OUT) ending='@(eps|gif)' ;;
     *) return ;;
   esac
   mapfile -t COMPREPLY < <(

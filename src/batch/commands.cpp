@@ -14,11 +14,13 @@
 #include "app/signal/spectrum.hpp"
 #include "app/signal/work_buffer.hpp"
 #include "base/number_text.hpp"
+#include "batch/figure.hpp"
 #include "batch/plot.hpp"
 #include "batch/sound_commands.hpp"
 #include "batch/status.hpp"
 #include "batch/streams.hpp"
 #include "batch/warnings.hpp"
+#include "figure/request/figure_request.hpp"
 
 namespace torve {
 
@@ -180,6 +182,7 @@ int run_filter(const Request& request, FilterMode mode) {
 std::optional<PictureFormat> format_of(const Request& request, const std::string& output) {
   if (request.format == "eps") return PictureFormat::eps;
   if (request.format == "gif") return PictureFormat::gif;
+  if (!request.format.empty()) return std::nullopt;
   if (has_ending(output, ".eps")) return PictureFormat::eps;
   if (has_ending(output, ".gif")) return PictureFormat::gif;
   return std::nullopt;
@@ -253,6 +256,13 @@ constexpr std::array commands = {
     Command{"plot", "IN PANE OUT [START [STEP [XSC [YSC [SAMPLES]]]]] [--format eps|gif]",
             "draw a .res or .spe file as pane 1, 2 or 3 does, into OUT.eps or OUT.gif", 3, 8,
             Options::format, run_plot},
+    Command{
+        "figure",
+        "OUT IN[,start=N][,step=N][,xsc=X][,ysc=X][,db] ... [--size WxH] [--title TEXT] "
+        "[--format pdf|svg|png]",
+        "draw up to four .res, .spe or .vob files one above the other, into OUT.pdf, OUT.svg or "
+        "OUT.png",
+        2, 1 + most_figure_inputs, Options::format | Options::figure, run_figure},
 };
 
 }  // namespace

@@ -27,8 +27,8 @@ int print_help() {
   std::printf(
       "\nAn input named first may be - for standard input; an output named by the user may be -\n"
       "for standard output (but for OUT.spe of the two filters), and messages then go to standard\n"
-      "error. report, which reads answers, takes a name alone, as plot does for its input; a plot\n"
-      "to - needs --format.\n"
+      "error. report, which reads answers, takes a name alone, as plot and figure do for inputs;\n"
+      "their output to - needs --format.\n"
       "SAMPLES is a number or \"all\". RANGE is --start N or --end N or both: samples N, counted\n"
       "from 0, are the first taken and the first not taken. --values prints OFFSET SCALE MEAN\n"
       "alone.\n"

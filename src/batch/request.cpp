@@ -14,9 +14,9 @@ bool set_sample(int& sample, const std::string& word, int least) {
   return true;
 }
 
-bool set_format(std::string& format, const std::string& word) {
-  format = word;
-  return word == "eps" || word == "gif";
+bool set_text(std::string& text, const std::string& word) {
+  text = word;
+  return true;
 }
 
 struct Option {
@@ -38,7 +38,11 @@ constexpr Option options[] = {
     {"--values", Options::values, false,
      [](Request& request, const std::string&) { return request.values = true; }},
     {"--format", Options::format, true,
-     [](Request& request, const std::string& value) { return set_format(request.format, value); }},
+     [](Request& request, const std::string& value) { return set_text(request.format, value); }},
+    {"--size", Options::figure, true,
+     [](Request& request, const std::string& value) { return set_text(request.size, value); }},
+    {"--title", Options::figure, true,
+     [](Request& request, const std::string& value) { return set_text(request.title, value); }},
 };
 
 }  // namespace

@@ -19,7 +19,8 @@ enum class Options : unsigned {
   none = 0,
   range = 1,   // --start N --end N
   values = 2,  // --values
-  format = 4,  // --format eps|gif
+  format = 4,  // --format eps|gif or pdf|svg|png
+  figure = 8,  // --size WxH --title TEXT
 };
 template <>
 inline constexpr bool is_flag_enum<Options> = true;
@@ -29,7 +30,9 @@ struct Request {
   std::vector<std::string> words = {};
   SampleRange range = {};
   bool values = false;
-  std::string format = {};  // "eps", "gif" or none
+  std::string format = {};  // as given, or none
+  std::string size = {};    // as given, or none
+  std::string title = {};
 };
 
 /// Takes the options out of `words`. Nothing if one is not among `allowed`, lacks its value, or

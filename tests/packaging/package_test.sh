@@ -45,7 +45,7 @@ done
 
 # Debian's start-up objects carry no marks of control-flow integrity, so no program of Debian's
 # compiler can have the note that is asked for here.
-hardening-check --nocfprotection "$usr/bin/torve" "$usr/bin/torve-batch" || wrong "not hardened"
+hardening-check --nocfprotection "$usr"/bin/torve{,-batch,-figure} || wrong "not hardened"
 
 # is_type TYPE NAME: what the file NAME is taken for, beside the types that everybody has.
 mkdir -p data/mime/packages
@@ -75,7 +75,7 @@ complete_words() {
     "$(complete -p "$1" | grep -o "_[a-z_]*")" "$1" "${@: -1}" "${@: -2:1}"
     printf "%s\n" "${COMPREPLY[@]}"' - "$usr/share/bash-completion/completions/$1" "$@" | sort | paste -sd ' '
 }
-touch bell.res bell.au bell.FLAC
+touch bell.res bell.au bell.FLAC bell.pdf
 while IFS='|' read -r typed offered; do
   # shellcheck disable=SC2086
   got=$(complete_words ${typed//_/ })
@@ -91,6 +91,8 @@ torve-batch spectrum --end 9 bell.res bell|bell.spe
 torve-batch correlation bell.res bell.res bell|bell.res
 torve-batch match bell.res --|--end --start --values
 torve-batch plot bell.res 1 - --format g|gif
+torve-batch figure --size 9x9 bell.pdf bell|bell.res bell.spe
+torve-batch figure - --format p|pdf png
 END
 
 # Files from the menu: the workbench runs where they are.
@@ -111,9 +113,11 @@ mkdir work
 cd work
 ../moved/usr/bin/torve-batch plot ../moved/usr/share/torve/signals/bhld1.res 1 bell.gif >/dev/null ||
   wrong "torve-batch finds no data after a move"
-[[ -s bell.gif ]] || wrong "no picture"
 ../moved/usr/bin/torve-batch export ../moved/usr/share/torve/signals/bhld1.res bell.wav >/dev/null ||
   wrong "torve-batch finds no module after a move"
+../moved/usr/bin/torve-batch figure bell.pdf ../moved/usr/share/torve/signals/bhld1.res ||
+  wrong "torve-batch finds no torve-figure after a move"
+[[ -s bell.gif && -s bell.pdf ]] || wrong "no picture"
 cd ..
 chmod -R u+w moved
 
