@@ -31,7 +31,7 @@ _torve_batch() {
   # Options and their values take no place among the files.
   for ((i = 2; i <= COMP_CWORD; ++i)); do
     case ${COMP_WORDS[i]} in
-      --start | --end | --format | --size | --title) ((++i)) ;;
+      --start | --end | --average | --format | --size | --title) ((++i)) ;;
       --*) ;;
       *) parameter=${parameters[${#words[@]}]-}; words+=("$i") ;;
     esac

@@ -34,6 +34,7 @@ constexpr std::array texts = {
     CauseText{Cause::unknown_ending, "the name ends in none of the known ways"},
     CauseText{Cause::not_sound, "cannot be read as sound"},
     CauseText{Cause::out_of_range, "has no such part"},
+    CauseText{Cause::silent, "is silent there"},
     CauseText{Cause::no_codec, "sound files cannot be used here"},
     CauseText{Cause::not_run, "could not be run"},
 };

@@ -22,6 +22,7 @@ enum class Cause {
   unknown_ending,    // a name that does not say what kind of file it is
   not_sound,         // a file that is not known as sound, or is damaged
   out_of_range,      // a channel or a time that a file does not have
+  silent,            // a signal without a sound, or with none that is asked for
   no_codec,          // the part of the program that knows sound files
   not_run,           // a program of ours that could not be started, or did not come to its end
 };

@@ -15,6 +15,7 @@
 #include "app/signal/work_buffer.hpp"
 #include "base/number_text.hpp"
 #include "batch/figure.hpp"
+#include "batch/measure_commands.hpp"
 #include "batch/plot.hpp"
 #include "batch/sound_commands.hpp"
 #include "batch/status.hpp"
@@ -147,6 +148,7 @@ int run_match(const Request& request) {
 }
 
 int run_spectrum(const Request& request) {
+  if (request.average) return run_average_spectrum(request);
   const std::string samples = word_or(request, 2, "all");
   const InputName res(request.words[0], enough_samples(request, samples));
   OutputName spe(request.words[1]);
@@ -238,8 +240,14 @@ constexpr std::array commands = {
     Command{"match", "ONE.res TWO.res REST.res [START [SCALE [SAMPLES]]] [--values] [RANGE]",
             "find TWO in ONE near sample START (0) and SCALE (1), write what is left", 3, 6,
             range | Options::values, run_match},
-    Command{"spectrum", "IN.res OUT.spe [SAMPLES] [RANGE]", "write the power spectrum", 2, 3, range,
-            run_spectrum},
+    Command{"delay", "ONE.res TWO.res [MAXIMUM] [RANGE]",
+            "say how much later TWO is, at most MAXIMUM seconds either way", 2, 3, range,
+            run_delay},
+    Command{"level", "IN.res [START [END]]", "say how loud a signal is from START to END seconds",
+            1, 3, Options::none, run_level},
+    Command{"spectrum", "IN.res OUT.spe [SAMPLES] [--average BLOCK] [RANGE]",
+            "write the power spectrum, or the average of those of blocks of so many samples", 2, 3,
+            range | Options::average, run_spectrum},
     Command{"band-pass", "IN.res OUT.spe BAND.res LOW HIGH [SAMPLES] [RANGE]",
             "write the spectrum, and the signal rebuilt from LOW to HIGH Hz", 5, 6, range,
             run_band_pass},

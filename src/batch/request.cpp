@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cctype>
 
+#include "app/signal/average_spectrum.hpp"
+
 namespace torve {
 
 namespace {
@@ -17,6 +19,11 @@ bool set_sample(int& sample, const std::string& word, int least) {
 bool set_text(std::string& text, const std::string& word) {
   text = word;
   return true;
+}
+
+bool set_average(std::optional<int>& block, const std::string& word) {
+  block = number_of<int>(word);
+  return block && *block >= least_block && *block <= most_block;
 }
 
 struct Option {
@@ -37,6 +44,10 @@ constexpr Option options[] = {
      }},
     {"--values", Options::values, false,
      [](Request& request, const std::string&) { return request.values = true; }},
+    {"--average", Options::average, true,
+     [](Request& request, const std::string& value) {
+       return set_average(request.average, value);
+     }},
     {"--format", Options::format, true,
      [](Request& request, const std::string& value) { return set_text(request.format, value); }},
     {"--size", Options::figure, true,

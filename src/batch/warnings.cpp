@@ -3,7 +3,6 @@
 #include <cstdio>
 
 #include "app/signal/au_file.hpp"
-#include "app/signal/sampling_rate.hpp"
 #include "base/files.hpp"
 #include "batch/streams.hpp"
 
@@ -50,15 +49,8 @@ void warn_about_signal(const std::string& name, const SampleRange& range, Taken 
 }
 
 void warn_about_au(const std::string& name) {
-  const auto format = au_format(name);
-  if (!format) return;
-  if (format->encoding == au_float && format->sampling_rate == sampling_rate &&
-      format->channels == 1) {
-    return;
-  }
-  warn(name, "is not mono (1 channel), 44100 Hz, 32-bit floating point (encoding 6): channels " +
-                 std::to_string(format->channels) + ", " + std::to_string(format->sampling_rate) +
-                 " Hz, encoding " + std::to_string(format->encoding));
+  const std::string remark = au_remark(name);
+  if (!remark.empty()) warn(name, remark);
 }
 
 void warn_if_empty(const std::string& name) {

@@ -14,7 +14,7 @@ enum class Taken { as_analyses_do, whole };
 void warn_about_signal(const std::string& name, const SampleRange& range = {},
                        Taken taken = Taken::as_analyses_do);
 
-/// An AU file that is not mono, 44,100 samples a second, 32-bit floating point.
+/// An AU file that is not mono, 44,100 samples a second, 32-bit floating point, little-endian.
 void warn_about_au(const std::string& name);
 
 /// A sample file without a sample.

@@ -33,6 +33,7 @@ int show_in_window(Cause cause, const char* name) {
     case Cause::unknown_ending:
     case Cause::not_sound:
     case Cause::out_of_range:
+    case Cause::silent:
     case Cause::no_codec:
       return not_a_signal(name);
     case Cause::no_spectrum:

@@ -165,7 +165,7 @@ while IFS='|' read -r command warning; do
 done <<'END'
 plot long.res 1 x.gif|warning: long.res has more than 100000 lines
 autocorrelation time.res x.res|warning: time.res has a time
-cut made.au x.res 0 1|warning: made.au is not mono
+cut made.au x.res 0 1|warning: made.au is not mono (1 channel), 44100 Hz, 32-bit floating point (encoding 6): channels 1, 44100 Hz, encoding 3; torve-batch import
 cut made.au x.res 90 91|warning: x.res has no samples
 match cut.res cut.res x.res 0 0.5|no match: the scale is at the end
 match trend.res trend.res x.res 1200|no match: the offset is at the end

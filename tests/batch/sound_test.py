@@ -95,6 +95,7 @@ def check_other_rates_and_levels():
     said, _ = run("export", "loud.res", "loud.wav")
     assert "all values times 0.400" in said and "the largest was 2.49" in said
     check_near(as_sox_reads("loud.wav")[:, 0], 2 * wanted, 1e-4, "loud")
+    assert wavfile.read("loud.wav")[1].max() == 0x7FFFFF00  # full scale, and not beyond
 
 
 def check_what_is_refused():
@@ -126,6 +127,7 @@ def check_what_is_refused():
         (1, "usage", "import", "a.wav", "old.res", "0"),
         (1, "usage", "import", "a.wav", "old.res", "1", "-1"),
         (1, "usage", "export", "first.res", "old.au"),
+        (2, "g.au is a big-endian AU file: torve-batch import", "cut", "g.au", "cut.res", "0", "1"),
         (2, "none.res: too few samples", "export", "none.res", "old.wav"),
         (2, "nan.res: cannot be read (a value is no number)", "export", "nan.res", "old.wav"),
         (2, "no.res: there is no such file", "export", "no.res", "old.wav"),

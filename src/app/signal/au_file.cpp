@@ -101,6 +101,12 @@ std::optional<AuFormat> read_header(std::FILE* au) {
                   au_word(fields.subspan<16, 4>()), au_word(fields.subspan<20, 4>())};
 }
 
+bool begins_big_endian(const std::string& name) {
+  const FilePtr file = open_regular_file(name, "rb");
+  std::array<std::uint8_t, 4> magic;
+  return file && read_bytes(file.get(), magic) && as_text(magic) == ".snd";
+}
+
 /// A part of an AU file on its way into a sample file. Positions are bytes from the start.
 class Cut {
  public:
@@ -281,6 +287,22 @@ int cut_part(const std::string& au_name, const std::string& res_name, double sta
 std::optional<AuFormat> au_format(const std::string& name) {
   const FilePtr file = open_regular_file(name, "rb");
   return file ? read_header(file.get()) : std::nullopt;
+}
+
+std::string au_remark(const std::string& name) {
+  const auto format = au_format(name);
+  if (!format) {
+    if (!begins_big_endian(name)) return {};
+    return "is a big-endian AU file: torve-batch import takes such files";
+  }
+  if (format->encoding == au_float && format->sampling_rate == sampling_rate &&
+      format->channels == 1) {
+    return {};
+  }
+  return "is not mono (1 channel), 44100 Hz, 32-bit floating point (encoding 6): channels " +
+         std::to_string(format->channels) + ", " + std::to_string(format->sampling_rate) +
+         " Hz, encoding " + std::to_string(format->encoding) +
+         "; torve-batch import takes such files";
 }
 
 }  // namespace torve

@@ -53,6 +53,10 @@ struct AuFormat {
 /// That of the file `name`; nothing if it is no AU file.
 [[nodiscard]] std::optional<AuFormat> au_format(const std::string& name);
 
+/// What is to be said of the file `name` before it is taken for an AU file, to be put behind that
+/// name: that it is not mono, 44,100 Hz, 32-bit floating point, or big-endian. Empty for nothing.
+[[nodiscard]] std::string au_remark(const std::string& name);
+
 /// Writes the sample file `res_name` as a 32-bit float AU file. Without such a sample file the AU
 /// file holds the header alone and what was there is kept. If both are one file, nothing is
 /// touched: the AU file counts as one that cannot be created.

@@ -1,6 +1,7 @@
 #include "app/signal/correlation.hpp"
 
 #include <algorithm>
+#include <cmath>
 #include <new>
 #include <optional>
 
@@ -19,8 +20,27 @@ Outcome write_result(const std::string& name, std::span<const float> values) {
   return file.outcome();
 }
 
+double square_sum(std::span<const double> d) {
+  double sum = 0;
+  for (const double value : d)
+    sum += value * value;
+  return sum;
+}
+
+CorrelationPeak largest(std::span<const double> d1, std::span<const double> d2,
+                        std::span<const float> means) {
+  const double scale = std::sqrt(square_sum(d1) * square_sum(d2));
+  CorrelationPeak peak;
+  for (std::size_t k = 0; scale > 0 && k < means.size(); ++k) {
+    const double sum = static_cast<double>(means[k]) * static_cast<double>(means.size() - k);
+    if (k > 0 && !(sum / scale > peak.normalised)) continue;
+    peak = {.lag = static_cast<int>(k), .normalised = sum / scale};
+  }
+  return peak;
+}
+
 Outcome correlate(const std::string& path1, const std::string& path2, const std::string& output,
-                  const SampleRange& range) {
+                  const SampleRange& range, CorrelationPeak* peak) {
   const auto x1 = read_sample_file(path1, most_samples, range);
   const auto x2 = read_sample_file(path2, most_samples, range);
   if (!x1 || !x2) return input_failure(!x1 ? path1 : path2);
@@ -34,7 +54,11 @@ Outcome correlate(const std::string& path1, const std::string& path2, const std:
   const std::size_t lags = std::min(x1->size(), x2->size());
   const std::vector<double> d1 = deviations(*x1, mean1);
   const std::vector<double> d2 = deviations(*x2, mean2);
-  return write_result(output, lag_means(std::span(d1).first(lags), std::span(d2).first(lags)));
+  const auto first = std::span(d1).first(lags);
+  const auto second = std::span(d2).first(lags);
+  const std::vector<float> means = lag_means(first, second);
+  if (peak != nullptr) *peak = largest(first, second, means);
+  return write_result(output, means);
 }
 
 Outcome autocorrelate(const std::string& path, const std::string& output,
@@ -81,9 +105,10 @@ Outcome autocorrelate_file(const std::string& path, const std::string& output,
 }
 
 Outcome correlate_files(const std::string& path1, const std::string& path2,
-                        const std::string& output, const SampleRange& range) try {
+                        const std::string& output, const SampleRange& range,
+                        CorrelationPeak* peak) try {
   say("in correlation\n");
-  return correlate(path1, path2, output, range);
+  return correlate(path1, path2, output, range, peak);
 } catch (const std::bad_alloc&) {
   return {.cause = Cause::no_memory};
 }

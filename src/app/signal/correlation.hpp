@@ -25,10 +25,18 @@ namespace torve {
 Outcome autocorrelate_file(const std::string& path, const std::string& output,
                            const SampleRange& range = {});
 
+/// Where a correlation is largest: the lag k whose sum of d1(i) d2(i+k), not divided by the number
+/// of its terms, is the largest, so that a few samples at the end do not win.
+struct CorrelationPeak {
+  int lag = 0;            // samples that the second signal is later
+  double normalised = 0;  // that sum by the root of both sums of squares: 1 for equal signals
+};
+
 /// Writes the correlation of the same part of two sample files, for the lags of the second against
-/// the first.
+/// the first; `peak` becomes its largest.
 Outcome correlate_files(const std::string& path1, const std::string& path2,
-                        const std::string& output, const SampleRange& range = {});
+                        const std::string& output, const SampleRange& range = {},
+                        CorrelationPeak* peak = nullptr);
 
 /// "autocor<suffix>.res" and "corre<suffix>.res".
 [[nodiscard]] std::string autocorrelation_name(const std::string& suffix);

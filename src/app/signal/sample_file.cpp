@@ -1,6 +1,7 @@
 #include "app/signal/sample_file.hpp"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 
 #include "base/files.hpp"
@@ -90,6 +91,21 @@ std::size_t SampleReader::read(std::span<float> values) {
   return count;
 }
 
+LongSampleReader::LongSampleReader(std::FILE* file, const SampleRange& range)
+    : reader_(file, analysis_line_size),
+      left_(std::max<std::int64_t>(std::int64_t{range.end} - std::max(range.first, 0), 0)) {
+  for (int line = 0; line < range.first && reader_.skip_line(); ++line) {
+  }
+}
+
+std::size_t LongSampleReader::read(std::span<float> values) {
+  const auto wanted = static_cast<std::size_t>(
+      std::min<std::int64_t>(static_cast<std::int64_t>(values.size()), left_));
+  const std::size_t got = reader_.read(values.first(wanted));
+  left_ -= static_cast<std::int64_t>(got);
+  return got;
+}
+
 std::vector<float> read_samples(std::FILE* file, int limit, const SampleRange& range) {
   SampleReader reader(file, analysis_line_size);
   for (int line = 0; line < range.first && reader.skip_line(); ++line) {
@@ -106,6 +122,18 @@ std::optional<std::vector<float>> read_sample_file(const std::string& name, int 
   const FilePtr file = open_regular_file(name, "rb");
   if (!file) return std::nullopt;
   return read_samples(file.get(), limit, range);
+}
+
+std::optional<std::vector<float>> read_long_sample_file(const std::string& name,
+                                                        const SampleRange& range) {
+  const FilePtr file = open_regular_file(name, "rb");
+  if (!file) return std::nullopt;
+  LongSampleReader reader(file.get(), range);
+  std::vector<float> values;
+  static std::array<float, 1 << 14> block;
+  for (std::size_t got; (got = reader.read(block)) > 0;)
+    values.insert(values.end(), block.begin(), block.begin() + static_cast<std::ptrdiff_t>(got));
+  return values;
 }
 
 int sample_budget(const std::string& text) {

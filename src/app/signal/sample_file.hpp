@@ -67,6 +67,18 @@ struct SampleRange {
   int end = std::numeric_limits<int>::max();
 };
 
+/// Reads the values of an open file that lie in a range, however many, piece by piece.
+class LongSampleReader {
+ public:
+  LongSampleReader(std::FILE* file, const SampleRange& range);
+  /// As SampleReader::read.
+  std::size_t read(std::span<float> values);
+
+ private:
+  SampleReader reader_;
+  std::int64_t left_;
+};
+
 /// The values of the open file that lie in `range`, at most `limit`, read with analysis_line_size.
 [[nodiscard]] std::vector<float> read_samples(std::FILE* file, int limit,
                                               const SampleRange& range = {});
@@ -75,6 +87,11 @@ struct SampleRange {
 [[nodiscard]] std::optional<std::vector<float>> read_sample_file(const std::string& name,
                                                                  int limit = most_samples,
                                                                  const SampleRange& range = {});
+
+/// All values of the sample file `name` that lie in `range`, however many. Nothing if it cannot be
+/// opened as a regular file; std::bad_alloc is the caller's.
+[[nodiscard]] std::optional<std::vector<float>> read_long_sample_file(
+    const std::string& name, const SampleRange& range = {});
 
 /// A sample budget: "all" is most_samples, otherwise the decimal number, within 0 .. most_samples;
 /// no number is 0.

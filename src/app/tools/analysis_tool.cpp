@@ -1,3 +1,4 @@
+#include <array>
 #include <cstdio>
 #include <optional>
 #include <string>
@@ -5,11 +6,13 @@
 #include "app/plot/plot_panes.hpp"
 #include "app/signal/correlation.hpp"
 #include "app/signal/matching.hpp"
+#include "app/signal/sampling_rate.hpp"
 #include "app/tools/pane_views.hpp"
 #include "app/tools/tools.hpp"
 #include "base/errors.hpp"
 #include "base/files.hpp"
 #include "dialogs/outcomes.hpp"
+#include "dialogs/strip.hpp"
 #include "dialogs/tool_menu.hpp"
 
 namespace torve {
@@ -52,12 +55,22 @@ void autocorrelate_into_pane(const MenuRun& menu) {
   show_result(*pane, name, autocorrelate_file(menu.text(signal), name));
 }
 
+std::string peak_line(const std::string& name, const CorrelationPeak& peak) {
+  std::array<char, 128> text;
+  std::snprintf(text.data(), text.size(), ": largest at lag %d, %.3f ms, normalised %.3f", peak.lag,
+                peak.lag * 1000.0 / sampling_rate, peak.normalised);
+  return name + text.data();
+}
+
 void correlate_into_pane(const MenuRun& menu) {
   const std::optional<int> pane = pane_of(menu.text(correlation_pane));
   if (!pane) return;
   const std::string name = correlation_name(std::to_string(*pane + 1));
-  show_result(*pane, name,
-              correlate_files(menu.text(first_signal), menu.text(second_signal), name));
+  CorrelationPeak peak;
+  const Outcome correlated =
+      correlate_files(menu.text(first_signal), menu.text(second_signal), name, {}, &peak);
+  show_result(*pane, name, correlated);
+  if (correlated.is_done()) say_in_strip(peak_line(name, peak));
 }
 
 // A comparison that is refused for its samples leaves an empty file, which is drawn. Without any

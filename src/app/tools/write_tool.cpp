@@ -1,4 +1,5 @@
 #include <cstdio>
+#include <string>
 
 #include "app/signal/au_file.hpp"
 #include "app/tools/sound_lines.hpp"
@@ -38,6 +39,8 @@ void cut(const MenuRun& menu) {
              real_field(menu.field(end_time), 0));
   std::printf("done\n");
   show_outcome(outcome);
+  const std::string remark = au_remark(menu.text(au_name));
+  if (!remark.empty()) say_in_strip(std::string(menu.text(au_name)) + ' ' + remark);
 }
 
 constexpr MenuLine lines[] = {
