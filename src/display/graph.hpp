@@ -14,6 +14,10 @@ void initgraph(int argc, char** argv);
 /// It must not show anything.
 void set_connection_lost_handler(void (*handler)());
 
+/// Says behind the title whether there is work that would be lost: to window managers that read
+/// _NET_WM_NAME. Nothing without a window.
+void mark_window_unsaved(bool unsaved);
+
 /// Shows what is left to show, then releases all that initgraph took; returns 0. May be called
 /// again: then there is nothing to do.
 int endgraph();

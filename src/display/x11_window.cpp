@@ -32,6 +32,7 @@ namespace {
 
 constexpr int window_border = 4;  // pixels
 constexpr const char* window_name = "TORVE application";
+constexpr const char* window_name_unsaved = "TORVE application *";
 constexpr const char* icon_name = "basicwin";
 constexpr const char* server_font = "9x15";
 constexpr long event_mask = KeyPressMask | ButtonPressMask | ButtonReleaseMask | ButtonMotionMask |
@@ -54,6 +55,7 @@ std::array<Atom, atom_count> atoms;
 XFontStruct* font_info = nullptr;
 XSizeHints size_hints;
 bool own_colormap = false;
+bool marked_unsaved = false;
 void (*connection_lost_handler)() = nullptr;
 XErrorHandler other_errors = nullptr;  // what the library does about an error
 
@@ -158,6 +160,13 @@ void set_size_hints() {
   size_hints.height = size_hints.min_height = screen_height * scale;
 }
 
+// WM_NAME is the title that other programs find the window by, and never changes.
+void set_long_name(const char* name) {
+  XChangeProperty(display, win, atoms[net_wm_name], atoms[utf8_string], 8, PropModeReplace,
+                  reinterpret_cast<const unsigned char*>(name),
+                  static_cast<int>(std::char_traits<char>::length(name)));
+}
+
 void name_window(int argc, char** argv) {
   const Pixmap icon =
       XCreateBitmapFromData(display, win, reinterpret_cast<const char*>(bunny_bits.data()),
@@ -170,9 +179,7 @@ void name_window(int argc, char** argv) {
   XClassHint class_hint = {instance, application};
   XSetClassHint(display, win, &class_hint);
 
-  XChangeProperty(display, win, atoms[net_wm_name], atoms[utf8_string], 8, PropModeReplace,
-                  reinterpret_cast<const unsigned char*>(window_name),
-                  static_cast<int>(std::char_traits<char>::length(window_name)));
+  set_long_name(window_name);
 }
 
 // Who we are and what we answer, so that a window manager can close the window or notice that it
@@ -280,6 +287,12 @@ void resize_window() {
 
 void set_connection_lost_handler(void (*handler)()) {
   connection_lost_handler = handler;
+}
+
+void mark_window_unsaved(bool unsaved) {
+  if (display != nullptr && unsaved != marked_unsaved)
+    set_long_name(unsaved ? window_name_unsaved : window_name);
+  marked_unsaved = unsaved;
 }
 
 int endgraph() {
