@@ -1,6 +1,7 @@
 #include "wm/canvas_paint.hpp"
 
 #include <array>
+#include <new>
 
 #include "display/screen_state.hpp"
 #include "draw/plane_copy.hpp"
@@ -13,6 +14,7 @@ namespace torve {
 namespace {
 
 FigureHooks figures;
+int scopes = 0;  // that live now
 
 using Marks = std::array<bool, wd_object_count + 1>;
 
@@ -74,6 +76,14 @@ bool shows_figures(int id) {
   return kind != nullptr && kind->shows_figures != nullptr && kind->shows_figures(id);
 }
 
+// At the end of a scope, which cannot fail. Without memory some are missing; then the reserve is
+// gone, too, and the program ends.
+void lay(void (*what)(const Rect& rect), const Rect& rect) try {
+  if (what != nullptr) what(rect);
+} catch (const std::bad_alloc&) {
+  return;
+}
+
 }  // namespace
 
 CanvasPaint::CanvasPaint(const Rect& rect, PaintOn layer) : rect_(rect), layer_(layer) {
@@ -88,11 +98,13 @@ CanvasPaint::CanvasPaint(const Rect& rect, PaintOn layer) : rect_(rect), layer_(
     take_picture_off(id);
     lifted_.push_back({id, std::move(picture)});
   }
+  if (scopes++ == 0 && figures.lift_marks != nullptr) figures.lift_marks(rect_);
   if (layer_ == PaintOn::base && figures.lift != nullptr) figures.lift(rect_);
 }
 
 CanvasPaint::~CanvasPaint() {
-  if (layer_ == PaintOn::base && figures.lay != nullptr) figures.lay(rect_);
+  if (layer_ == PaintOn::base) lay(figures.lay, rect_);
+  if (--scopes == 0) lay(figures.lay_marks, rect_);
   for (auto lifted = lifted_.rbegin(); lifted != lifted_.rend(); ++lifted) {
     WdObject& object = wd(lifted->id);
     make_background(object, false);

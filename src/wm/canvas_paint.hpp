@@ -33,11 +33,14 @@ class CanvasPaint {
 };
 
 /// How the parts of figures inside a rectangle are taken off the canvas and laid on it again, and
-/// how they are drawn over what is there, which does not become what they cover.
+/// how they are drawn over what is there, which does not become what they cover. Marks lie above
+/// the figures and are off the canvas as long as any scope lives.
 struct FigureHooks {
   void (*lift)(const Rect& rect) = nullptr;
   void (*lay)(const Rect& rect) = nullptr;
   void (*refresh)(const Rect& rect) = nullptr;
+  void (*lift_marks)(const Rect& rect) = nullptr;
+  void (*lay_marks)(const Rect& rect) = nullptr;
 };
 void set_figure_hooks(const FigureHooks& hooks);
 
