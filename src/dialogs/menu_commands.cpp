@@ -78,7 +78,9 @@ MenuPress change_field(const MenuText& menu, int field) {
     next_selection(item.text);
     result = MenuPress::next_choice;
   } else {
-    const StripNote help(field_keys);
+    // A menu that has said whose it is goes on saying so.
+    const std::string& whose = strip_text();
+    const StripNote help(whose.empty() ? field_keys : whose + ": " + field_keys);
     char before[field_room];
     std::memcpy(before, item.text, sizeof before);
     const int limit = has(item.itemflags, ItemFlags::use_maxlen) ? item.maxlen : field_length;

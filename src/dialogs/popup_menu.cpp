@@ -8,6 +8,7 @@
 #include "dialogs/menu_commands.hpp"
 #include "dialogs/menu_structure.hpp"
 #include "dialogs/serve_loop.hpp"
+#include "dialogs/strip.hpp"
 #include "display/input.hpp"
 #include "display/screen_state.hpp"
 #include "draw/rectangles.hpp"
@@ -130,6 +131,8 @@ class MenuWindow : public ServedWindow {
   ClickGestures gestures_;
 };
 
+std::string (*note_of_menu)(int id) = nullptr;
+
 [[nodiscard]] bool is_menu(int id) {
   return is_wd_id(id) && wd(id).kind == kind_popup_menu;
 }
@@ -171,8 +174,16 @@ void scroll_menu(int id, int lines) {
 }
 
 Served serve_menu(int id, const PointerEvent& press) {
+  if (note_of_menu != nullptr) {
+    const std::string note = note_of_menu(id);
+    if (!note.empty()) say_in_strip(note);
+  }
   MenuWindow window(id);
   return serve_window(window, press);
+}
+
+void set_menu_note(std::string (*note_of)(int id)) {
+  note_of_menu = note_of;
 }
 
 int pop_up_menu(int id, int mode) {

@@ -7,6 +7,8 @@
 // Colours: c1 text area and lines, c2 frame, c3 selected line, c4 fields, c5 all text.
 #pragma once
 
+#include <string>
+
 #include "text/menu_items.hpp"
 #include "wm/command.hpp"
 
@@ -33,6 +35,10 @@ void scroll_menu(int id, int lines);
 
 /// Serves a press on a menu.
 [[nodiscard]] Served serve_menu(int id, const PointerEvent& press);
+
+/// What the strip says while a menu is served, in front of anything else; empty: nothing of its
+/// own.
+void set_menu_note(std::string (*note_of)(int id));
 
 /// Ranges of the scroll bars: the lines that do not show, and the columns (0 at least).
 void init_popupmenu(int nlines, int nvisible, int linesize, int width, int* column_range,
