@@ -10,6 +10,7 @@
 #include "app/shutdown.hpp"
 #include "base/errors.hpp"
 #include "base/memory_reserve.hpp"
+#include "diagram/diagram_state.hpp"
 #include "diagram/editor.hpp"
 #include "diagram/figure_menu.hpp"
 #include "diagram/palette.hpp"
@@ -101,6 +102,8 @@ void heed_key() {
   const InputEvent key = last_event;
   if (lifted_object() != 0 || key.is_modifier) return;
   if (message_is_shown()) return hide_errormsg();
+  const int character = charcount > 0 ? static_cast<unsigned char>(keybuffer[0]) : 0;
+  if (character != 0 && diagram_key(character)) return take_reading_away();
   const bool was_read = reading_is_shown();
   if (const Gesture* gesture = gesture_of_key(key)) {
     if (was_read && gesture->reads_again)
@@ -197,7 +200,7 @@ bool main_loop_round(const JumpEntry* table) {
     return false;
   }
   if (act_on(engine_round(), table)) return true;
-  show_armed_tool();
+  show_diagram_state();
   kbhit();
   return false;
 }

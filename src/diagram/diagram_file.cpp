@@ -85,6 +85,15 @@ void print_figures() {
   }
 }
 
+// By one that has nothing unsaved, and counts its figures for itself.
+void replace_diagram(const KeptDiagram& diagram) {
+  prepare_change();
+  restart_identities();
+  restore_diagram(diagram);
+  note_change();
+  diagram_was_saved();
+}
+
 }  // namespace
 
 int save_diagram(const char* name) {
@@ -104,10 +113,13 @@ int read_diagram(const char* name) {
     return refuse(std::string(name) + " line " + std::to_string(bad_line) + " not read", bad_line);
   }
   pointer_ope();
-  prepare_change();
-  restore_diagram(*diagram);
-  note_change();
-  diagram_was_saved();
+  replace_diagram(*diagram);
+  return 0;
+}
+
+int new_diagram() {
+  exit_ope();
+  replace_diagram({});
   return 0;
 }
 

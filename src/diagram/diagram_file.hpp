@@ -11,6 +11,9 @@ int save_diagram(const char* name);
 /// no such file or a line cannot be read: the message says so, and the diagram stays.
 int read_diagram(const char* name);
 
+/// Makes the diagram an empty one; undo brings the old one back. Returns 0.
+int new_diagram();
+
 /// Writes the diagram area as an EPS file, in the place of the template "psdiagram.dat". Returns 0,
 /// or 1 after the message that it cannot be written.
 int print_diagram(const char* name);

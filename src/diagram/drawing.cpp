@@ -6,12 +6,14 @@
 #include <string>
 
 #include "diagram/label_points.hpp"
+#include "diagram/model/arcs.hpp"
 #include "display/colours.hpp"
 #include "display/screen_state.hpp"
 #include "draw/lines.hpp"
 #include "eps/eps_stream.hpp"
 #include "text/fonts.hpp"
 #include "text/text_output.hpp"
+#include "wm/canvas_paint.hpp"
 
 namespace torve {
 
@@ -26,10 +28,26 @@ std::span<std::uint32_t> slots_of(Vobj& figure, std::size_t first, std::size_t l
   return all.subspan(first, std::min(limit, all.size() - first));
 }
 
+std::vector<FigureSegment> segments_at(const Vobj& figure, const FigurePlace& place) {
+  return row_of(figure.kind).drawn_as == DrawnAs::arc ? arc_segments(figure, place)
+                                                      : figure_segments(figure.kind, place);
+}
+
+// Arcs have as many slots as they need; they are empty while an arc is off the canvas, which is
+// when it changes.
+void make_room(Vobj& figure, const std::vector<FigureSegment>& segments) {
+  if (row_of(figure.kind).drawn_as != DrawnAs::arc) return;
+  std::size_t needed = 0;
+  for (const FigureSegment& part : segments)
+    needed = std::max(needed, part.first_slot + part.slot_limit);
+  if (needed > figure.saved.size()) figure.saved.resize(needed, empty_slot);
+}
+
 // Labels and circles: a list of points, some of which coincide.
 std::vector<PixelPosition> points_of(const Vobj& figure, const FigurePlace& place) {
   const FigureKindRow& row = row_of(figure.kind);
-  if (row.drawn_as == DrawnAs::strokes || !row.shows(place)) return {};
+  const bool has_points = row.drawn_as == DrawnAs::circle || row.drawn_as == DrawnAs::text;
+  if (!has_points || !row.shows(place)) return {};
   return row.drawn_as == DrawnAs::circle ? circle_points(place) : label_points(figure.text, place);
 }
 
@@ -39,7 +57,7 @@ std::span<std::uint32_t> point_slots(Vobj& figure, std::size_t count) {
 }
 
 void erase(VectorMode mode, Vobj& figure, const FigurePlace& place) {
-  for (const FigureSegment& part : figure_segments(figure.kind, place)) {
+  for (const FigureSegment& part : segments_at(figure, place)) {
     erase_vector(mode, part.segment, slots_of(figure, part.first_slot, part.slot_limit));
   }
   const std::vector<PixelPosition> points = points_of(figure, place);
@@ -86,7 +104,8 @@ void write_points_to_eps(const Vobj& figure, const FigurePlace& place,
 }
 
 void draw(VectorMode mode, Vobj& figure, const FigurePlace& place) {
-  const std::vector<FigureSegment> parts = figure_segments(figure.kind, place);
+  const std::vector<FigureSegment> parts = segments_at(figure, place);
+  make_room(figure, parts);
   for (auto part = parts.rbegin(); part != parts.rend(); ++part) {
     draw_vector(mode, part->segment, figure.colour,
                 slots_of(figure, part->first_slot, part->slot_limit));
@@ -107,7 +126,7 @@ bool is_on_canvas(const Vobj& figure) {
 Rect box_of(const Vobj& figure) {
   Rect box;
   const auto include = [&box](int x, int y) { box = bounding_box(box, {x, y, x + 1, y + 1}); };
-  for (const FigureSegment& part : figure_segments(figure.kind, place_of(figure))) {
+  for (const FigureSegment& part : segments_of(figure)) {
     include(part.segment.x1, part.segment.y1);
     include(part.segment.x2, part.segment.y2);
   }
@@ -178,6 +197,7 @@ void lay_figures(const Rect& rect) {
 }
 
 void free_vector_objects(VectorMode mode) {
+  const CanvasPaint beneath_windows(diagram_area(), PaintOn::figures);
   while (lastvobj != nullptr) {
     if (is_on_canvas(*lastvobj)) draw_vobj(mode, lastvobj, figure_erase);
     remove_vobj(lastvobj);

@@ -1,8 +1,11 @@
 #include "diagram/figure_change.hpp"
 
+#include <new>
+
 #include "diagram/drawing.hpp"
 #include "diagram/history.hpp"
 #include "diagram/labels.hpp"
+#include "diagram/model/arcs.hpp"
 
 namespace torve {
 
@@ -24,6 +27,13 @@ void bring_to_top(Vobj* figure) {
   pick_up_cvobj();
 }
 
+// Its figure's anchor has been somewhere else.
+void take_label_along(const Vobj& figure, const FigureAnchor& before) {
+  if (figure.label == nullptr) return;
+  const FigureAnchor now = anchor_of(figure);
+  shift(figure.label, now.x - before.x, now.y - before.y);
+}
+
 bool is_on_top(const Vobj* figure) {
   if (figure->label == nullptr) return figure == lastvobj;
   return figure->label == lastvobj && figure == lastvobj->prev;
@@ -36,15 +46,37 @@ FigureChange::FigureChange(Vobj* figure)
       figure_(figure),
       anchor_(anchor_of(*figure)) {
   raise_figure(figure);
-  erase(figure->label);
-  erase(figure);
+  for (Vobj* follower : followers_of(*figure))
+    followers_.emplace_back(follower, anchor_of(*follower));
+  if (followers_.empty()) {
+    erase(figure->label);
+    erase(figure);
+  } else {
+    lift_figures(diagram_area());
+  }
 }
 
+// Without memory the figure is not drawn. Then the reserve is gone, too, and the program ends.
 FigureChange::~FigureChange() {
-  const FigureAnchor moved = anchor_of(*figure_);
-  if (Vobj* label = figure_->label) shift(label, moved.x - anchor_.x, moved.y - anchor_.y);
-  draw(figure_);
-  draw(figure_->label);
+  try {
+    finish();
+  } catch (const std::bad_alloc&) {
+    return;
+  }
+}
+
+void FigureChange::finish() {
+  take_label_along(*figure_, anchor_);
+  for (const auto& [follower, anchor] : followers_) {
+    follow_holds(*follower);
+    take_label_along(*follower, anchor);
+  }
+  if (followers_.empty()) {
+    draw(figure_);
+    draw(figure_->label);
+  } else {
+    lay_figures(diagram_area());
+  }
   note_change();
 }
 
@@ -62,6 +94,10 @@ void cut_figure(Vobj* figure) {
   close_property_menu(figure);
   const CanvasPaint beneath_windows(diagram_area(), PaintOn::figures);
   raise_figure(figure);
+  for (Vobj* follower : followers_of(*figure)) {
+    if (follower->from.figure == figure->serial) follower->from = {};
+    if (follower->to.figure == figure->serial) follower->to = {};
+  }
   erase(figure->label);
   erase(figure);
   if (figure->label != nullptr) remove_vobj(figure->label);

@@ -1,6 +1,9 @@
 // Changing figures that stand on the canvas.
 #pragma once
 
+#include <utility>
+#include <vector>
+
 #include "diagram/figure_points.hpp"
 #include "diagram/model/vobj.hpp"
 #include "wm/canvas_paint.hpp"
@@ -9,7 +12,8 @@ namespace torve {
 
 /// While one lives, a figure is the current one, the topmost, and off the canvas with its label:
 /// its points and colours may be changed. At its end both are drawn, the label having followed the
-/// figure, and the change is noted for undo.
+/// figure, and so are the arcs and texts that hold on to it, which have followed it, too. The
+/// change is noted for undo.
 class FigureChange {
  public:
   explicit FigureChange(Vobj* figure);
@@ -18,15 +22,19 @@ class FigureChange {
   FigureChange& operator=(const FigureChange&) = delete;
 
  private:
+  void finish();
+
   CanvasPaint beneath_windows_;
   Vobj* figure_;
-  FigureAnchor anchor_;  // before the change
+  FigureAnchor anchor_;                                    // before the change
+  std::vector<std::pair<Vobj*, FigureAnchor>> followers_;  // with theirs
 };
 
 /// Makes a figure the current one and brings it to the top, below its label only.
 void raise_figure(Vobj* figure);
 
-/// Takes a figure off the canvas and out of the diagram, with its label and property menu.
+/// Takes a figure off the canvas and out of the diagram, with its label and property menu. What
+/// holds on to it lets go.
 void cut_figure(Vobj* figure);
 
 }  // namespace torve

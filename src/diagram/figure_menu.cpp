@@ -15,6 +15,7 @@
 #include "dialogs/menu_table.hpp"
 #include "display/colours.hpp"
 #include "display/input.hpp"
+#include "display/screen_state.hpp"
 #include "wm/stacking.hpp"
 #include "wm/wd_object.hpp"
 
@@ -43,7 +44,7 @@ std::string colour_of(const Vobj& figure) {
 
 // The menu's figure becomes the current one, and no press is meant for it.
 void let_go() {
-  if (figure_is_in_hand()) vobjmode = mode_pointer;
+  if (figure_is_in_hand() || is_typing()) vobjmode = mode_pointer;
 }
 
 void cut(Vobj* figure) {
@@ -65,6 +66,7 @@ void copy(const Vobj& original) {
   figure->y1 = original.y1;
   figure->x2 = original.x2;
   figure->y2 = original.y2;
+  figure->bends = original.bends;
   figure->colour = original.colour;
   if (original.kind == FigureKind::label) set_label_text(figure, original.text);
   const FigureAnchor centre = centre_of(*figure);
@@ -85,6 +87,25 @@ void set_colour(Vobj* figure, const std::string& text) {
   const FigureChange redrawn(figure);
   figure->colour = colour_pixel(index);
   if (figure->label != nullptr) figure->label->colour = figure->colour;
+}
+
+// Everything but what makes it this figure; what held on to something holds on to nothing.
+void become_like(Vobj* figure, const FigureRecord& original) {
+  const int serial = figure->serial, identity = figure->identity;
+  static_cast<FigureRecord&>(*figure) = original;
+  figure->serial = serial;
+  figure->identity = identity;
+  figure->from = figure->to = {};
+  figure->phase = phase_draw;
+}
+
+// As far to the right and down as there is room, else to the other side.
+void put_beside(Vobj* figure) {
+  constexpr int distance = 20;
+  const FigureAnchor centre = centre_of(*figure);
+  const bool right = centre.x + distance <= last_diagram_column;
+  const bool down = centre.y + distance <= Y2mouse;
+  shift(figure, right ? distance : -distance, down ? distance : -distance);
 }
 
 // --- the menu -----------------------------------------------------------------------------------
@@ -151,6 +172,26 @@ void cut_current_figure() {
   close_figure_menu();
   let_go();
   cut(cvobj);
+}
+
+void double_current_figure() {
+  if (!figure_is_in_hand()) return;
+  close_figure_menu();
+  prepare_change();
+  const Vobj* original = cvobj;
+  Vobj* figure = create_vector_obj(original->kind);
+  if (figure == nullptr) return;
+  {
+    const FigureChange drawn_at_the_end(figure);
+    become_like(figure, *original);
+    put_beside(figure);
+  }
+  if (const Vobj* label = original->label) {
+    put_vlabel(VectorMode::clipped, label->x1 + figure->x1 - original->x1,
+               label->y1 + figure->y1 - original->y1, label->text);
+  }
+  vobjmode = mode_moving;
+  let_change_go_on();
 }
 
 int msc_menu_actions(int index, int* line_flags, MenuItem* items, char**) {

@@ -21,6 +21,10 @@ void close_figure_menu();
 /// The figure in hand goes, with its label; nothing when there is none.
 void cut_current_figure();
 
+/// A second figure like the one in hand, with its properties and its name, a little beside it and
+/// in the hand instead of it; nothing when there is none.
+void double_current_figure();
+
 /// What its lines do. Returns 0.
 int msc_menu_actions(int index, int* line_flags, MenuItem* items, char** lines);
 

@@ -1,6 +1,6 @@
 #include "diagram/figure_points.hpp"
 
-#include "diagram/model/figures.hpp"
+#include "diagram/model/arcs.hpp"
 #include "text/fonts.hpp"
 
 namespace torve {
@@ -62,11 +62,12 @@ void get_x3y3l(int x1, int y1, int x2, int y2, int* x3, int* y3) {
 }
 
 FigureAnchor centre_of(const Vobj& figure) {
-  return middle_of(place_of(figure));
+  return figure.kind == FigureKind::arc ? middle_of_arc(figure) : middle_of(place_of(figure));
 }
 
 FigureAnchor anchor_of(const Vobj& figure) {
-  return row_of(figure.kind).anchor(place_of(figure));
+  return figure.kind == FigureKind::arc ? middle_of_arc(figure)
+                                        : row_of(figure.kind).anchor(place_of(figure));
 }
 
 void shift(Vobj* figure, int dx, int dy) {
@@ -74,6 +75,10 @@ void shift(Vobj* figure, int dx, int dy) {
   figure->x2 += dx;
   figure->y1 += dy;
   figure->y2 += dy;
+  for (FigureAnchor& bend : figure->bends) {
+    bend.x += dx;
+    bend.y += dy;
+  }
 }
 
 }  // namespace torve

@@ -13,14 +13,14 @@ int set_x1_y1(Vobj* figure, int x, int y);
 /// Whether the second point may not lie above the first.
 [[nodiscard]] bool y1_ge_y2(const Vobj& figure);
 
-/// The middle between the points, halves cut off.
+/// The middle between the points, halves cut off; of an arc that of its middle piece.
 [[nodiscard]] FigureAnchor centre_of(const Vobj& figure);
 
-/// What the distance of its label is kept to: the first point, the middle of a line, the upper left
-/// corner of a box.
+/// What the distance of its label is kept to: the first point, the middle of a line or an arc,
+/// the upper left corner of a box.
 [[nodiscard]] FigureAnchor anchor_of(const Vobj& figure);
 
-/// Moves both points.
+/// Moves both points, and the bends.
 void shift(Vobj* figure, int dx, int dy);
 
 // Not used by the workbench itself.

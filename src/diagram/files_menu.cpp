@@ -23,6 +23,7 @@ constexpr MenuLine lines[] = {
     {.text = "Save diagram in eps, name=",
      .fields = {{{.number = 2, .text = "figure.eps"}}},
      .run = run<print_diagram>},
+    {.text = "New diagram", .run = [](const MenuRun&) { new_diagram(); }},
 };
 
 int diagram_file_actions(int index, int* line_flags, MenuItem* items, char**);

@@ -1,33 +1,83 @@
 #include "diagram/history.hpp"
 
+#include <deque>
 #include <optional>
 #include <utility>
+#include <vector>
 
 #include "diagram/editor.hpp"
 #include "diagram/figure_menu.hpp"
+#include "diagram/model/kept_diagram.hpp"
 #include "diagram/properties/property_menu.hpp"
 #include "diagram/restore.hpp"
+#include "display/graph.hpp"
 
 namespace torve {
 
 namespace {
 
-std::optional<KeptDiagram> prepared;
-std::optional<KeptDiagram> before_last_change;
-bool goes_on = false;  // the next placing belongs to the last change
-bool unsaved = false;
+using Steps = std::deque<SharedDiagram>;  // the nearest one last
+
+constexpr std::size_t most_kept =
+    4'000'000;  // figures in all steps: 64 MB, and what they differ in
+
+std::optional<SharedDiagram> prepared;
+bool noted = false;  // something has changed since
+Steps past, future;
+SharedDiagram saved;
+bool goes_on = false;    // the next placing belongs to the last change
+bool may_differ = true;  // from what the window's title says
+
+// The oldest steps go when there are too many; the last one stays.
+void forget_what_is_too_much() {
+  std::size_t kept = 0;
+  for (const SharedDiagram& step : past)
+    kept += step.size();
+  for (; kept > most_kept && past.size() > 1; past.pop_front())
+    kept -= past.front().size();
+}
+
+// The change that was prepared has come to its end, if it was one.
+void end_change() {
+  if (noted && prepared && !have_same_figures(*prepared, share_diagram())) {
+    past.push_back(std::move(*prepared));
+    forget_what_is_too_much();
+    future.clear();
+  }
+  prepared.reset();
+  noted = false;
+}
 
 // A figure in the hand is let go: it would jump to the next press.
 void let_go() {
-  const bool holds = vobjmode != mode_idle && vobjmode <= mode_armed;
-  if (holds || vobjmode == mode_moving) vobjmode = mode_pointer;
+  if (figure_is_in_hand() || is_typing()) vobjmode = mode_pointer;
   if (cvobj == nullptr && vobjmode != mode_pointer) vobjmode = mode_idle;
+}
+
+int go(Steps& from, Steps& to) {
+  if (from.empty()) return 0;
+  close_figure_menu();  // its figure may go
+  const ShownProperties shown;
+  to.push_back(share_diagram());
+  const SharedDiagram step = std::move(from.back());
+  from.pop_back();
+  std::vector<const KeptFigure*> figures;
+  figures.reserve(step.size());
+  for (const auto& figure : step)
+    figures.push_back(figure.get());
+  restore_diagram(figures);
+  shown.follow();
+  goes_on = false;
+  may_differ = true;
+  let_go();
+  return 0;
 }
 
 }  // namespace
 
 void prepare_change() {
-  prepared = keep_diagram();
+  end_change();
+  prepared = share_diagram();
   goes_on = false;
 }
 
@@ -41,37 +91,42 @@ void prepare_placing() {
 }
 
 void note_change() {
-  if (prepared) before_last_change = std::move(prepared);
-  prepared.reset();
-  unsaved = true;
+  noted = true;
+  may_differ = true;
 }
 
 int undo_ope() {
-  if (!before_last_change) return 0;
-  close_figure_menu();  // its figure may go
-  const ShownProperties shown;
-  const KeptDiagram kept = std::move(*before_last_change);
-  reset_history();
-  restore_diagram(kept);
-  shown.follow();
-  unsaved = true;
-  let_go();
-  return 0;
+  end_change();
+  return go(past, future);
+}
+
+int redo_ope() {
+  end_change();
+  return go(future, past);
 }
 
 bool diagram_is_unsaved() {
-  return unsaved;
+  return !have_same_figures(saved, share_diagram());
 }
 
 void diagram_was_saved() {
-  unsaved = false;
+  saved = share_diagram();
+  may_differ = true;
+}
+
+void show_unsaved_mark() {
+  if (!may_differ) return;
+  may_differ = false;
+  mark_window_unsaved(diagram_is_unsaved());
 }
 
 void reset_history() {
   prepared.reset();
-  before_last_change.reset();
+  noted = false;
+  past.clear();
+  future.clear();
   goes_on = false;
-  unsaved = false;
+  diagram_was_saved();
 }
 
 }  // namespace torve

@@ -1,16 +1,18 @@
 // What undo goes back to, and whether the diagram is saved.
 //
-// One step is kept: the diagram as it was before the last change. A change may turn out to be none
-// (a figure is grabbed and let go), so it is prepared first and noted when it comes.
+// The diagram is kept as it was before each change, as far back as there is room for; figures that
+// a change leaves alone are kept once. A change may turn out to be none (a figure is grabbed and
+// let go, a press draws nothing), so the diagram is kept when one may come, and compared when the
+// next one may.
 #pragma once
 
 namespace torve {
 
-/// Keeps the diagram as it is, in case a change follows.
+/// Keeps the diagram as it is, in case a change follows. The change before, if there was one, has
+/// come to its end.
 void prepare_change();
 
-/// The change has come: undo goes back to what was prepared last (once; more changes may follow
-/// it), and the diagram is not saved any more.
+/// Something has changed: undo goes back to what was prepared last. More changes may follow it.
 void note_change();
 
 /// Before a figure in hand is put in its place. That is a change of its own, but for a copy that
@@ -18,13 +20,18 @@ void note_change();
 void prepare_placing();
 void let_change_go_on();
 
-/// Goes back to before the last change; nothing when there is none. Figures that were not changed
-/// stay as they are. Returns 0.
+/// Goes back to before the last change, and forth again to after it; nothing when there is none.
+/// Figures that were not changed stay as they are. A new change leaves nothing to go forth to.
+/// Return 0.
 int undo_ope();
+int redo_ope();
 
-/// Whether there are changes since the diagram was saved or read.
+/// Whether the diagram is another one than when it was saved or read.
 [[nodiscard]] bool diagram_is_unsaved();
 void diagram_was_saved();
+
+/// Says so behind the window's title. The main loop calls it after each event.
+void show_unsaved_mark();
 
 /// No change to go back to, nothing unsaved.
 void reset_history();

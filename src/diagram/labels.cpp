@@ -1,7 +1,6 @@
 #include "diagram/labels.hpp"
 
 #include <cstdint>
-#include <cstdio>
 #include <cstring>
 #include <string>
 
@@ -13,10 +12,6 @@
 namespace torve {
 
 namespace {
-
-bool is_blank(const char* text) {
-  return text[std::strspn(text, " \t")] == 0;
-}
 
 Vobj* add_label(int x, int y, const char* text, std::uint32_t colour) {
   Vobj* label = create_vector_obj(FigureKind::label);
@@ -54,12 +49,12 @@ void put_vlabel(VectorMode mode, int x, int y, const char* text) {
   if (is_blank(kept.c_str())) return;
   Vobj* label = add_label(x, y, kept.c_str(), cvobj->colour);
   if (label == nullptr) return;
-  cvobj->label = label;
+  link_label(cvobj, label);
   show(mode, label);
 }
 
 void set_label_text(Vobj* label, const char* text) {
-  std::snprintf(label->text, sizeof label->text, "%s", text);
+  store_text(label->text, text);
   set_x1_y1(label, label->x1, label->y1);
 }
 

@@ -44,6 +44,8 @@ constexpr MenuLine lines[] = {
     {.text = "Undo", .run = run<undo_ope>},
     {.text = "Files", .run = run<open_diagram_files>},
     {.text = "Leave tool", .run = run<exit_ope>},
+    {.text = "Arc", .run = use_tool<arc_ope>},
+    {.text = "Text", .run = use_tool<text_ope>},
 };
 static_assert(lines[pointer_line].run == use_tool<pointer_ope>);
 

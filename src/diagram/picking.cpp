@@ -4,22 +4,15 @@
 #include <cmath>
 
 #include "diagram/figure_points.hpp"
-#include "diagram/model/figures.hpp"
+#include "diagram/model/arcs.hpp"
 #include "display/input.hpp"
 
 namespace torve {
 
 namespace {
 
-constexpr int grab_reach = 2;            // columns beside a point that no longer hit it
-constexpr int properties_reach = 5;      // the same for the property menu
 constexpr int least_tolerance = 2;       // rows
 constexpr double tolerance_share = 0.1;  // of a figure's height
-
-int tolerance_of(const Vobj& figure) {
-  const int share = static_cast<int>((figure.y2 - figure.y1) * tolerance_share);
-  return std::max(share, least_tolerance);
-}
 
 bool beside(int column, int x, int reach) {
   return column - reach < x && x < column + reach;
@@ -27,16 +20,21 @@ bool beside(int column, int x, int reach) {
 
 constexpr double ink_reach = 4;  // pixels
 
-double distance_to(const VectorSegment& segment, double x, double y) {
-  const double dx = segment.x2 - segment.x1;
-  const double dy = segment.y2 - segment.y1;
-  const double length2 = dx * dx + dy * dy;
-  const double along = (x - segment.x1) * dx + (y - segment.y1) * dy;
-  const double part = length2 > 0 ? std::clamp(along / length2, 0.0, 1.0) : 0;
-  return std::hypot(segment.x1 + part * dx - x, segment.y1 + part * dy - y);
+// Which of an arc's bends a press is on; as many as there are for none.
+std::size_t bend_at(const Vobj& arc, const PointerEvent& press) {
+  std::size_t bend = 0;
+  while (bend < arc.bends.size() && !(beside(arc.bends[bend].x, press.x, grab_reach) &&
+                                      beside(arc.bends[bend].y, press.y, grab_reach)))
+    ++bend;
+  return bend;
 }
 
 }  // namespace
+
+int tolerance_of(const Vobj& figure) {
+  const int share = static_cast<int>((figure.y2 - figure.y1) * tolerance_share);
+  return std::max(share, least_tolerance);
+}
 
 FigurePart part_at(const Vobj& figure, const PointerEvent& press) {
   const int x = press.x;
@@ -60,10 +58,7 @@ FigurePart part_at(const Vobj& figure, const PointerEvent& press) {
 
 bool a_figure_lies_at(int x, int y) {
   for (const Vobj* figure = firstvobj; figure != nullptr; figure = figure->next) {
-    if (!is_seen(*figure)) continue;
-    for (const auto& [segment, slot, limit] : figure_segments(figure->kind, place_of(*figure))) {
-      if (distance_to(segment, x, y) <= ink_reach) return true;
-    }
+    if (is_seen(*figure) && ink_distance(*figure, x, y) <= ink_reach) return true;
   }
   return false;
 }
@@ -73,6 +68,9 @@ PickedFigure picked_at(const PointerEvent& press) {
     if (figure->phase == 0) continue;
     const FigurePart part = part_at(*figure, press);
     if (part != FigurePart::none) return {figure, part};
+    const std::size_t bend = bend_at(*figure, press);
+    if (press.button == first_button && bend < figure->bends.size())
+      return {figure, FigurePart::bend, bend};
   }
   return {};
 }

@@ -1,7 +1,7 @@
 #include "diagram/restore.hpp"
 
-#include <algorithm>
-#include <utility>
+#include <unordered_set>
+#include <vector>
 
 #include "diagram/drawing.hpp"
 #include "diagram/labels.hpp"
@@ -10,11 +10,6 @@
 namespace torve {
 
 namespace {
-
-bool is_kept(const KeptDiagram& kept, int serial) {
-  return std::any_of(kept.begin(), kept.end(),
-                     [serial](const KeptFigure& figure) { return figure.record.serial == serial; });
-}
 
 template <typename Wanted, typename Do>
 void for_figures(Wanted wanted, Do what) {
@@ -31,43 +26,48 @@ void move_to_end(Vobj* figure) {
 }
 
 // The figure as it was, at the end of the list.
-void bring_back(const KeptFigure& kept) {
-  Vobj* figure = figure_of(kept.record.serial);
+void bring_back(const FigureRecord& kept) {
+  Vobj* figure = figure_of(kept.serial);
   if (figure == nullptr) {
-    figure = create_vector_obj(kept.record.kind);
+    figure = create_vector_obj(kept.kind, kept.serial, kept.identity);
     if (figure == nullptr) return;
   } else {
     move_to_end(figure);
   }
-  Vobj record = kept.record;
-  record.next = figure->next;
-  record.prev = figure->prev;
-  record.menu_id = figure->menu_id;
-  record.saved = std::move(figure->saved);
-  record.label = nullptr;
-  *figure = std::move(record);
+  static_cast<FigureRecord&>(*figure) = kept;
 }
 
-void link_label(const KeptFigure& kept) {
-  if (Vobj* owner = figure_of(kept.record.serial)) owner->label = figure_of(kept.label);
+void put_label_back(const KeptFigure& kept) {
+  if (Vobj* owner = figure_of(kept.record.serial)) link_label(owner, figure_of(kept.label));
 }
 
 }  // namespace
 
-void restore_diagram(const KeptDiagram& kept) {
-  const auto goes = [&kept](const Vobj& figure) {
-    return figure.phase != 0 && !is_kept(kept, figure.serial);
+void restore_diagram(std::span<const KeptFigure* const> kept) {
+  std::unordered_set<int> serials;
+  for (const KeptFigure* figure : kept)
+    serials.insert(figure->record.serial);
+  const auto goes = [&serials](const Vobj& figure) {
+    return figure.phase != 0 && serials.count(figure.serial) == 0;
   };
   for_figures(goes, close_property_menu);  // not while the windows are off the canvas
   const CanvasPaint beneath_windows(diagram_area(), PaintOn::figures);
   lift_figures();
   for_figures(goes, remove_vobj);
-  for (const KeptFigure& figure : kept)
-    bring_back(figure);
-  for (const KeptFigure& figure : kept)
-    link_label(figure);
+  for (const KeptFigure* figure : kept)
+    bring_back(figure->record);
+  for (const KeptFigure* figure : kept)
+    put_label_back(*figure);
   for_figures([](const Vobj& figure) { return figure.phase == 0; }, move_to_end);
   lay_figures();
+}
+
+void restore_diagram(const KeptDiagram& kept) {
+  std::vector<const KeptFigure*> figures;
+  figures.reserve(kept.size());
+  for (const KeptFigure& figure : kept)
+    figures.push_back(&figure);
+  restore_diagram(figures);
 }
 
 }  // namespace torve

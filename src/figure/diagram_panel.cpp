@@ -8,8 +8,8 @@
 #include <string_view>
 
 #include "base/files.hpp"
+#include "diagram/model/arcs.hpp"
 #include "diagram/model/diagram_text.hpp"
-#include "diagram/model/figures.hpp"
 
 namespace torve {
 
@@ -63,9 +63,9 @@ struct Shape {
   }
 };
 
-void add_strokes(Shape& shape, const Vobj& figure) {
+void add_strokes(Shape& shape, const FigureRecord& figure) {
   Lines strokes = {.ink = {figure.colour, line_width}, .lines = {}};
-  for (const FigureSegment& part : figure_segments(figure.kind, place_of(figure))) {
+  for (const FigureSegment& part : segments_of(figure)) {
     const VectorSegment& s = part.segment;
     strokes.lines.push_back({{1.0 * s.x1, 1.0 * s.y1}, {1.0 * s.x2, 1.0 * s.y2}});
     const auto [left, right] = std::minmax(s.x1, s.x2);
@@ -75,7 +75,7 @@ void add_strokes(Shape& shape, const Vobj& figure) {
   if (!strokes.lines.empty()) shape.parts.items.emplace_back(strokes);
 }
 
-void add_circle(Shape& shape, const Vobj& figure) {
+void add_circle(Shape& shape, const FigureRecord& figure) {
   const auto& [x1, y1, x2, y2] = place_of(figure);
   const Point centre = {(x1 + x2) / 2.0, (y1 + y2) / 2.0};
   const double radius = std::abs(x2 - x1) / 2.0;
@@ -83,7 +83,7 @@ void add_circle(Shape& shape, const Vobj& figure) {
   shape.include({centre.x - radius, centre.y - radius, centre.x + radius, centre.y + radius});
 }
 
-void add_text(Shape& shape, const Vobj& figure) {
+void add_text(Shape& shape, const FigureRecord& figure) {
   const std::string text = label_text(figure.text);
   const Point at = {1.0 * figure.x1, figure.y1 + base_line};
   if (text.empty()) return;
@@ -92,10 +92,10 @@ void add_text(Shape& shape, const Vobj& figure) {
   shape.include({at.x, 1.0 * figure.y1, at.x + widest(text, letter_size), at.y + 3});
 }
 
-void add_figure(Shape& shape, const Vobj& figure) {
+void add_figure(Shape& shape, const FigureRecord& figure) {
   const FigureKindRow& row = row_of(figure.kind);
-  if (!row.shows(place_of(figure))) return;
-  if (row.drawn_as == DrawnAs::strokes) add_strokes(shape, figure);
+  if (!shows(figure)) return;
+  if (row.drawn_as == DrawnAs::strokes || row.drawn_as == DrawnAs::arc) add_strokes(shape, figure);
   if (row.drawn_as == DrawnAs::circle) add_circle(shape, figure);
   if (row.drawn_as == DrawnAs::text) add_text(shape, figure);
 }

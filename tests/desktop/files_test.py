@@ -1,7 +1,7 @@
 """Pictures of a pane, as other programs show them."""
 
 import numpy as np
-from network import FRAME, LEAVE, Editor
+from network import FRAME, LEAVE, PALETTE, Editor
 from pictures import BLACK, WHITE, cut, printed, read_with, same
 from workbench import PRINT, READ
 
@@ -11,6 +11,7 @@ def test_what_is_drawn_over_a_pane_is_in_its_gif_picture_and_a_menu_is_not(desk)
     editor = Editor(desk, 100, 535)
     editor.draw(FRAME, (100, 200), (300, 300))
     editor.choose(LEAVE)
+    desk.close(PALETTE)  # it lies over that pane
     screen = desk.screenshot()
     desk.open(READ)
     reader = desk.move(READ, 160, 200)

@@ -3,8 +3,8 @@
 from workbench import BOX, Menu
 
 # Lines of the palette, of the menu behind "files", of a picked figure's menu.
-POINTER, NODE, NODE_B, NODE_C, QUEUE, TELEPHONE, FRAME, LINE, ARROW, UNDO, FILES, LEAVE = range(12)
-SAVE, READ_BACK, PRINT_OUT = range(3)
+POINTER, NODE, NODE_B, NODE_C, QUEUE, TELEPHONE, FRAME, LINE, ARROW, UNDO, FILES, LEAVE, ARC, TEXT = range(14)
+SAVE, READ_BACK, PRINT_OUT, NEW = range(4)
 CUT, COPY, COLOUR = range(3)
 
 PALETTE, DIAGRAM_FILES = Menu(680, 0, 120), Menu(200, 0, 480)

@@ -7,7 +7,9 @@
 #include <tuple>
 
 #include "app/main_loop.hpp"
+#include "diagram/arc_editing.hpp"
 #include "diagram/diagram_file.hpp"
+#include "diagram/diagram_state.hpp"
 #include "diagram/drawing.hpp"
 #include "diagram/editor.hpp"
 #include "diagram/figure_change.hpp"
@@ -18,6 +20,7 @@
 #include "diagram/model/diagram_text.hpp"
 #include "diagram/palette.hpp"
 #include "diagram/picking.hpp"
+#include "diagram/text_editing.hpp"
 #include "dialogs/input_window.hpp"
 #include "dialogs/install.hpp"
 #include "dialogs/menu_structure.hpp"
@@ -36,7 +39,7 @@ namespace torve {
 namespace {
 
 constexpr int palette_id = 2, figure_menu_id = 14, last_id = 40;
-constexpr int palette_lines = 12, undo_line = 9, copy_line = 1, color_line = 2;
+constexpr int palette_lines = 14, undo_line = 9, copy_line = 1, color_line = 2;
 
 class DiagramUsers : public ScreenTest, protected Hands {
  protected:
@@ -162,7 +165,7 @@ class DiagramUsers : public ScreenTest, protected Hands {
     const bool in_hand = figure_is_in_hand();
     cut_current_figure();
     if (in_hand) undo_ope();
-    show_armed_tool();  // as the main loop does
+    show_diagram_state();  // as the main loop does
     EXPECT_TRUE(looks_of_all() == before) << "cut and undone";
   }
 
@@ -249,6 +252,8 @@ class DiagramUsers : public ScreenTest, protected Hands {
   static int line_of_mode() {
     constexpr int of_kinds[] = {8, 1, 4, 7, 6, 5, -1, -1, 2, 3};
     if (vobjmode == mode_idle) return -1;
+    if (vobjmode == mode_arc_armed) return 12;
+    if (vobjmode == mode_text_armed) return 13;
     return vobjmode == mode_pointer ? 0 : of_kinds[vobjmode - mode_armed - 1];
   }
 
@@ -256,7 +261,8 @@ class DiagramUsers : public ScreenTest, protected Hands {
     ASSERT_EQ(canvas_fault(base_), "");
     ASSERT_TRUE(X2mouse == 799 && Y2mouse >= 594) << "the pointer is shut in";
     const bool says = vobjmode == mode_idle || vobjmode == mode_pointer ||
-                      (vobjmode > mode_armed && vobjmode <= mode_armed + 10);
+                      (vobjmode > mode_armed && vobjmode <= mode_armed + 10) ||
+                      vobjmode == mode_arc_armed;
     for (int line = 0; says && line < wd(palette_id).line_count; ++line)
       ASSERT_EQ(wd(palette_id).line_flags[line] & 1, line == line_of_mode() ? 1 : 0) << line;
     for (const Vobj* figure = firstvobj; figure != nullptr; figure = figure->next) {
@@ -272,11 +278,14 @@ class DiagramUsers : public ScreenTest, protected Hands {
     one_in(2) ? draw_something() : pick_something();
     play();
     if (!diagram_is_unsaved()) return;
+    const std::multiset<Looks> after = looks_of_all();
     run_line(palette_id, undo_line);
     if (!is_eligible(wd(palette_id))) undo_ope();
     play();
-    if (one_in(2)) undo_ope();  // there is only one step
     EXPECT_TRUE(looks_of_all() == before) << "undone";
+    type("\x19"), play();  // Control and Y
+    EXPECT_TRUE(looks_of_all() == after) << "done again";
+    if (one_in(2)) undo_ope();
   }
 
   void save_remove_and_read() {
@@ -288,6 +297,7 @@ class DiagramUsers : public ScreenTest, protected Hands {
     ASSERT_TRUE(all_pixels() == base_);
     ASSERT_EQ(read_diagram("a.vob"), 0);
     EXPECT_EQ(diagram_to_text(keep_diagram()), text);
+    exit_ope(), show_diagram_state();
     ASSERT_TRUE(all_pixels() == pixels);
   }
 

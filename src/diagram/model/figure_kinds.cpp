@@ -4,6 +4,8 @@
 #include <array>
 #include <cstdlib>
 
+#include "diagram/model/arcs.hpp"
+#include "diagram/model/figure_properties.hpp"
 #include "diagram/model/figures.hpp"
 #include "diagram/model/vobj.hpp"
 
@@ -130,53 +132,75 @@ FigureAnchor upper_left(const FigurePlace& place) {
   return {std::min(place.x1, place.x2), std::min(place.y1, place.y2)};
 }
 
-FigureLabel name_above_head(const Vobj& node) {
+FigureLabel name_above_head(const FigureRecord& node) {
   constexpr int left = 10;  // of the first point, pixels
   constexpr int above = 20;
   return {node.x1 - left, node.y1 - above, node.name};
 }
 
-FigureLabel name_above_box(const Vobj& box) {
+FigureLabel name_above_box(const FigureRecord& box) {
   constexpr int above = 12;  // of the upper edge, pixels
   const FigureAnchor corner = upper_left(place_of(box));
   return {corner.x, corner.y - above, box.name};
 }
 
-FigureLabel servers_beside_middle(const Vobj& line) {
+FigureLabel servers_beside_middle(const FigureRecord& line) {
   constexpr int right = 4;  // of the middle, pixels
   constexpr int above = 14;
   const FigureAnchor centre = middle_of(place_of(line));
   return {centre.x + right, centre.y - above, std::to_string(line.servers)};
 }
 
+// What of an arc's probability, class and name there is.
+FigureLabel names_beside_middle(const FigureRecord& arc) {
+  constexpr int right = 4;  // of the middle of its middle piece, pixels
+  constexpr int above = 14;
+  std::string text;
+  const auto append = [&text](const std::string& part) {
+    if (!text.empty() && !part.empty()) text += ' ';
+    text += part;
+  };
+  if (arc.probability != no_probability) append(shown_real(arc.probability));
+  append(arc.job_class);
+  append(arc.name);
+  const FigureAnchor middle = middle_of_arc(arc);
+  return {middle.x + right, middle.y - above, text};
+}
+
 // --- the rows -----------------------------------------------------------------------------------
 
 constexpr int label_height = 10;
 
-constexpr std::array<FigureKindRow, 10> rows = {{
+constexpr std::array<FigureKindRow, 11> rows = {{
     {.kind = FigureKind::arrow,
      .word = "arrow",
+     .title = "Arrow",
      .shows = when_points_differ,
      .anchor = first_point,
      .strokes = arrow_strokes,
      .has_head = true},
     {.kind = FigureKind::node,
      .word = "node",
+     .title = "Node",
      .upright = Upright::yes,
      .shows = when_rows_differ,
      .anchor = first_point,
      .label = name_above_head,
      .menu = FigureMenu::node,
-     .strokes = node_strokes},
+     .strokes = node_strokes,
+     .holds = true},
     {.kind = FigureKind::queue,
      .word = "queue",
+     .title = "Queue",
      .upright = Upright::yes,
      .shows = when_rows_differ,
      .anchor = first_point,
      .menu = FigureMenu::queue,
-     .strokes = queue_strokes},
+     .strokes = queue_strokes,
+     .holds = true},
     {.kind = FigureKind::vline,
      .word = "vline",
+     .title = "Line",
      .shows = when_points_differ,
      .anchor = middle_of,
      .label = servers_beside_middle,
@@ -184,47 +208,66 @@ constexpr std::array<FigureKindRow, 10> rows = {{
      .strokes = vline_strokes},
     {.kind = FigureKind::vbox,
      .word = "vbox",
+     .title = "Box",
      .shows = when_points_differ,
      .anchor = upper_left,
      .label = name_above_box,
      .menu = FigureMenu::vbox,
      .strokes = vbox_strokes,
+     .holds = true,
      .held_slots = vbox_held},
     {.kind = FigureKind::tel,
      .word = "tel",
+     .title = "Telephone",
      .width = tel_width,
      .height = tel_height,
      .shows = when_points_differ,
      .anchor = first_point,
      .menu = FigureMenu::tel,
-     .strokes = tel_strokes},
+     .strokes = tel_strokes,
+     .holds = true},
     {.kind = FigureKind::label,
      .word = "label",
+     .title = "Text",
      .height = label_height,
      .shows = when_points_differ,
      .anchor = first_point,
      .drawn_as = DrawnAs::text},
     {.kind = FigureKind::vcircle,
      .word = "circle",
+     .title = "Circle",
      .shows = always,
      .anchor = first_point,
      .drawn_as = DrawnAs::circle},
     {.kind = FigureKind::nodeb,
      .word = "nodeb",
+     .title = "Node b",
      .upright = Upright::yes,
      .shows = when_rows_differ,
      .anchor = first_point,
      .label = name_above_head,
      .menu = FigureMenu::nodeb,
-     .strokes = nodeb_strokes},
+     .strokes = nodeb_strokes,
+     .holds = true},
     {.kind = FigureKind::nodec,
      .word = "nodec",
+     .title = "Node c",
      .upright = Upright::when_the_second_moves,
      .shows = when_rows_differ,
      .anchor = first_point,
      .label = name_above_head,
      .menu = FigureMenu::nodeb,
-     .strokes = nodec_strokes},
+     .strokes = nodec_strokes,
+     .holds = true},
+    {.kind = FigureKind::arc,
+     .word = "arc",
+     .title = "Arc",
+     .shows = when_points_differ,
+     .anchor = middle_of,
+     .label = names_beside_middle,
+     .menu = FigureMenu::arc,
+     .drawn_as = DrawnAs::arc,
+     .held_slots = 40},  // of its head; the pieces take what they need
 }};
 
 // --- what the compiler checks -------------------------------------------------------------------

@@ -1,6 +1,6 @@
 // The kinds of figures: a row each, from which drawing, mouse, files and menus take what they need.
 //
-// A figure is drawn as strokes between its two points, as a circle or as a text. It keeps the
+// A figure is drawn as strokes between its two points, as a circle, a text or an arc. It keeps the
 // pixels that it covers in slots; every stroke has a part of them of its own, so that each pixel
 // is put back by the stroke that has covered it.
 #pragma once
@@ -11,7 +11,7 @@
 
 namespace torve {
 
-struct Vobj;
+struct FigureRecord;
 
 enum class FigureKind {
   arrow = 1,
@@ -24,6 +24,7 @@ enum class FigureKind {
   vcircle = 8,
   nodeb = 9,
   nodec = 10,
+  arc = 11,
 };
 
 /// Where a figure stands.
@@ -33,6 +34,7 @@ struct FigurePlace {
 
 struct FigureAnchor {
   int x = 0, y = 0;
+  bool operator==(const FigureAnchor&) const = default;
 };
 
 /// The middle between the points, halves cut off.
@@ -78,25 +80,27 @@ struct Stroke {
 /// Whether the two points of a figure stay in one column.
 enum class Upright { no, yes, when_the_second_moves };
 
-enum class DrawnAs { strokes, circle, text };
+enum class DrawnAs { strokes, circle, text, arc };
 
 /// Which property menu tells about the model that a figure stands for.
-enum class FigureMenu { none, node, nodeb, vbox, vline, queue, tel };
-inline constexpr std::size_t figure_menu_count = 7;
+enum class FigureMenu { none, node, nodeb, vbox, vline, queue, tel, arc };
+inline constexpr std::size_t figure_menu_count = 8;
 
 struct FigureKindRow {
   FigureKind kind;
-  const char* word;  // in files
+  const char* word;   // in files
+  const char* title;  // for people
   Upright upright = Upright::no;
   int width = 0,
       height = 0;  // of kinds whose size is fixed, pixels; the width of a text is its own
-  bool (*shows)(const FigurePlace& place);             // whether anything of it is to be seen
-  FigureAnchor (*anchor)(const FigurePlace& place);    // what the distance of its label is kept to
-  FigureLabel (*label)(const Vobj& figure) = nullptr;  // what its menu writes beside it
+  bool (*shows)(const FigurePlace& place);           // whether anything of it is to be seen
+  FigureAnchor (*anchor)(const FigurePlace& place);  // what the distance of its label is kept to
+  FigureLabel (*label)(const FigureRecord& figure) = nullptr;  // what its menu writes beside it
   FigureMenu menu = FigureMenu::none;
   DrawnAs drawn_as = DrawnAs::strokes;
   std::span<const Stroke> strokes = {};  // in the order in which they are erased
   bool has_head = false;                 // an arrow's
+  bool holds = false;                    // arcs and texts hold on to it
   std::size_t held_slots = 1000;
 };
 

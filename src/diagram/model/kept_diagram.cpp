@@ -1,15 +1,50 @@
 #include "diagram/model/kept_diagram.hpp"
 
+#include <algorithm>
+#include <unordered_map>
+#include <utility>
+
+#include "diagram/model/figure_properties.hpp"
+
 namespace torve {
+
+KeptFigure keep_figure(const Vobj& figure) {
+  KeptFigure kept = {figure, figure.label != nullptr ? figure.label->serial : 0};
+  kept.record.phase = phase_on_canvas | phase_draw;
+  settle_codes(kept.record);
+  return kept;
+}
 
 KeptDiagram keep_diagram() {
   KeptDiagram kept;
   for (const Vobj* figure = firstvobj; figure != nullptr; figure = figure->next) {
-    if (!is_seen(*figure)) continue;
-    kept.push_back({*figure, figure->label != nullptr ? figure->label->serial : 0});
-    kept.back().record.saved.clear();
+    if (is_seen(*figure)) kept.push_back(keep_figure(*figure));
   }
   return kept;
+}
+
+SharedDiagram share_diagram() {
+  SharedDiagram shared;
+  for (Vobj* figure = firstvobj; figure != nullptr; figure = figure->next) {
+    if (!is_seen(*figure)) continue;
+    KeptFigure now = keep_figure(*figure);
+    if (figure->kept == nullptr || !(*figure->kept == now))
+      figure->kept = std::make_shared<const KeptFigure>(std::move(now));
+    shared.push_back(figure->kept);
+  }
+  return shared;
+}
+
+bool have_same_figures(const SharedDiagram& one, const SharedDiagram& other) {
+  if (one.size() != other.size()) return false;
+  std::unordered_map<int, const KeptFigure*> figures;
+  for (const auto& figure : one)
+    figures.emplace(figure->record.serial, figure.get());
+  return std::all_of(other.begin(), other.end(), [&figures](const auto& figure) {
+    const auto found = figures.find(figure->record.serial);
+    if (found == figures.end()) return false;
+    return found->second == figure.get() || *found->second == *figure;
+  });
 }
 
 }  // namespace torve

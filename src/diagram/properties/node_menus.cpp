@@ -7,26 +7,18 @@ namespace torve {
 
 namespace {
 
+consteval PropertyField field(int number, std::string_view key) {
+  return shown({.number = number}, FigureMenu::node, key);
+}
+
 constexpr PropertyLine lines[] = {
-    {.text = "Servers ",
-     .fields = {{{.place = {.number = 0}, .integer = integer_of<&Vobj::servers>}}}},
-    {.text = "PS-mode ",
-     .fields =
-         {{{.place = {.number = 1}, .integer = integer_of<&Vobj::ps_mode>, .words = ps_modes}}}},
-    {.text = "Selection rule ",
-     .fields = {{{.place = {.number = 2},
-                  .integer = integer_of<&Vobj::selection_rule>,
-                  .words = selection_rules}}}},
-    {.text = "Exit filter ",
-     .fields = {{{.place = {.number = 3},
-                  .integer = integer_of<&Vobj::exit_filter>,
-                  .words = exit_filters}}}},
-    {.text = "Name ", .fields = {{{.place = {.number = 4}}}}},
-    {.text = "Queue length ", .fields = {{{.place = {.number = 5}, .real = value_of<4>}}}},
+    {.text = "Servers ", .fields = {{field(0, "servers")}}},
+    {.text = "PS-mode ", .fields = {{field(1, "ps_mode")}}},
+    {.text = "Selection rule ", .fields = {{field(2, "selection_rule")}}},
+    {.text = "Exit filter ", .fields = {{field(3, "exit_filter")}}},
+    {.text = "Name ", .fields = {{field(4, "name")}}},
+    {.text = "Queue length ", .fields = {{field(5, "value4")}}},
 };
-// Boxes and lines have the first lines of a node's menu.
-constexpr int lines_of_a_box = 5;
-constexpr int lines_of_a_line = 3;
 
 constexpr PropertyMenu node_menu = {
     .lines = lines,
@@ -34,12 +26,12 @@ constexpr PropertyMenu node_menu = {
 };
 
 constexpr PropertyMenu vbox_menu = {
-    .lines = PropertyLines(lines).first(lines_of_a_box),
+    .lines = PropertyLines(lines).first(properties_of_a_box),
     .action = vbox_menu_actions,
 };
 
 constexpr PropertyMenu vline_menu = {
-    .lines = PropertyLines(lines).first(lines_of_a_line),
+    .lines = PropertyLines(lines).first(properties_of_a_line),
     .action = vline_menu_actions,
 };
 

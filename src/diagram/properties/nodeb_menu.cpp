@@ -22,24 +22,16 @@ constexpr std::size_t most_bytes = 1 << 16;
 constexpr int longest_name_line = 100;  // characters of a line of the file that count
 constexpr int longest_name = 18;        // a blank and a field come behind it on a line of 49
 
-constexpr int attribute_count = 10;
 using Labels = std::array<std::string, attribute_count + 1>;
 
 // Their texts are written when the menu is made.
-constexpr PropertyLine attribute_lines[] = {
-    {.fields = {{{.place = {.number = 0}}}}},
-    {.fields = {{{.place = {.number = 1}, .integer = integer_of<&Vobj::servers>}}}},
-    {.fields = {{{.place = {.number = 2}, .integer = integer_of<&Vobj::ps_mode>}}}},
-    {.fields = {{{.place = {.number = 3}, .integer = integer_of<&Vobj::selection_rule>}}}},
-    {.fields = {{{.place = {.number = 4}, .integer = integer_of<&Vobj::exit_filter>}}}},
-    {.fields = {{{.place = {.number = 5}, .real = value_of<1>}}}},
-    {.fields = {{{.place = {.number = 6}, .real = value_of<2>}}}},
-    {.fields = {{{.place = {.number = 7}, .real = value_of<3>}}}},
-    {.fields = {{{.place = {.number = 8}, .real = value_of<4>}}}},
-    {.fields = {{{.place = {.number = 9}, .integer = int_of<1>}}}},
-    {.fields = {{{.place = {.number = 10}, .integer = int_of<2>}}}},
-};
-static_assert(std::size(attribute_lines) == attribute_count + 1);
+consteval std::array<PropertyLine, attribute_count + 1> lines_with_numbers() {
+  std::array<PropertyLine, attribute_count + 1> lines = {};
+  for (std::size_t i = 0; i < lines.size(); ++i)
+    lines[i].fields[0] = {{.number = static_cast<int>(i)}, nodeb_properties[i]};
+  return lines;
+}
+constexpr auto attribute_lines = lines_with_numbers();
 
 Labels default_labels() {
   Labels labels = {"Name "};
@@ -65,7 +57,19 @@ std::string name_in(std::string line) {
   return line.substr(0, line.find_last_not_of(" \t\r") + 1);
 }
 
-Labels labels_of_site() {
+// What the figure's numbers are called, for whoever reads the diagram without this site's file.
+void keep_names(Vobj& figure, const Labels& labels) {
+  const Labels defaults = default_labels();
+  figure.attributes.clear();
+  if (labels == defaults) return;
+  figure.attributes.resize(attribute_count);
+  for (std::size_t i = 1; i < labels.size(); ++i) {
+    const std::string& label = labels.at(i);
+    if (label != defaults.at(i)) figure.attributes[i - 1] = label.substr(0, label.size() - 1);
+  }
+}
+
+Labels labels_of_site(Vobj& figure) {
   Labels labels = default_labels();
   const FilePtr file = open_data_file(names_file, DataKind::include, "r");
   if (file == nullptr) {
@@ -76,6 +80,7 @@ Labels labels_of_site() {
   std::string line;
   for (std::size_t i = 1; i < labels.size() && std::getline(lines, line); ++i)
     labels.at(i) = name_in(line.substr(0, longest_name_line)) + " ";
+  keep_names(figure, labels);
   return labels;
 }
 
@@ -88,7 +93,7 @@ constexpr PropertyMenu nodeb_menu = {
 
 int fill_nodebmenu(Vobj* figure, int id, int x, int y) {
   if (figure == nullptr) return 1;
-  const Labels labels = labels_of_site();
+  const Labels labels = labels_of_site(*figure);
   std::array<const char*, attribute_count + 1> lines;
   for (std::size_t i = 0; i < lines.size(); ++i)
     lines.at(i) = labels.at(i).c_str();

@@ -1,56 +1,23 @@
 #include "diagram/properties/property_fields.hpp"
 
-#include <algorithm>
-#include <array>
-#include <charconv>
 #include <cstdint>
-#include <cstdio>
 #include <cstring>
-#include <limits>
 
 #include "diagram/properties/number_fields.hpp"
+#include "diagram/properties/vocabulary.hpp"
 
 namespace torve {
 
 namespace {
 
-constexpr int significant_digits = 6;  // of "%g"
-
-// "%g" in the C locale, whatever the locale of the process is.
-std::string real_text(double value) {
-  std::array<char, field_room> text;
-  const auto end = std::to_chars(text.data(), text.data() + text.size(), value,
-                                 std::chars_format::general, significant_digits);
-  return {text.data(), end.ptr};
-}
-
-struct CodeAndNumber {
-  int code;
-  int number;  // behind the word
-};
-
-CodeAndNumber split(const PropertyField& field, int stored) {
-  if (field.code_bits == 0) return {stored, 0};
-  const int codes = 1 << field.code_bits;
-  return {stored & (codes - 1), stored >> field.code_bits};
-}
-
-int join(const PropertyField& field, CodeAndNumber parts) {
-  if (field.code_bits == 0) return parts.code;
-  const int codes = 1 << field.code_bits;
-  const int lowest = std::numeric_limits<int>::min() / codes;
-  const int highest = std::numeric_limits<int>::max() / codes;
-  return std::clamp(parts.number, lowest, highest) * codes + parts.code;
-}
-
-std::string word_text(const PropertyField& field, int& stored) {
-  CodeAndNumber parts = split(field, stored);
+std::string word_text(const FigureProperty& property, int& stored) {
+  CodeAndNumber parts = split_code(property, stored);
   char word[field_room] = {};
-  if (cnvtbl_i_to_s(field.words, parts.code, word) != 0) {
-    cnvtbl_set(field.words, field.first_entry, word, &parts.code);
-    stored = join(field, parts);
+  if (cnvtbl_i_to_s(property.words, parts.code, word) != 0) {
+    cnvtbl_set(property.words, property.first_entry, word, &parts.code);
+    stored = join_code(property, parts);
   }
-  return field.code_bits == 0 ? word : word + (' ' + std::to_string(parts.number));
+  return property.code_bits == 0 ? word : word + (' ' + std::to_string(parts.number));
 }
 
 const char* skip_blanks(const char* text) {
@@ -78,14 +45,14 @@ bool read_whole(const char* text, std::int32_t* value) {
   return false;
 }
 
-void store_word(const PropertyField& field, int& stored, const char* text) {
+void store_word(const FigureProperty& property, int& stored, const char* text) {
   CodeAndNumber parts = {};
-  if (cnvtbl_s_to_i(field.words, text, &parts.code) != 0) return;
+  if (cnvtbl_s_to_i(property.words, text, &parts.code) != 0) return;
   std::int32_t number = 0;
-  const char* behind = skip_blanks(text_behind_word(field.words, text));
-  if (field.code_bits != 0 && *behind != 0 && !read_whole(behind, &number)) return;
+  const char* behind = skip_blanks(text_behind_word(property.words, text));
+  if (property.code_bits != 0 && *behind != 0 && !read_whole(behind, &number)) return;
   parts.number = number;
-  stored = join(field, parts);
+  stored = join_code(property, parts);
 }
 
 void store_integer(int& stored, const char* text) {
@@ -98,25 +65,45 @@ void store_real(double& stored, const char* text) {
   if (was_read(text, get_float(text, &value))) stored = value;
 }
 
-}  // namespace
-
-std::string property_text(const PropertyField& field, Vobj& figure) {
-  if (field.real != nullptr) return real_text(field.real(figure));
-  if (field.integer == nullptr) return figure.name;
-  int& stored = field.integer(figure);
-  return field.words.empty() ? std::to_string(stored) : word_text(field, stored);
+void store_share(double& stored, const char* text) {
+  double value = no_probability;
+  if (is_blank(text)) {
+    stored = value;
+  } else if (was_read(text, get_float(text, &value))) {
+    if (value >= 0 && value <= 1) {
+      stored = value;
+    } else {
+      report_unknown(text);
+    }
+  }
 }
 
-void store_property(const PropertyField& field, Vobj& figure, const char* text) {
+}  // namespace
+
+std::string property_text(const PropertyField& field, FigureRecord& figure) {
+  const FigureProperty& property = field.property;
+  if (property.text != nullptr) return property.text(figure);
+  if (property.real != nullptr) {
+    const double value = property.real(figure);
+    return property.is_share && value == no_probability ? "" : shown_real(value);
+  }
+  int& stored = property.integer(figure);
+  return property.words.empty() ? std::to_string(stored) : word_text(property, stored);
+}
+
+void store_property(const PropertyField& field, FigureRecord& figure, const char* text) {
+  const FigureProperty& property = field.property;
   if (text == property_text(field, figure)) return;
-  if (field.real != nullptr) {
-    store_real(field.real(figure), text);
-  } else if (field.integer == nullptr) {
-    std::snprintf(figure.name, sizeof figure.name, "%s", text);
-  } else if (field.words.empty()) {
-    store_integer(field.integer(figure), text);
+  if (property.text != nullptr) {
+    store_text(property.text(figure), text);
+  } else if (property.is_share) {
+    store_share(property.real(figure), text);
+  } else if (property.real != nullptr) {
+    store_real(property.real(figure), text);
+  } else if (property.words.empty()) {
+    store_integer(property.integer(figure), text);
   } else {
-    store_word(field, field.integer(figure), text);
+    store_word(property, property.integer(figure), text);
   }
 }
 

@@ -10,6 +10,7 @@
 #include "diagram/editor.hpp"
 #include "diagram/history.hpp"
 #include "diagram/labels.hpp"
+#include "diagram/properties/vocabulary.hpp"
 #include "dialogs/menu_structure.hpp"
 
 namespace torve {
@@ -48,10 +49,11 @@ struct FilledLines {
 // a word as far as no other one begins like that.
 bool is_told_by(int columns, const PropertyField& field, const std::string& text) {
   if (static_cast<int>(text.size()) <= columns) return true;
-  if (field.words.empty()) return field.integer == nullptr && field.real == nullptr;
-  if (field.code_bits != 0 && !text.ends_with(" 0")) return false;
+  const FigureProperty& property = field.property;
+  if (property.words.empty()) return property.text != nullptr;
+  if (property.code_bits != 0 && !text.ends_with(" 0")) return false;
   const std::string seen = text.substr(0, static_cast<std::size_t>(std::max(columns, 0)));
-  return std::count_if(field.words.begin(), field.words.end(), [&seen](const auto& entry) {
+  return std::count_if(property.words.begin(), property.words.end(), [&seen](const auto& entry) {
            return std::string_view(entry.word).starts_with(seen);
          }) <= 1;
 }
@@ -106,9 +108,9 @@ void show_figure(const PropertyMenu& menu, Vobj& figure, MenuItem* items) {
 bool rotate(const PropertyMenu& menu, int* line_flags, MenuItem* items) {
   return any_field(menu, items, [&](int line, const PropertyField& field, MenuItem& item) {
     int& flags = line_flags[line];
-    if (field.words.empty() || (flags & line_double_clicked) == 0) return false;
+    if (field.property.words.empty() || (flags & line_double_clicked) == 0) return false;
     flags &= ~line_double_clicked;
-    circulate(field.words, item.text);
+    circulate(field.property.words, item.text);
     return true;
   });
 }

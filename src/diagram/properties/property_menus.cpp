@@ -11,7 +11,7 @@ using Fill = int (*)(Vobj* figure, int id, int x, int y);
 // In the order of FigureMenu.
 constexpr std::array<Fill, figure_menu_count> fills = {
     nullptr,        fill_nodemenu,  fill_nodebmenu, fill_vboxmenu,
-    fill_vlinemenu, fill_queuemenu, fill_telmenu,
+    fill_vlinemenu, fill_queuemenu, fill_telmenu,   fill_arcmenu,
 };
 
 }  // namespace

@@ -14,7 +14,8 @@ namespace torve {
 /// without a figure or for an id outside 1 .. 128; -1 after "failed to allocate menu".
 int fill_property_menu(Vobj* figure, int id, int x, int y);
 
-/// The same for one kind: node, box, line, nodeb and nodec, queue, telephone.
+/// The same for one kind: node, box, line, nodeb and nodec, queue, telephone,
+/// arc.
 int fill_nodemenu(Vobj* figure, int id, int x, int y);
 int fill_vboxmenu(Vobj* figure, int id, int x, int y);
 int fill_vlinemenu(Vobj* figure, int id, int x, int y);
@@ -24,6 +25,7 @@ int fill_nodebmenu(Vobj* figure, int id, int x, int y);
 /// Shows three lines only, the others by scrolling, when the figure's second spare word is set.
 int fill_queuemenu(Vobj* figure, int id, int x, int y);
 int fill_telmenu(Vobj* figure, int id, int x, int y);
+int fill_arcmenu(Vobj* figure, int id, int x, int y);
 
 /// What running them does; see property_menu.hpp. Return 0.
 int node_menu_actions(int index, int* line_flags, MenuItem* items, char** lines);
@@ -32,5 +34,6 @@ int vline_menu_actions(int index, int* line_flags, MenuItem* items, char** lines
 int nodeb_menu_actions(int index, int* line_flags, MenuItem* items, char** lines);
 int queue_menu_actions(int index, int* line_flags, MenuItem* items, char** lines);
 int tel_menu_actions(int index, int* line_flags, MenuItem* items, char** lines);
+int arc_menu_actions(int index, int* line_flags, MenuItem* items, char** lines);
 
 }  // namespace torve

@@ -9,10 +9,6 @@ namespace torve {
 
 namespace {
 
-constexpr int work_load_bits = 4;  // of a queue's servers: the distribution; a number above them
-constexpr int user_model_entry = 2;
-static_assert(distributions[user_model_entry].word == std::string_view("user-model"));
-
 constexpr MenuField field(int number, int column, int length, int covers = 0, int beyond = 0) {
   return {.number = number,
           .column = column,
@@ -22,54 +18,38 @@ constexpr MenuField field(int number, int column, int length, int covers = 0, in
           .beyond = beyond};
 }
 
+consteval PropertyField of_queue(MenuField place, std::string_view key) {
+  return shown(place, FigureMenu::queue, key);
+}
+
+consteval PropertyField of_tel(MenuField place, std::string_view key) {
+  return shown(place, FigureMenu::tel, key);
+}
+
 constexpr PropertyLine queue_lines[] = {
-    {.text = "work load distribution ",
-     .fields = {{{.place = {.number = 0},
-                  .integer = integer_of<&Vobj::servers>,
-                  .words = distributions,
-                  .code_bits = work_load_bits}}}},
-    {.text = "mean work load        t.u. ",
-     .fields = {{{.place = field(1, 15, 5), .integer = integer_of<&Vobj::ps_mode>}}}},
+    {.text = "work load distribution ", .fields = {{of_queue({.number = 0}, "servers")}}},
+    {.text = "mean work load        t.u. ", .fields = {{of_queue(field(1, 15, 5), "ps_mode")}}},
     {.text = "delay=       ,parameter=     ",
-     .fields = {{
-         {.place = field(2, 6, 5), .integer = integer_of<&Vobj::selection_rule>},
-         {.place = field(3, 24, 5), .integer = integer_of<&Vobj::exit_filter>},
-     }}},
+     .fields = {{of_queue(field(2, 6, 5), "selection_rule"),
+                 of_queue(field(3, 24, 5), "exit_filter")}}},
     {.text = "max message size (or 0) ",
-     .fields = {{{.place = field(9, behind_the_line, 4), .integer = int_of<2>}}}},
-    {.text = "user impatience mean    s ",
-     .fields = {{{.place = field(5, 22, 8, 1, 4), .real = value_of<2>}}}},
-    {.text = "user impatience dev     s ",
-     .fields = {{{.place = field(6, 22, 5, 1, 1), .real = value_of<3>}}}},
-    {.text = "arrival rate        calls/s ",
-     .fields = {{{.place = field(7, 13, 4), .real = value_of<4>}}}},
-    {.text = "arrival distribution ",
-     .fields = {{{.place = {.number = 8},
-                  .integer = int_of<1>,
-                  .words = distributions,
-                  .first_entry = user_model_entry}}}},
-    {.text = "system time-out    s ",
-     .fields = {{{.place = field(4, 17, 8, 1, 4), .real = value_of<1>}}}},
+     .fields = {{of_queue(field(9, behind_the_line, 4), "int2")}}},
+    {.text = "user impatience mean    s ", .fields = {{of_queue(field(5, 22, 8, 1, 4), "value2")}}},
+    {.text = "user impatience dev     s ", .fields = {{of_queue(field(6, 22, 5, 1, 1), "value3")}}},
+    {.text = "arrival rate        calls/s ", .fields = {{of_queue(field(7, 13, 4), "value4")}}},
+    {.text = "arrival distribution ", .fields = {{of_queue({.number = 8}, "int1")}}},
+    {.text = "system time-out    s ", .fields = {{of_queue(field(4, 17, 8, 1, 4), "value1")}}},
 };
 
 constexpr PropertyLine tel_lines[] = {
-    {.text = "work load distribution ",
-     .fields = {{{.place = {.number = 0},
-                  .integer = integer_of<&Vobj::servers>,
-                  .words = distributions}}}},
+    {.text = "work load distribution ", .fields = {{of_tel({.number = 0}, "servers")}}},
     {.text = "parameters      ,      ",
-     .fields = {{
-         {.place = field(1, 11, 5), .integer = integer_of<&Vobj::selection_rule>},
-         {.place = field(2, 17, 5), .integer = integer_of<&Vobj::exit_filter>},
-     }}},
-    {.text = "modulation function       ",
-     .fields = {{{.place = field(3, 20, 5), .integer = integer_of<&Vobj::ps_mode>}}}},
-    {.text = "arrival rate        calls/s ",
-     .fields = {{{.place = field(4, 13, 4), .real = value_of<4>}}}},
-    {.text = "user impatience mean     s ",
-     .fields = {{{.place = field(5, 22, 8, 1, 3), .real = value_of<2>}}}},
-    {.text = "user impatience dev      s ",
-     .fields = {{{.place = field(6, 22, 5, 1), .real = value_of<3>}}}},
+     .fields = {{of_tel(field(1, 11, 5), "selection_rule"),
+                 of_tel(field(2, 17, 5), "exit_filter")}}},
+    {.text = "modulation function       ", .fields = {{of_tel(field(3, 20, 5), "ps_mode")}}},
+    {.text = "arrival rate        calls/s ", .fields = {{of_tel(field(4, 13, 4), "value4")}}},
+    {.text = "user impatience mean     s ", .fields = {{of_tel(field(5, 22, 8, 1, 3), "value2")}}},
+    {.text = "user impatience dev      s ", .fields = {{of_tel(field(6, 22, 5, 1), "value3")}}},
 };
 
 // A right press on the close box leaves these open. Neither kind has a name.

@@ -1,7 +1,6 @@
 // The words that menus show in place of codes.
 //
-// A vocabulary is a table of words and their codes; its order is the order in which a field goes
-// through them. A field may hold more behind a word, after a blank: the word is the longest one of
+// A field may hold more behind a word, after a blank: the word is the longest one of
 // the table that is followed by a blank or the end. Blanks before it do not count.
 //
 // All functions return 0, or 1 when there is no such word or code; what they were to write stays as
@@ -9,36 +8,11 @@
 #pragma once
 
 #include <cstdint>
-#include <span>
 #include <string_view>
 
+#include "diagram/model/vocabularies.hpp"
+
 namespace torve {
-
-struct VocabularyEntry {
-  const char* word;
-  int code;
-};
-using Vocabulary = std::span<const VocabularyEntry>;
-
-inline constexpr VocabularyEntry ps_modes[] = {
-    {"FIFO", 1}, {"PS-RR", 3},       {"PS-FB", 2},   {"CSMA/CD", 4},
-    {"UNIX", 5}, {"LOSS-SYSTEM", 6}, {"Channel", 7},
-};
-inline constexpr VocabularyEntry exit_filters[] = {
-    {"none", 0}, {"ACG 1", 1}, {"ACG 2", 2}, {"ACG 3", 3}};
-inline constexpr VocabularyEntry distributions[] = {
-    {"deterministic", 1}, {"exponential", 2},   {"user-model", 3}, {"erlang", 4}, {"televoting", 5},
-    {"abr-greedy", 6},    {"trace1-driven", 7}, {"user1", 8},      {"user2", 9},
-};
-inline constexpr VocabularyEntry selection_rules[] = {
-    {"FirstFree", 1}, {"LeastOccupied", 2}, {"ClassDependent", 3},
-    {"Dedicated", 4}, {"Priority", 5},
-};
-inline constexpr VocabularyEntry measures[] = {
-    {"end-to-end delay", 4}, {"interarrival distr", 5}, {"dynamic test", 1},
-    {"throughput", 3},       {"efficiency", 2},
-};
-inline constexpr VocabularyEntry yes_no[] = {{"yes", 0}, {"no", 1}};
 
 /// Writes a code's word into a field.
 int cnvtbl_i_to_s(Vocabulary table, int code, char* field);
