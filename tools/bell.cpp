@@ -8,6 +8,7 @@
 #include <span>
 
 #include "app/signal/sampling_rate.hpp"
+#include "series.hpp"
 
 namespace torve {
 
@@ -15,7 +16,7 @@ namespace {
 
 constexpr int recording_samples = 88200;
 constexpr int strike_sample = 8450;
-constexpr double two_pi = 6.283185307179586;
+constexpr double two_pi = 2 * pi;
 constexpr double loudest = 0.86;  // of full scale, where a careful recordist would set the level
 
 // A partial of a cast bell is a pair of vibrations a little apart: the cup is never quite round.
@@ -57,17 +58,6 @@ constexpr std::array<Echo, 5> first_echoes = {
     {{617, 0.23}, {1409, -0.17}, {2741, 0.13}, {4217, -0.09}, {6911, 0.06}}};
 constexpr std::array<Echo, 5> second_echoes = {
     {{863, -0.20}, {1187, 0.19}, {3169, 0.12}, {3877, 0.09}, {7331, -0.06}}};
-
-/// e to the power of z by its series; for the small steps of the oscillators here.
-std::complex<double> exponential(std::complex<double> z) {
-  std::complex<double> sum = 1;
-  std::complex<double> term = 1;
-  for (int n = 1; n <= 30; ++n) {
-    term = term * z / static_cast<double>(n);
-    sum += term;
-  }
-  return sum;
-}
 
 void add_vibration(std::vector<double>& sound, double hertz, double decay_seconds, double level,
                    double lag_degrees) {

@@ -2,9 +2,11 @@
 //
 // Writes the sample files the program shows at its start: bhld1.res and bhld2.res, one stroke of a
 // bell in two recordings, and compar3.res, what the second does not explain of the first. The last
-// is written by the comparison that the workbench makes into its third pane.
+// is written by the comparison that the workbench makes into its third pane. bell.wav is the same
+// two recordings side by side, as a sound file of two channels.
 
 #include <cstdio>
+#include <exception>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -12,6 +14,8 @@
 #include "app/signal/matching.hpp"
 #include "app/signal/sample_file.hpp"
 #include "bell.hpp"
+#include "output.hpp"
+#include "stereo_wav.hpp"
 
 namespace {
 
@@ -34,6 +38,7 @@ bool write_signals(const std::filesystem::path& directory) {
   float mean = 0;
   float scale = start_scale;
   int offset = 0;
+  write_whole_file(directory / "bell.wav", stereo_wav(at_48000(bell.first), at_48000(bell.second)));
   return write_signal(first, bell.first) && write_signal(second, bell.second) &&
          my_correlation(first, second, directory / "compar3.res", &mean, &offset, &scale, 1,
                         second_start, "all") == 0;
@@ -41,7 +46,7 @@ bool write_signals(const std::filesystem::path& directory) {
 
 }  // namespace
 
-int main(int argc, char** argv) {
+int main(int argc, char** argv) try {
   if (argc != 2) {
     std::fputs("usage: make_signals OUTPUT_DIRECTORY\n", stderr);
     return 2;
@@ -54,4 +59,7 @@ int main(int argc, char** argv) {
     return 1;
   }
   return 0;
+} catch (const std::exception& error) {
+  std::fprintf(stderr, "make_signals: %s\n", error.what());
+  return 1;
 }
