@@ -6,12 +6,13 @@ scripts/screenshots runs it. The program is driven in the ways of the tests of t
 
 import pathlib
 import shutil
+import subprocess
 import sys
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "tests" / "desktop"))
 
 from network import CPU, DIAGRAM_FILES, FILES, LEAVE, PRINT_OUT, Editor
-from pictures import cut, write_ppm
+from pictures import PROGRAM, cut, write_ppm
 from workbench import CORRELATE, PLOT, PRINT, READ, SPECTRUM, WRITE, Workbench
 
 PICTURES = pathlib.Path(sys.argv[1])
@@ -76,6 +77,26 @@ with Workbench().start() as desk:
     desk.edit(READ, 0, 54, "2")
     desk.run(READ, 0)
     photograph("spectrum")
+
+with Workbench() as desk:
+    subprocess.run(
+        [PROGRAM.with_name("torve-batch"), "import", "bell.wav", "right.res", "2"],
+        cwd=desk.folder,
+        check=True,
+        stdout=subprocess.DEVNULL,
+    )
+    desk.start()
+    desk.open(READ)
+    for pane, name in (("2", "right.res"), ("1", "bell.wav")):
+        desk.edit(READ, 0, 54, pane)
+        desk.edit(READ, 0, 18, name)
+        desk.run(READ, 0)
+    desk.close(READ)
+    desk.open(CORRELATE)
+    desk.edit(CORRELATE, 1, 29, "bell.res")
+    desk.edit(CORRELATE, 1, 15, "right.res")
+    desk.run(CORRELATE, 1)
+    photograph("own")
 
 with Workbench().remove_signals().start() as desk:  # a white sheet
     editor = Editor(desk, 400, 500)
