@@ -5,7 +5,9 @@
 #include <cstring>
 
 #include "dialogs/menu_structure.hpp"
+#include "dialogs/messages.hpp"
 #include "dialogs/popup_menu.hpp"
+#include "dialogs/strip.hpp"
 #include "display/colours.hpp"
 #include "display/screen_image.hpp"
 #include "display/screen_state.hpp"
@@ -111,7 +113,10 @@ int run_chosen_line(const MenuTable& table, int index, const int* line_flags, Me
   const int chosen = chosen_line(table, line_flags);
   if (chosen < 0) return 0;
   const MenuLine& line = table.lines.all()[static_cast<std::size_t>(chosen)];
-  if (line.run != nullptr) line.run({.id = index + 1, .line = chosen, .items = items});
+  const MenuRun menu = {.id = index + 1, .line = chosen, .items = items};
+  const std::string command = line.command != nullptr ? line.command(menu) : std::string();
+  if (line.run != nullptr) line.run(menu);
+  if (!command.empty() && strip_text().empty() && !message_is_shown()) say_in_strip(command);
   return 0;
 }
 

@@ -48,6 +48,8 @@ struct MenuLine {
   const char* text = "";
   LineFields fields = {};  // from left to right; their numbers follow one another
   void (*run)(const MenuRun& menu) = nullptr;
+  // The command that does the same without a window; empty when there is none.
+  std::string (*command)(const MenuRun& menu) = nullptr;
 };
 
 /// How many of a line's fields there are.
@@ -153,7 +155,8 @@ void refresh_menu(int id);
 /// The line that was chosen: the first one whose flag says so, -1 for none.
 [[nodiscard]] int chosen_line(const MenuTable& table, const int* line_flags);
 
-/// Runs the line that was chosen, if one was; `index` is the object's id - 1, as an action gets it.
+/// Runs the line that was chosen, if one was. What has gone well and said nothing shows in the
+/// strip the command that does the same. `index` is the object's id - 1, as an action gets it.
 /// Returns 0, which lets the program go on.
 int run_chosen_line(const MenuTable& table, int index, const int* line_flags, MenuItem* items);
 

@@ -16,6 +16,8 @@ namespace torve {
 
 namespace {
 
+Transformed transformed;
+
 constexpr int bins_per_message = 1000;
 constexpr int tile = transforms::FourierProposal::tile;
 
@@ -159,10 +161,16 @@ void settle_stored_coefficients(int first, int last) {
 
 Outcome transform_file(const std::string& res_in, const std::string& spe_out,
                        const std::string& samples, const SampleRange& range) try {
-  return transform(res_in, spe_out, samples, range);
+  Outcome outcome = transform(res_in, spe_out, samples, range);
+  if (outcome.is_done()) transformed = {res_in, spe_out, samples};
+  return outcome;
 } catch (const std::bad_alloc&) {
   say("no memory\n");
   return {.cause = Cause::no_memory};
+}
+
+const Transformed& last_transformed() {
+  return transformed;
 }
 
 int power_spectrum(const std::string& res_in, const std::string& spe_out,

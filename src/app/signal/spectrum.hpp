@@ -46,7 +46,14 @@ void settle_stored_coefficients(int first, int last);
 Outcome transform_file(const std::string& res_in, const std::string& spe_out,
                        const std::string& samples, const SampleRange& range = {});
 
-/// The same of the whole file; 0, or 1 if it is not done.
+/// Of which file the coefficients in the work buffer are, and what the spectrum was written to; no
+/// names before the first.
+struct Transformed {
+  std::string input, output, samples;
+};
+[[nodiscard]] const Transformed& last_transformed();
+
+/// transform_file of the whole file; 0, or 1 if it is not done.
 int power_spectrum(const std::string& res_in, const std::string& spe_out,
                    const std::string& samples);
 

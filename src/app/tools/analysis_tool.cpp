@@ -7,6 +7,7 @@
 #include "app/signal/correlation.hpp"
 #include "app/signal/matching.hpp"
 #include "app/signal/sampling_rate.hpp"
+#include "app/tools/batch_line.hpp"
 #include "app/tools/pane_views.hpp"
 #include "app/tools/tools.hpp"
 #include "base/errors.hpp"
@@ -106,20 +107,40 @@ void compare_into_pane(const MenuRun& menu) {
   show_outcome(compared.is_done() ? shown : compared);
 }
 
+std::string autocorrelation_command(const MenuRun& menu) {
+  return batch_line({"autocorrelation", menu.text(signal), menu.text(autocorrelation_pane)});
+}
+
+std::string correlation_command(const MenuRun& menu) {
+  return batch_line({"correlation", menu.text(first_signal), menu.text(second_signal),
+                     menu.text(correlation_pane)});
+}
+
+std::string comparison_command(const MenuRun& menu) {
+  const std::optional<int> pane = pane_of(menu.text(comparison_pane));
+  if (!pane) return {};
+  const ComparisonStart& start = comparison_starts[*pane];
+  return batch_line({"match", menu.text(compared_signal), menu.text(compared_with),
+                     "compar" + std::to_string(*pane + 1) + ".res", std::to_string(start.offset),
+                     batch_number(static_cast<double>(start.scale)), menu.text(samples)});
+}
+
 constexpr MenuLine lines[] = {
     {.text = "Autocorrelation of               to Plot",
      .fields = {{
          {.number = signal, .column = 19, .width = 8, .text_now = pane_file<1>},
          {.number = autocorrelation_pane, .column = 41, .width = 2, .text = "1", .beyond = 3},
      }},
-     .run = autocorrelate_into_pane},
+     .run = autocorrelate_into_pane,
+     .command = autocorrelation_command},
     {.text = "Correlation of           and            to Plot",
      .fields = {{
          {.number = first_signal, .column = 15, .width = 8, .text_now = pane_file<1>},
          {.number = second_signal, .column = 29, .width = 8, .text_now = pane_file<2>},
          {.number = correlation_pane, .column = 47, .width = 2, .text = "3", .beyond = 2},
      }},
-     .run = correlate_into_pane},
+     .run = correlate_into_pane,
+     .command = correlation_command},
     {.text = "Comparison  of           and            to Plot  samples=",
      .fields = {{
          {.number = compared_signal, .column = 15, .width = 8, .text_now = pane_file<1>},
@@ -127,7 +148,8 @@ constexpr MenuLine lines[] = {
          {.number = comparison_pane, .column = 47, .width = 2, .text = "3"},
          {.number = samples, .column = 57, .width = 6, .text = "all", .beyond = 6},
      }},
-     .run = compare_into_pane},
+     .run = compare_into_pane,
+     .command = comparison_command},
 };
 
 constexpr ToolMenu menu = {

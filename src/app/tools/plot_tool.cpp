@@ -5,6 +5,7 @@
 
 #include "app/plot/plot_panes.hpp"
 #include "app/signal/matching.hpp"
+#include "app/tools/batch_line.hpp"
 #include "app/tools/tools.hpp"
 #include "dialogs/outcomes.hpp"
 #include "dialogs/tool_menu.hpp"
@@ -77,6 +78,19 @@ void plot(const MenuRun& menu) {
 }
 
 template <int pane>
+std::string plot_command(const MenuRun& menu) {
+  PaneView view = view_of(menu.items, pane);
+  view.file = pane_name(pane);
+  return batch_plot_line(view, pane, picture_name(pane));
+}
+
+std::string match_command(const MenuRun& menu) {
+  const std::string start = std::to_string(int_field(menu.field(match_start), 0));
+  return batch_line({"match", pane_name(0), pane_name(1), menu.text(match_output), start, "1",
+                     menu.text(field_of(2, Setting::start))});
+}
+
+template <int pane>
 constexpr MenuLine plot_line(const char* text) {
   return {.text = text,
           .fields = {{
@@ -85,7 +99,8 @@ constexpr MenuLine plot_line(const char* text) {
               {.number = field_of(pane, xsc), .column = 33, .width = 5, .text = "1.0"},
               {.number = field_of(pane, ysc), .column = 42, .width = 5, .text = "1.0", .beyond = 1},
           }},
-          .run = plot<pane>};
+          .run = plot<pane>,
+          .command = plot_command<pane>};
 }
 
 constexpr MenuLine lines[] = {
@@ -97,7 +112,8 @@ constexpr MenuLine lines[] = {
          {.number = match_start, .column = 27, .width = 5, .text = "0"},
          {.number = match_output, .column = 44, .width = 8, .text = "compres.res", .beyond = 8},
      }},
-     .run = find_match},
+     .run = find_match,
+     .command = match_command},
 };
 
 constexpr ToolMenu menu = {

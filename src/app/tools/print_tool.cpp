@@ -1,4 +1,5 @@
 #include "app/plot/plot_panes.hpp"
+#include "app/tools/batch_line.hpp"
 #include "app/tools/pane_views.hpp"
 #include "app/tools/plot_tool.hpp"
 #include "app/tools/tools.hpp"
@@ -24,10 +25,18 @@ void print(const MenuRun& menu) {
 }
 
 template <int pane>
+std::string print_command(const MenuRun& menu) {
+  PaneView view = plot_settings_of(pane);
+  view.file = pane_name(pane);
+  return batch_plot_line(view, pane, menu.text(name_field)) + " --format eps";
+}
+
+template <int pane>
 constexpr MenuLine print_line(const char* text, const char* name) {
   return {.text = text,
           .fields = {{{.number = name_field + pane, .column = 24, .text = name, .beyond = 26}}},
-          .run = print<pane>};
+          .run = print<pane>,
+          .command = print_command<pane>};
 }
 
 constexpr MenuLine lines[] = {

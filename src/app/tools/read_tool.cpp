@@ -4,6 +4,7 @@
 #include "app/plot/plot_panes.hpp"
 #include "app/signal/au_file.hpp"
 #include "app/signal/report.hpp"
+#include "app/tools/batch_line.hpp"
 #include "app/tools/pane_views.hpp"
 #include "app/tools/sound_lines.hpp"
 #include "app/tools/tools.hpp"
@@ -85,6 +86,29 @@ void make_gif(const MenuRun& menu) {
   if (pane) show_outcome(gif_of_pane(menu, *pane));
 }
 
+std::string get_command(const MenuRun& menu) {
+  const std::optional<int> pane = pane_of(menu.text(pane_number));
+  const std::string name = menu.text(file);
+  const bool is_spectrum = has_ending(name, ".spe");
+  if (!pane || (!is_spectrum && !has_ending(name, ".res"))) return {};
+  PaneView view = {.file = name, .xsc = is_spectrum ? spectrum_xsc : overview_xsc};
+  if (is_spectrum) view.samples = bins_of_a_file;
+  return batch_plot_line(view, *pane, picture_name(*pane));
+}
+
+std::string analyze_command(const MenuRun& menu) {
+  return batch_line({"report", menu.text(analyzed_file)});
+}
+
+// Of a pane that shows what a line drew; a closer view is no command's.
+std::string gif_command(const MenuRun& menu) {
+  const std::optional<int> pane = pane_of(menu.text(gif_pane));
+  if (!pane) return {};
+  const PaneView& view = shown_view(*pane);
+  if (view.kind == PaneKind::nothing || view.closer) return {};
+  return batch_plot_line(view, *pane, menu.text(gif_file)) + " --format gif";
+}
+
 constexpr MenuLine lines[] = {
     {.text = "Get .au/.res/.spe             to             into Plot",
      .fields = {{
@@ -92,20 +116,23 @@ constexpr MenuLine lines[] = {
          {.number = to, .column = 33, .width = 10, .text = "mid.res"},
          {.number = pane_number, .column = 54, .width = 2, .text = "1", .beyond = 2},
      }},
-     .run = get_file},
+     .run = get_file,
+     .command = get_command},
     {.text = "Analyze au file ",
      .fields = {{{.number = analyzed_file,
                   .column = 16,
                   .width = 10,
                   .text = "bchk1.res",
                   .beyond = 10}}},
-     .run = analyze},
+     .run = analyze,
+     .command = analyze_command},
     {.text = "Make a gif-file                 from Plot",
      .fields = {{
          {.number = gif_file, .column = 16, .width = 12, .text = "figure.gif"},
          {.number = gif_pane, .column = 41, .width = 2, .text = "1", .beyond = 2},
      }},
-     .run = make_gif},
+     .run = make_gif,
+     .command = gif_command},
 };
 
 constexpr ToolMenu menu = {

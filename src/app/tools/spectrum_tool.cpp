@@ -5,6 +5,7 @@
 #include "app/plot/plot_panes.hpp"
 #include "app/signal/band_filter.hpp"
 #include "app/signal/spectrum.hpp"
+#include "app/tools/batch_line.hpp"
 #include "app/tools/pane_views.hpp"
 #include "app/tools/tools.hpp"
 #include "dialogs/outcomes.hpp"
@@ -52,6 +53,30 @@ void spectrum_into_pane(const MenuRun& menu) {
   show_outcome(transformed);
 }
 
+std::string spectrum_command(const MenuRun& menu) {
+  return batch_line({"spectrum", menu.text(input),
+                     "spectr" + std::string(menu.text(pane_number)) + ".spe", menu.text(samples)});
+}
+
+// A filter works on the spectrum that was computed last.
+std::string filter_command(const char* command, const char* output, const char* low,
+                           const char* high) {
+  const Transformed& last = last_transformed();
+  if (last.input.empty()) return {};
+  return batch_line({command, last.input, last.output, output, std::to_string(string_to_int(low)),
+                     std::to_string(string_to_int(high)), last.samples});
+}
+
+std::string rest_command(const MenuRun& menu) {
+  return filter_command("out-of-band", menu.text(rest_file), menu.text(rest_low),
+                        menu.text(rest_high));
+}
+
+std::string band_command(const MenuRun& menu) {
+  return filter_command("band-pass", menu.text(band_file), menu.text(band_low),
+                        menu.text(band_high));
+}
+
 constexpr MenuLine lines[] = {
     {.text = "Out-of-band to             low=      Hz high=     Hz",
      .fields = {{
@@ -59,21 +84,24 @@ constexpr MenuLine lines[] = {
          {.number = rest_low, .column = 31, .width = 5, .text = "2200"},
          {.number = rest_high, .column = 45, .width = 5, .text = "5000"},
      }},
-     .run = out_of_band},
+     .run = out_of_band,
+     .command = rest_command},
     {.text = "Powerspectrum of              to Plot  samples=",
      .fields = {{
          {.number = input, .column = 17, .width = 10, .text_now = pane_file<3>},
          {.number = pane_number, .column = 37, .width = 2, .text = "3"},
          {.number = samples, .column = 47, .width = 6, .text = "all", .beyond = 6},
      }},
-     .run = spectrum_into_pane},
+     .run = spectrum_into_pane,
+     .command = spectrum_command},
     {.text = "Bandpass to                low=      Hz high=     Hz",
      .fields = {{
          {.number = band_file, .column = 12, .width = 9, .text = "mid.res"},
          {.number = band_low, .column = 31, .width = 5, .text = "2200"},
          {.number = band_high, .column = 45, .width = 5, .text = "5000"},
      }},
-     .run = band_pass},
+     .run = band_pass,
+     .command = band_command},
 };
 
 constexpr ToolMenu menu = {

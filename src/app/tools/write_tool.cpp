@@ -2,6 +2,7 @@
 #include <string>
 
 #include "app/signal/au_file.hpp"
+#include "app/tools/batch_line.hpp"
 #include "app/tools/sound_lines.hpp"
 #include "app/tools/tools.hpp"
 #include "dialogs/outcomes.hpp"
@@ -43,14 +44,25 @@ void cut(const MenuRun& menu) {
   if (!remark.empty()) say_in_strip(std::string(menu.text(au_name)) + ' ' + remark);
 }
 
+std::string convert_command(const MenuRun& menu) {
+  return batch_line({"to-au", menu.text(res_name), menu.text(au_name)});
+}
+
+std::string cut_command(const MenuRun& menu) {
+  return batch_line({"cut", menu.text(au_name), menu.text(res_name),
+                     batch_number(real_field(menu.field(start_time), 0)),
+                     batch_number(real_field(menu.field(end_time), 0))});
+}
+
 constexpr MenuLine lines[] = {
-    {.text = "Convert RES to AU.", .run = convert},
+    {.text = "Convert RES to AU.", .run = convert, .command = convert_command},
     {.text = "Cut AU to RES. Start sek=       End sek=   ",
      .fields = {{
          {.number = start_time, .column = 25, .width = 5, .text = "1.9"},
          {.number = end_time, .column = 40, .width = 5, .text = "2.37", .beyond = 2},
      }},
-     .run = cut},
+     .run = cut,
+     .command = cut_command},
     {.text = "RES=                 AU=                   ",
      .fields = {{
          {.number = res_name, .column = 4, .width = 10, .text = "checknew.res"},
