@@ -7,8 +7,10 @@
 #include "app/jump_table.hpp"
 #include "app/main_loop.hpp"
 #include "app/plot/plot_panes.hpp"
+#include "app/plot/view_points.hpp"
 #include "app/tools/pane_views.hpp"
 #include "base/files.hpp"
+#include "base/memory_reserve.hpp"
 #include "diagram/diagram_file.hpp"
 #include "diagram/editor.hpp"
 #include "dialogs/messages.hpp"
@@ -120,6 +122,7 @@ int editor(const StartFiles& named) {
     end_looking();
     clear_strip();
   });
+  set_memory_giver(release_kept_points);
   clear_canvas();
   load_icon_bar();
   SignalFiles files;  // open for the whole run

@@ -19,8 +19,11 @@ std::unique_ptr<std::byte[]> reserve;
 
 bool spent = false;
 
+bool (*memory_giver)() = nullptr;
+
 // Called by operator new, which then tries again.
 void give_back() {
+  if (memory_giver != nullptr && memory_giver()) return;
   if (!reserve) throw std::bad_alloc();
   reserve.reset();
   spent = true;
@@ -38,6 +41,10 @@ bool hold_memory_reserve() {
   std::set_new_handler(give_back);
   spent = spent && !reserve;
   return reserve != nullptr;
+}
+
+void set_memory_giver(bool (*giver)()) {
+  memory_giver = giver;
 }
 
 bool memory_reserve_is_spent() {

@@ -16,7 +16,11 @@ void return_large_blocks();
 /// Sets the reserve aside, or anew after it has been given back; false when there is no memory.
 [[nodiscard]] bool hold_memory_reserve();
 
-/// Whether it has been given back, and not been set aside anew since.
+/// Before the reserve is, `giver` gives back what can be made again; whether that was anything. Null:
+/// there is nothing.
+void set_memory_giver(bool (*giver)());
+
+/// Whether the reserve has been given back, and not been set aside anew since.
 [[nodiscard]] bool memory_reserve_is_spent();
 
 }  // namespace torve

@@ -200,7 +200,7 @@ int run_plot(const Request& request) {
   const auto xsc = number_of<double>(word_or(request, 5, spectrum ? "0.4" : "0.02"));
   const auto ysc = number_of<double>(word_or(request, 6, "1"));
   if (!pane || *pane < 1 || *pane > 3 || !start || !step || !xsc || !ysc) return exit_usage;
-  if (names_stream(input) || !format) return exit_usage;
+  if (names_stream(input) || !format || (request.decibels && !spectrum)) return exit_usage;
   OutputName output(request.words[2]);
   if (!output.outcome().is_done()) return status_of(request, output.outcome());
   if (!spectrum) warn_about_signal(input, {.first = std::max(*start, 0)});
@@ -211,7 +211,8 @@ int run_plot(const Request& request) {
                             .step = *step,
                             .xsc = *xsc,
                             .ysc = *ysc,
-                            .samples = word_or(request, 7, "all")};
+                            .samples = word_or(request, 7, "all"),
+                            .decibels = request.decibels};
   return status_of(request, plot_to_file(plot, output.name(), *format), output);
 }
 
@@ -261,9 +262,9 @@ constexpr std::array commands = {
             2, 5, Options::none, run_import},
     Command{"export", "IN.res OUT.wav|OUT.aiff|OUT.flac", "write samples as a 24-bit sound file", 2,
             2, Options::none, run_export},
-    Command{"plot", "IN PANE OUT [START [STEP [XSC [YSC [SAMPLES]]]]] [--format eps|gif]",
+    Command{"plot", "IN PANE OUT [START [STEP [XSC [YSC [SAMPLES]]]]] [--format eps|gif] [--db]",
             "draw a .res or .spe file as pane 1, 2 or 3 does, into OUT.eps or OUT.gif", 3, 8,
-            Options::format, run_plot},
+            Options::format | Options::decibels, run_plot},
     Command{
         "figure",
         "OUT IN[,start=N][,step=N][,xsc=X][,ysc=X][,db] ... [--size WxH] [--title TEXT] "

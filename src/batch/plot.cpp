@@ -36,7 +36,8 @@ Outcome draw(const PlotRequest& request, int target) {
                                  .start = request.start,
                                  .xsc = request.xsc,
                                  .ysc = request.ysc,
-                                 .yoff = request.pane * pane_pitch};
+                                 .yoff = request.pane * pane_pitch,
+                                 .decibels = request.decibels};
   return request.spectrum ? plot_spectrum_file(request.input, settings, request.samples)
                           : plot_signal_file(request.input, settings);
 }

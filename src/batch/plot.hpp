@@ -19,6 +19,7 @@ struct PlotRequest {
   double xsc = 0.02;
   double ysc = 1;
   std::string samples = "all";  // of a spectrum
+  bool decibels = false;        // of a spectrum: decibels below the largest bin
 };
 
 /// Draws the pane and writes it to `output`, which stays as it was when there is nothing to draw.

@@ -48,6 +48,8 @@ constexpr Option options[] = {
      [](Request& request, const std::string& value) {
        return set_average(request.average, value);
      }},
+    {"--db", Options::decibels, false,
+     [](Request& request, const std::string&) { return request.decibels = true; }},
     {"--format", Options::format, true,
      [](Request& request, const std::string& value) { return set_text(request.format, value); }},
     {"--size", Options::figure, true,

@@ -17,11 +17,12 @@ using Words = std::span<const std::string>;
 /// The options that a command may have.
 enum class Options : unsigned {
   none = 0,
-  range = 1,     // --start N --end N
-  values = 2,    // --values
-  format = 4,    // --format eps|gif or pdf|svg|png
-  figure = 8,    // --size WxH --title TEXT
-  average = 16,  // --average BLOCK
+  range = 1,      // --start N --end N
+  values = 2,     // --values
+  format = 4,     // --format eps|gif or pdf|svg|png
+  figure = 8,     // --size WxH --title TEXT
+  average = 16,   // --average BLOCK
+  decibels = 32,  // --db
 };
 template <>
 inline constexpr bool is_flag_enum<Options> = true;
@@ -35,6 +36,7 @@ struct Request {
   std::string size = {};    // as given, or none
   std::string title = {};
   std::optional<int> average = std::nullopt;  // samples of a block
+  bool decibels = false;
 };
 
 /// Takes the options out of `words`. Nothing if one is not among `allowed`, lacks its value, or

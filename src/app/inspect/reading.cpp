@@ -8,6 +8,7 @@
 #include "app/inspect/overlay.hpp"
 #include "app/inspect/part_file.hpp"
 #include "app/inspect/readout.hpp"
+#include "app/inspect/views.hpp"
 #include "app/plot/view_drawing.hpp"
 #include "app/plot/view_geometry.hpp"
 #include "app/tools/pane_views.hpp"
@@ -80,9 +81,10 @@ bool mark_is_in_reach() {
 }  // namespace
 
 void show_reading(int pane, int x, int y) {
-  const PaneView& view = shown_view(pane);
   ViewPoints loaded;
-  if (!(view.xsc > 0) || !load_points(view, &loaded).is_done()) return take_reading_away();
+  if (!load_points(shown_view(pane), &loaded).is_done()) return take_reading_away();
+  const PaneView view = scaled_view(pane, loaded);
+  if (!(view.xsc > 0)) return take_reading_away();
   const std::size_t index = nearest_point(view, loaded, pane_row(pane), x, y);
   reading_now = read_point(view, loaded, pane, index);
   cross.clear();

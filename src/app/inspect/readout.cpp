@@ -18,9 +18,14 @@ std::string fixed(double value, int decimals) {
   return {text, end.ptr};
 }
 
+// Without an exponent where files have none.
 std::string shortest(float value) {
+  constexpr float least_plain = 1e-7F, largest_plain = 1e15F;
+  const float size = std::fabs(value);
+  const bool plain = size == 0 || (size >= least_plain && size < largest_plain);
   char text[64];
-  const auto end = std::to_chars(text, text + sizeof text, value);
+  const auto end = std::to_chars(text, text + sizeof text, value,
+                                 plain ? std::chars_format::fixed : std::chars_format::general);
   return {text, end.ptr};
 }
 

@@ -1,6 +1,7 @@
 #include "app/inspect/views.hpp"
 
 #include <array>
+#include <memory>
 #include <utility>
 #include <vector>
 
@@ -23,6 +24,14 @@ struct PaneHistory {
   std::uint32_t last_time = 0;
 };
 std::array<PaneHistory, pane_count> histories;
+
+// The full scale that a line drew a view to, worked out once.
+struct KnownScale {
+  PaneView view;
+  std::weak_ptr<const FileValues> file;
+  double full_scale = 0;
+};
+std::array<KnownScale, pane_count> scales;
 bool coupled = false;
 
 PaneHistory& history_of(int pane) {
@@ -43,6 +52,15 @@ void remember(int pane, ViewChange change, std::uint32_t time) {
   history.before.push_back(shown_view(pane));
 }
 
+double full_scale_in(int pane, const PaneView& view, const ViewPoints& loaded) {
+  if (view.closer) return view.full_scale;
+  KnownScale& known = scales.at(static_cast<std::size_t>(pane));
+  if (known.view != view || known.file.lock() != loaded.file) {
+    known = {view, loaded.file, full_scale_of(view, loaded)};
+  }
+  return known.full_scale;
+}
+
 // A pane's view as a closer one, with the number of points of its file; 0 points when there is
 // nothing to look at, which is said.
 struct CloserView {
@@ -60,7 +78,7 @@ CloserView look_closer(int pane) {
     return {};
   }
   const std::size_t points = loaded.points().size();
-  return {closer_view(shown, points, shown.closer ? 0 : full_scale_of(shown, loaded)), points};
+  return {closer_view(shown, points, full_scale_in(pane, shown, loaded)), points};
 }
 
 void show(int pane, const PaneView& view, ViewChange change, std::uint32_t time) {
@@ -117,6 +135,12 @@ void show_stretch(int pane, double first, double last, std::uint32_t time) {
   const PaneView after = fitted(closer.view, closer.points, first, last);
   show(pane, after, stretch_shown, time);
   take_others_along(pane, closer.view, after, stretch_shown, time);
+}
+
+PaneView scaled_view(int pane, const ViewPoints& loaded) {
+  PaneView view = shown_view(pane);
+  view.full_scale = full_scale_in(pane, view, loaded);
+  return view;
 }
 
 void toggle_decibels(int pane) {

@@ -7,6 +7,7 @@
 #include <cstddef>
 
 #include "app/plot/pane_view.hpp"
+#include "app/plot/view_points.hpp"
 
 namespace torve {
 
@@ -20,6 +21,10 @@ void change_view(int pane, ViewChange change, int column, double amount, std::ui
 
 /// A signal's or spectrum's points first .. last over the whole pane.
 void show_stretch(int pane, double first, double last, std::uint32_t time);
+
+/// What pane 0 .. 2 shows, with its full scale even where a line of a tool drew it, whose points
+/// are `loaded`.
+[[nodiscard]] PaneView scaled_view(int pane, const ViewPoints& loaded);
 
 /// A spectrum in decibels, or in powers again; nothing happens to a signal.
 void toggle_decibels(int pane);

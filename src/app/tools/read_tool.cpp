@@ -97,6 +97,7 @@ std::string get_command(const MenuRun& menu) {
 }
 
 std::string analyze_command(const MenuRun& menu) {
+  if (names_sound(menu.text(analyzed_file))) return {};
   return batch_line({"report", menu.text(analyzed_file)});
 }
 

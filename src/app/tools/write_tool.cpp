@@ -45,7 +45,8 @@ void cut(const MenuRun& menu) {
 }
 
 std::string convert_command(const MenuRun& menu) {
-  return batch_line({"to-au", menu.text(res_name), menu.text(au_name)});
+  const char* const command = sound_kind(menu.text(au_name)) ? "export" : "to-au";
+  return batch_line({command, menu.text(res_name), menu.text(au_name)});
 }
 
 std::string cut_command(const MenuRun& menu) {
