@@ -58,7 +58,7 @@ void show_noise(int samples) {
   std::mt19937 dice(1);
   std::ofstream file("looking.res");
   for (int i = 0; i < samples; ++i)
-    file << i << ' ' << std::to_string(dice() % 2000000 / 1e6 - 1) << '\n';
+    file << i << ' ' << std::to_string(static_cast<double>(dice() % 2000000) / 1e6 - 1) << '\n';
   file.close();
   set_pane_name(0, "looking.res");
   static_cast<void>(show_signal(0, {.xsc = overview_xsc}));

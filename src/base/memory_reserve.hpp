@@ -16,8 +16,8 @@ void return_large_blocks();
 /// Sets the reserve aside, or anew after it has been given back; false when there is no memory.
 [[nodiscard]] bool hold_memory_reserve();
 
-/// Before the reserve is, `giver` gives back what can be made again; whether that was anything. Null:
-/// there is nothing.
+/// Before the reserve is, `giver` gives back what can be made again; whether that was anything.
+/// Null: there is nothing.
 void set_memory_giver(bool (*giver)());
 
 /// Whether the reserve has been given back, and not been set aside anew since.
