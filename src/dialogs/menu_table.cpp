@@ -65,14 +65,6 @@ void fill(const MenuTable& table, const MenuStructure& made) {
   }
 }
 
-// In the strip, behind what has been said there as far as there is room.
-void say_too(const std::string& command) {
-  std::string text = strip_text();
-  if (!text.empty()) text += "  ";
-  text += command;
-  if (strip_text().empty() || fits_strip(text)) say_in_strip(text);
-}
-
 }  // namespace
 
 int make_menu(const MenuTable& table, int id, int x, int y) {
@@ -124,7 +116,7 @@ int run_chosen_line(const MenuTable& table, int index, const int* line_flags, Me
   const MenuRun menu = {.id = index + 1, .line = chosen, .items = items};
   const std::string command = line.command != nullptr ? line.command(menu) : std::string();
   if (line.run != nullptr) line.run(menu);
-  if (!command.empty() && !message_is_shown()) say_too(command);
+  if (!command.empty() && strip_text().empty() && !message_is_shown()) say_in_strip(command);
   return 0;
 }
 

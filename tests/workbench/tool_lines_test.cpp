@@ -377,7 +377,7 @@ const Case cases[] = {
      [] { autocorrelation("p3.res", "2"), draw(1, "autocor2.res", 0, 1, 1, 1); }},
     {"Correlation", correlations, 1, "47=1 29=p1.res 15=p3.res",
      [] { correlation("p3.res", "p1.res", "1"), draw(0, "corre1.res", 0, 1, 1, 1); }, "", "",
-     "corre1.res: largest at lag 1, 0.023 ms, normalised 0.084"},
+     "peak at lag 1, 0.023 ms, 0.084 | torve-batch correlation p3.res p1.res 1"},
     {"Comparison", correlations, 2, "57=10500 47=1 29=p3.res 15=p2.res",
      [] {
        const Found found = match("p2.res", "p3.res", "compar1.res", 0, "10500");
@@ -402,7 +402,7 @@ const Case cases[] = {
      [] { autocorrelation("p1.res", "1"), draw(0, "autocor1.res", 0, 1, 1, 1); }},
     {"correlation", correlations, 1, "",
      [] { correlation("p1.res", "p2.res", "3"), draw(2, "corre3.res", 0, 1, 1, 1); }, "", "",
-     "corre3.res: largest at lag 4458, 101.088 ms, normalised 0.386"},
+     "peak at lag 4458, 101.088 ms, 0.386 | torve-batch correlation p1.res p2.res 3"},
     {"comparison", correlations, 2, "",
      [] {
        const auto [offset, scale] =

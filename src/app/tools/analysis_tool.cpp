@@ -56,11 +56,16 @@ void autocorrelate_into_pane(const MenuRun& menu) {
   show_result(*pane, name, autocorrelate_file(menu.text(signal), name));
 }
 
-std::string peak_line(const std::string& name, const CorrelationPeak& peak) {
+std::string correlation_command(const MenuRun& menu) {
+  return batch_line({"correlation", menu.text(first_signal), menu.text(second_signal),
+                     menu.text(correlation_pane)});
+}
+
+std::string peak_text(const CorrelationPeak& peak) {
   std::array<char, 128> text;
-  std::snprintf(text.data(), text.size(), ": largest at lag %d, %.3f ms, normalised %.3f", peak.lag,
+  std::snprintf(text.data(), text.size(), "peak at lag %d, %.3f ms, %.3f", peak.lag,
                 peak.lag * 1000.0 / sampling_rate, peak.normalised);
-  return name + text.data();
+  return text.data();
 }
 
 void correlate_into_pane(const MenuRun& menu) {
@@ -71,7 +76,7 @@ void correlate_into_pane(const MenuRun& menu) {
   const Outcome correlated =
       correlate_files(menu.text(first_signal), menu.text(second_signal), name, {}, &peak);
   show_result(*pane, name, correlated);
-  if (correlated.is_done()) say_in_strip(peak_line(name, peak));
+  if (correlated.is_done()) say_in_strip(peak_text(peak) + " | " + correlation_command(menu));
 }
 
 // A comparison that is refused for its samples leaves an empty file, which is drawn. Without any
@@ -111,11 +116,6 @@ std::string autocorrelation_command(const MenuRun& menu) {
   return batch_line({"autocorrelation", menu.text(signal), menu.text(autocorrelation_pane)});
 }
 
-std::string correlation_command(const MenuRun& menu) {
-  return batch_line({"correlation", menu.text(first_signal), menu.text(second_signal),
-                     menu.text(correlation_pane)});
-}
-
 std::string comparison_command(const MenuRun& menu) {
   const std::optional<int> pane = pane_of(menu.text(comparison_pane));
   if (!pane) return {};
@@ -139,8 +139,7 @@ constexpr MenuLine lines[] = {
          {.number = second_signal, .column = 29, .width = 8, .text_now = pane_file<2>},
          {.number = correlation_pane, .column = 47, .width = 2, .text = "3", .beyond = 2},
      }},
-     .run = correlate_into_pane,
-     .command = correlation_command},
+     .run = correlate_into_pane},
     {.text = "Comparison  of           and            to Plot  samples=",
      .fields = {{
          {.number = compared_signal, .column = 15, .width = 8, .text_now = pane_file<1>},
