@@ -8,6 +8,7 @@
 #include "app/pool_failure.hpp"
 #include "app/shutdown.hpp"
 #include "app/signal/work_buffer.hpp"
+#include "app/tools/work_watch.hpp"
 #include "app/workbench.hpp"
 #include "base/console.hpp"
 #include "base/memory_reserve.hpp"
@@ -67,6 +68,7 @@ int run(int argc, char** argv, const StartFiles& named) {
   set_close_handler(close_window);
   set_connection_lost_handler(rescue_diagram);
   set_screen_service(serve_expose_events);
+  watch_computations();
   set_input_waiter(serve_window_until_readable);
   take_names_as_typed(true);
   set_start_state();

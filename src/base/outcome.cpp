@@ -37,6 +37,7 @@ constexpr std::array texts = {
     CauseText{Cause::silent, "is silent there"},
     CauseText{Cause::no_codec, "sound files cannot be used here"},
     CauseText{Cause::not_run, "could not be run"},
+    CauseText{Cause::cancelled, "cancelled"},
 };
 
 constexpr bool are_in_order() {
@@ -58,6 +59,7 @@ Outcome input_failure(const std::string& name) {
 
 std::string sentence(const Outcome& outcome) {
   if (outcome.is_done()) return {};
+  if (outcome.cause == Cause::cancelled) return "Cancelled: " + outcome.name + " is as it was";
   std::string text = texts.at(static_cast<std::size_t>(outcome.cause)).text;
   if (!outcome.name.empty()) text = outcome.name + ": " + text;
   if (!outcome.reason.empty()) text += " (" + outcome.reason + ")";

@@ -25,8 +25,9 @@ enum class Cause {
   silent,            // a signal without a sound, or with none that is asked for
   no_codec,          // the part of the program that knows sound files
   not_run,           // a program of ours that could not be started, or did not come to its end
+  cancelled,         // by the user; the output is as it was
 };
-inline constexpr Cause last_cause = Cause::not_run;
+inline constexpr Cause last_cause = Cause::cancelled;
 
 struct [[nodiscard]] Outcome {
   Cause cause = Cause::done;
@@ -41,7 +42,7 @@ struct [[nodiscard]] Outcome {
 /// Why the input `name` could not be opened.
 Outcome input_failure(const std::string& name);
 
-/// "NAME: what is the matter (the system's reason)"; empty for what is done.
+/// "NAME: what is the matter (the system's reason)", or what was cancelled; empty for what is done.
 [[nodiscard]] std::string sentence(const Outcome& outcome);
 
 }  // namespace torve

@@ -11,6 +11,7 @@ namespace {
 int show_in_window(Cause cause, const char* name) {
   switch (cause) {
     case Cause::done:
+    case Cause::cancelled:  // nobody needs to be told that loudly what he has just asked for
       break;
     case Cause::no_file:
     case Cause::unreadable:

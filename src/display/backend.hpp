@@ -55,6 +55,9 @@ struct DisplayBackend {
   bool (*event_pending)() = nullptr;
   /// Removes every waiting event of the type and nothing else; whether there was one.
   bool (*drop_events)(InputEvent::Type type) = nullptr;
+  /// Removes every waiting press of the key with that X name and nothing else; whether there was
+  /// one. Null where no key is looked for.
+  bool (*drop_key)(unsigned long keysym) = nullptr;
   /// Shows the pixels of the screen image in `rect` (not empty, inside the screen).
   void (*push)(const Rect& rect) = nullptr;
   /// Offers a text, UTF-8, to other programs until somebody else offers one. Null: nobody can have

@@ -297,6 +297,10 @@ int kbhit() {
   return 0;
 }
 
+bool take_waiting_key(unsigned long key) {
+  return backend != nullptr && backend->drop_key != nullptr && backend->drop_key(key);
+}
+
 void flush_mouse() {
   if (backend != nullptr) backend->drop_events(Type::press);
   press_waits = false;

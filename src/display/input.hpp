@@ -104,6 +104,10 @@ bool offer_text(const std::string& text);
 /// Always 0: no key is ever reported as waiting.
 int kbhit();
 
+/// Takes the waiting presses of a key out of their place among what waits: everything else stays.
+/// Whether there was one.
+[[nodiscard]] bool take_waiting_key(unsigned long key);
+
 /// Removes waiting press events, or waiting key events.
 void flush_mouse();
 void flush_key();

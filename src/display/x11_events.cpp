@@ -158,6 +158,12 @@ void skip_to_last_hover(XEvent& event) {
   }
 }
 
+Bool is_press_of_key(Display*, XEvent* event, XPointer code) {
+  return event->type == KeyPress && event->xkey.keycode == static_cast<unsigned char>(*code)
+             ? True
+             : False;
+}
+
 // What is told to the program alone goes no further; true for an event that does.
 bool hand_on(XEvent& x_event, InputEvent& event) {
   if (x_event.type == MappingNotify) XRefreshKeyboardMapping(&x_event.xmapping);
@@ -209,6 +215,15 @@ bool drop_x11_events(Type type) {
   bool any = false;
   XEvent ignored;
   while (XCheckTypedEvent(display, x_type_of(type), &ignored) == True)
+    any = true;
+  return any;
+}
+
+bool drop_x11_key(unsigned long keysym) {
+  bool any = false;
+  XEvent ignored;
+  char code = static_cast<char>(XKeysymToKeycode(display, keysym));
+  while (XCheckIfEvent(display, &ignored, is_press_of_key, &code) == True)
     any = true;
   return any;
 }

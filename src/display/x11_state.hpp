@@ -38,6 +38,7 @@ void wait_x11_event(InputEvent& event);
 bool wait_x11_readable(int descriptor, InputEvent& event);
 bool x11_event_pending();
 bool drop_x11_events(InputEvent::Type type);
+bool drop_x11_key(unsigned long keysym);
 
 /// What others may have of us (x11_selection.cpp): takes the selections, and answers an event that
 /// asks for them or takes them away; whether it was one.

@@ -64,6 +64,7 @@ constexpr DisplayBackend x11_backend = {
     .wait_readable = wait_x11_readable,
     .event_pending = x11_event_pending,
     .drop_events = drop_x11_events,
+    .drop_key = drop_x11_key,
     .push = push_to_x11,
     .offer_text = offer_x11_text,
     .change_scale = change_x11_scale,

@@ -1,8 +1,11 @@
 """Icons and the menus behind them."""
 
 import numpy as np
-from pictures import DATA, icon_area, same
-from workbench import CORRELATE, DRAG, PLOT, PRINT, READ, RETURN, SPECTRUM, WRITE
+from pictures import DATA, WHITE, cut, icon_area, same
+from workbench import CORRELATE, DRAG, ESCAPE, PLOT, PRINT, READ, RETURN, SPECTRUM, WRITE
+from Xlib import X
+
+STRIP = 320, 589, 480, 11
 
 
 def test_an_icon_opens_one_menu_however_it_is_pressed(desk):
@@ -38,3 +41,36 @@ def test_a_taller_font_of_ones_own_keeps_fields_on_their_lines(desk):
         desk.key(key)
     desk.drag((READ.x + 20, y), (READ.x + 20 + DRAG, y))
     assert (desk.folder / "myfigure.gif").exists()
+
+
+def test_a_long_computation_says_how_far_it_is_and_escape_cancels_it(desk):
+    square = np.where(np.arange(40000) // 50 % 2, -20000, 20000)
+    lines = (f"{i} {value}\n" for i, value in enumerate(square))
+    (desk.folder / "compar3.res").write_text("".join(lines))
+    (desk.folder / "rest.res").write_text("old")
+    desk.start()
+    desk.open(SPECTRUM)
+    desk.run(SPECTRUM, 1)
+    x, y = SPECTRUM.line_at(0, 1)
+    desk.move_pointer(x, y)
+    desk.fake(X.ButtonPress, 1)
+    desk.settle()
+    before = desk.screenshot()
+    desk.move_pointer(x + DRAG, y)
+    desk.await_picture(lambda picture: (cut(picture, *STRIP) != WHITE).any())
+    other = desk.root.create_window(0, 0, 700, 500, 0, X.CopyFromParent, background_pixel=9)
+    other.map()
+    other.destroy()
+    desk.await_picture(lambda picture: same(picture[:500], before[:500]))
+    files = {path.name for path in desk.folder.iterdir()}
+    assert "cancelled" not in desk.said()
+    desk.strike(ESCAPE)
+    desk.fake(X.ButtonRelease, 1)
+    desk.settle()
+    assert desk.said().endswith("\ncancelled\n")
+    assert (cut(desk.screenshot(), *STRIP) != WHITE).any()
+    assert (desk.folder / "rest.res").read_text() == "old"
+    assert {path.name for path in desk.folder.iterdir()} <= files
+    desk.run_by_double_press(SPECTRUM, 2)
+    assert "cancelled\ngoing to filter_spectrum" in desk.said()
+    assert (desk.folder / "mid.res").exists()

@@ -168,11 +168,14 @@ class Workbench:
         self.fake(X.ButtonRelease, button)
         self.settle()
 
-    def key(self, keysym):
-        """Every key waits until the one before was handled: the program drops keys typed ahead."""
+    def strike(self, keysym):
         code = self.display.keysym_to_keycode(keysym)
         self.fake(X.KeyPress, code)
         self.fake(X.KeyRelease, code)
+
+    def key(self, keysym):
+        """Every key waits until the one before was handled: the program drops keys typed ahead."""
+        self.strike(keysym)
         self.settle()
 
     def open(self, menu):
@@ -207,6 +210,11 @@ class Workbench:
         area = (place.x, place.y, size.width, size.height)
         data = self.root.get_image(*area, X.ZPixmap, 0xFFFFFFFF).data
         return np.frombuffer(data, "<u4").reshape(area[3], area[2]) & 0xFFFFFF
+
+    def await_picture(self, wanted):
+        deadline = time.monotonic() + PATIENCE
+        while not wanted(self.screenshot()):
+            assert time.monotonic() < deadline, "is never shown"
 
     def said(self, stream="output"):
         return (self.home / stream).read_text(errors="replace")

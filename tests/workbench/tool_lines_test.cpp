@@ -17,6 +17,7 @@
 #include "app/signal/spectrum.hpp"
 #include "app/signal/work_buffer.hpp"
 #include "app/tools/tools.hpp"
+#include "base/progress.hpp"
 #include "dialogs/player.hpp"
 #include "draw/lines.hpp"
 #include "eps/eps_stream.hpp"
@@ -135,6 +136,13 @@ void block() {
   std::filesystem::create_directory(pane == 0 ? "d" : "p" + std::to_string(pane) + ".res");
 }
 
+// Every analysis ends where it first asks whether to go on.
+void cancel() {
+  static constexpr Watcher refuser = {
+      .begin = [](const std::string&) {}, .goes_on = [](double) { return false; }, .end = [] {}};
+  set_watcher(&refuser);
+}
+
 struct Found {
   int offset = 0;
   float scale = 1;
@@ -205,6 +213,7 @@ class ToolLines : public DialogTest {
       note_shown_view(pane, {});
     test.before();
     all.said = printed_by(act);
+    set_watcher(nullptr);
     all.message = message_text();
     all.strip = strip_text();
     hide_errormsg();
@@ -560,6 +569,16 @@ const Case cases[] = {
      [] { filter("mid.res", "rest.res", 2200, 5000, filter_out_of_band); }, "",
      "Spectrum wanted first", "a spectrum has to be computed first",
      [] { store_spectrum_size(0); }},
+    {"match, cancelled", plots, 3, "2:12=all",
+     [] { std::printf("in my_correlation, start_offset=0\n"); }, "", "",
+     "Cancelled: compres.res is as it was", cancel},
+    {"Comparison, cancelled", correlations, 2, "",
+     [] { std::printf("in my_correlation, start_offset=1544\n"); }, "", "",
+     "Cancelled: compar3.res is as it was", cancel},
+    {"Spectrum, cancelled", spectra, 1, "", [] { std::printf("in power_spectrum\n"); }, "", "",
+     "Cancelled: spectr3.spe is as it was", cancel},
+    {"Convert, cancelled", writer, 0, "2:4=p1.res", [] { std::printf("make_au_file\n"); }, "", "",
+     "Cancelled: checkts.au is as it was", cancel},
     {"Out-of-band, unwritable", spectra, 0, "15=d",
      [] { filter("mid.res", "d", 2200, 5000, filter_out_of_band); }, "", "Cannot write file d",
      "d: cannot be written (Is a directory)", block<0>},

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <optional>
 #include <string_view>
+#include <sys/stat.h>
 
 #include "app/signal/au_codec.hpp"
 #include "app/signal/sample_file.hpp"
@@ -12,6 +13,7 @@
 #include "base/console.hpp"
 #include "base/files.hpp"
 #include "base/output_file.hpp"
+#include "base/progress.hpp"
 
 namespace torve {
 
@@ -64,7 +66,10 @@ void write_words(OutputFile& au, std::FILE* res) {
   SampleReader reader(res, analysis_line_size);
   std::array<float, 1024> values;
   std::array<std::uint8_t, 4> word = {};  // kept: a not-a-number repeats the word before
+  struct stat info = {};
+  fstat(fileno(res), &info);
   for (std::size_t got; (got = reader.read(values)) > 0;) {
+    tell_done(static_cast<double>(ftello(res)) / static_cast<double>(info.st_size));
     for (const float value : std::span(values).first(got)) {
       build_binary32(value, word);
       au.write(as_text(word));
@@ -138,12 +143,19 @@ class Cut {
   }
   /// Whether nothing behind `position` can be selected any more (also for not-a-number).
   bool is_over(std::int64_t position) const { return !(static_cast<double>(position) <= last_); }
+  /// Every now and then it is told how far the cut is.
+  void tell_position(std::int64_t position) const {
+    constexpr std::int64_t bytes_between_words = 1 << 14;
+    if (position % bytes_between_words != 0) return;
+    tell_done((static_cast<double>(position) - first_) / (end_ - first_));
+  }
   std::int64_t index(std::int64_t position) const { return (position - header_.length) / 4; }
 
   /// Goes to the word with the first selected byte, or one before; nothing if there is none.
   std::optional<std::int64_t> go_to_first_word() {
     if (!(first_ <= last_) || fseeko(au_, 0, SEEK_END) != 0) return std::nullopt;
     const std::int64_t size = ftello(au_);
+    end_ = std::min(last_, static_cast<double>(size));
     if (samples_ >= size || first_ >= static_cast<double>(size)) return std::nullopt;
     const double skipped = std::max(first_ - static_cast<double>(samples_), 0.0);
     const std::int64_t position = samples_ + static_cast<std::int64_t>(skipped) / 4 * 4;
@@ -156,6 +168,7 @@ class Cut {
     std::int64_t position = go_to_first_word().value_or(-1);
     if (position < 0) return;
     for (int count = 0; !is_over(position) && read_bytes(au_, bytes); count ^= 1, position += 2) {
+      tell_position(position);
       if (count == 1 && selects(position)) {
         write_integer_sample(res_, index(position), au_half_word(bytes));
       }
@@ -169,6 +182,7 @@ class Cut {
     float value = value_before(position, offset, bits);
     std::array<std::uint8_t, 4> word;
     for (; !is_over(position) && read_bytes(au_, word); position += 4) {
+      tell_position(position);
       decode(word, offset, bits, &value);
       if (selects(position + offset)) {
         write_sample(res_, index(position + offset), static_cast<double>(value));
@@ -187,6 +201,7 @@ class Cut {
     const std::int64_t end = position;
     float value = 0;
     for (bool found = false; !found && position > samples_;) {
+      tell_alive();
       const std::int64_t size = std::min<std::int64_t>(position - samples_, block.size());
       position -= size;
       const auto bytes = std::span(block).first(static_cast<std::size_t>(size));
@@ -204,6 +219,7 @@ class Cut {
   AuFormat header_;
   double first_ = 0;
   double last_ = 0;
+  double end_ = 0;            // of what there is to read
   std::int64_t samples_ = 0;  // where they begin
 };
 
@@ -237,7 +253,9 @@ std::vector<std::uint8_t> au_header() {
 
 Outcome convert_to_au(const std::string& res_name, const std::string& au_name) {
   say("make_au_file\n");
-  return write_au(res_name, au_name, au_header(), "make_au_file. no file %s\n");
+  return watched(au_name, [&] {
+    return write_au(res_name, au_name, au_header(), "make_au_file. no file %s\n");
+  });
 }
 
 int make_au_file(const std::string& res_name, const std::string& au_name) {
@@ -249,8 +267,10 @@ int make_au_file_32(const std::string& res_name, const std::string& au_name) {
   return write_au(res_name, au_name, header_of_halves(), "no file %s\n").is_done() ? 0 : 1;
 }
 
-Outcome cut_au(const std::string& au_name, const std::string& res_name, double start_seconds,
-               double end_seconds) {
+namespace {
+
+Outcome cut(const std::string& au_name, const std::string& res_name, double start_seconds,
+            double end_seconds) {
   FilePtr au = open_regular_file(au_name, "rb");
   if (!au) {
     say("no file %s\n", au_name.c_str());
@@ -277,6 +297,13 @@ Outcome cut_au(const std::string& au_name, const std::string& res_name, double s
       .run();
   static_cast<void>(res.finish());
   return res.outcome();
+}
+
+}  // namespace
+
+Outcome cut_au(const std::string& au_name, const std::string& res_name, double start_seconds,
+               double end_seconds) {
+  return watched(res_name, [&] { return cut(au_name, res_name, start_seconds, end_seconds); });
 }
 
 int cut_part(const std::string& au_name, const std::string& res_name, double start_seconds,

@@ -9,6 +9,7 @@
 #include "app/signal/sampling_rate.hpp"
 #include "app/signal/trigonometry.hpp"
 #include "base/number_text.hpp"
+#include "base/progress.hpp"
 
 namespace torve {
 
@@ -24,6 +25,9 @@ constexpr int straight_runs = 8;
 // bins.
 constexpr int dense = 4;
 constexpr int trial = 64;
+
+// How often it is told that the sums to the bit go on, which take a tenth of a second and more.
+constexpr int groups_between_words = 64;
 
 // Where the roundings of angles move no sample further than this, a two-thousandth of what text
 // shows, they need not be worked out.
@@ -142,7 +146,9 @@ void BandSums::literal_values(std::span<const int> times, std::span<double> valu
   }
   int terms = 0;
   int worked_out = 0;
+  int groups = 0;
   for_bins(terms_at_once, [&](int first, int count) {
+    if (groups++ % groups_between_words == 0) tell_alive();
     if (terms >= trial && worked_out >= lanes * terms / dense) {
       for (int j = first; j < first + count; ++j) {
         for (std::size_t l = 0; l < values.size(); ++l)
@@ -233,6 +239,7 @@ std::vector<double> band_values(const BandSums& sums, int first, int count,
     std::array<int, lanes> times;
     std::array<BandSums::Ends, lanes> ends;
     const auto run = static_cast<std::size_t>(std::min(lanes, first + count - t));
+    tell_done(static_cast<double>(t - first) / count);
     for (std::size_t l = 0; l < run; ++l)
       progress(times[l] = t + static_cast<int>(l));
     if (straight > 0) {

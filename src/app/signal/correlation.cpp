@@ -7,6 +7,7 @@
 
 #include "app/signal/lag_sums.hpp"
 #include "app/signal/say.hpp"
+#include "base/progress.hpp"
 
 namespace torve {
 
@@ -99,7 +100,7 @@ std::vector<double> deviations(std::span<const float> values, double mean) {
 Outcome autocorrelate_file(const std::string& path, const std::string& output,
                            const SampleRange& range) try {
   say("in autocorrelation\n");
-  return autocorrelate(path, output, range);
+  return watched(output, [&] { return autocorrelate(path, output, range); });
 } catch (const std::bad_alloc&) {
   return {.cause = Cause::no_memory};
 }
@@ -108,7 +109,7 @@ Outcome correlate_files(const std::string& path1, const std::string& path2,
                         const std::string& output, const SampleRange& range,
                         CorrelationPeak* peak) try {
   say("in correlation\n");
-  return correlate(path1, path2, output, range, peak);
+  return watched(output, [&] { return correlate(path1, path2, output, range, peak); });
 } catch (const std::bad_alloc&) {
   return {.cause = Cause::no_memory};
 }

@@ -5,6 +5,7 @@
 
 #include "app/signal/clones.hpp"
 #include "app/signal/trigonometry.hpp"
+#include "base/progress.hpp"
 
 namespace torve {
 
@@ -16,6 +17,10 @@ constexpr int lanes = fourier_lanes;
 // quarter of them on the plain loop takes less time. That is seen after so many samples.
 constexpr int trial = 256;
 constexpr int dense = 4;
+
+// How often it is told that the sums go on, which take a tenth of a second and more.
+constexpr int samples_between_words = 1024;
+static_assert(samples_between_words % terms_at_once == 0);
 
 double angle_of(std::int32_t product, double size) {
   return product * short_pi / size;
@@ -42,6 +47,7 @@ TORVE_CLONES void make_terms(const float* x, int count, double size, std::uint32
 void add_plainly(std::span<const float> x, int bin, int first, FourierSums& sums) {
   const int size = static_cast<int>(x.size());
   for (int i = first; i < size; ++i) {
+    if (i % samples_between_words == 0) tell_alive();
     const double value = static_cast<double>(x[static_cast<std::size_t>(i)]);
     const double angle = angle_of(wrapped_product(bin, i), size);
     sums.cosines += value * std::cos(angle);
@@ -72,6 +78,7 @@ void literal_fourier_sums(std::span<const float> x, std::span<const int> bins,
   int i = 0;
   while (i < size && (i < trial || worked_out < 2 * lanes * i / dense)) {
     const int count = std::min(terms_at_once, size - i);
+    if (i % samples_between_words == 0) tell_alive();
     const float* const values = &x[static_cast<std::size_t>(i)];
     make_terms(values, count, size, p, step, cosine_ends, sine_ends);
     const auto angle = [&](int r, int l) {

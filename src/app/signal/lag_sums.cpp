@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 
 #include "app/signal/clones.hpp"
 #include "app/signal/transforms/lag_proposal.hpp"
+#include "base/progress.hpp"
 
 namespace torve {
 
@@ -18,6 +20,9 @@ constexpr std::size_t lanes = 32;
 
 // So many open lags among 32 neighbours cost as much as summing all of them.
 constexpr std::ptrdiff_t enough_for_run = 9;
+
+// Of the time for a signal that leaves few lags open.
+constexpr double proposing_part = 0.8;
 
 // Lags that are not neighbours, side by side.
 constexpr std::size_t picked_lanes = 16;
@@ -85,6 +90,7 @@ void sum_lags(Values a, Values b, std::span<const std::size_t> lags, std::span<f
   std::array<std::size_t, picked_lanes> picked;
   std::size_t count = 0;
   for (auto from = lags.begin(); from != lags.end();) {
+    tell_done(static_cast<double>(from - lags.begin()) / static_cast<double>(lags.size()));
     const std::size_t run = *from / lanes * lanes;
     const auto to = std::lower_bound(from, lags.end(), run + lanes);
     if (to - from >= enough_for_run) {
@@ -101,17 +107,25 @@ void sum_lags(Values a, Values b, std::span<const std::size_t> lags, std::span<f
   if (count > 0) sum_picked(a, b, std::span(picked).first(count), means);
 }
 
+std::optional<std::vector<std::size_t>> propose(Values a, Values b, std::span<float> means) {
+  const PartOfWork proposing(0, proposing_part);
+  return transforms::propose_lag_means(a, b, means);
+}
+
 }  // namespace
 
 std::vector<float> lag_means(std::span<const double> a, std::span<const double> b) {
   std::vector<float> means(a.size());
-  const auto open = transforms::propose_lag_means(a, b, means);
-  if (!open) {
-    for (std::size_t k = 0; k < means.size(); k += lanes)
-      sum_run(a, b, k, means);
+  const auto open = propose(a, b, means);
+  if (open) {
+    const PartOfWork summing(proposing_part, 1);
+    sum_lags(a, b, *open, means);
     return means;
   }
-  sum_lags(a, b, *open, means);
+  for (std::size_t k = 0; k < means.size(); k += lanes) {
+    tell_done(static_cast<double>(k) / static_cast<double>(means.size()));
+    sum_run(a, b, k, means);
+  }
   return means;
 }
 

@@ -8,12 +8,14 @@
 #include "app/signal/sample_file.hpp"
 #include "app/signal/say.hpp"
 #include "base/files.hpp"
+#include "base/progress.hpp"
 
 namespace torve {
 
 namespace {
 
 constexpr int mode_shifts = 0;
+constexpr double offset_part = 0.9;  // of the work: to find the offset
 
 struct Signals {
   std::vector<float> a;
@@ -85,7 +87,9 @@ void write_shifts(OutputFile& output, const Signals& signals, int start, const O
     return i < values.size() ? static_cast<double>(values[i]) : 0.0;
   };
   const auto first = static_cast<std::size_t>(start);
+  const PartOfWork shifts(offset_part, 1);
   for (std::size_t shift = 0; shift < samples; ++shift) {
+    tell_done(static_cast<double>(shift) / static_cast<double>(samples));
     double sum = 0;
     for (std::size_t i = 0; i < samples; ++i) {
       sum +=
@@ -105,6 +109,7 @@ std::optional<OffsetMatch> find_offset(Signals& signals, int start, double scale
   const double mean_b = normalise(signals.b);
   say("my_correlation, got ave1=%f ave2=%f counter1=%d counter2=%d\n", mean_a, mean_b,
       as_int(signals.a.size()), as_int(signals.b.size()));
+  const PartOfWork offsets(0, offset_part);
   return best_offset(signals.a, signals.b, scale, start);
 }
 
@@ -176,7 +181,7 @@ Outcome match(const MatchRequest& request, Match* found) {
 }  // namespace
 
 Outcome match_files(const MatchRequest& request, Match* found) try {
-  return match(request, found);
+  return watched(request.path3, [&] { return match(request, found); });
 } catch (const std::bad_alloc&) {
   return {.cause = Cause::no_memory};
 }

@@ -7,6 +7,7 @@
 #include <limits>
 
 #include "app/signal/clones.hpp"
+#include "base/progress.hpp"
 
 namespace torve {
 
@@ -66,6 +67,7 @@ class ScaleMeans {
   /// Computes the means at first, first + step, and so on, as many as go side by side and are
   /// within the reach.
   void compute(int first, int step) {
+    tell_alive();
     std::array<double, lanes> scales;
     std::array<double, lanes> sums;
     for (int l = 0; l < width; ++l)
@@ -190,6 +192,8 @@ std::optional<OffsetMatch> best_offset(std::span<const float> a, std::span<const
   const std::vector<double> values_b = scaled(b, scale);
   OffsetMatch best = {-1, worst_mean, offsets.samples(offsets.end - 1)};
   for (std::int64_t j = offsets.first; j < offsets.end; j += lanes) {
+    tell_done(static_cast<double>(j - offsets.first) /
+              static_cast<double>(offsets.end - offsets.first));
     const auto means = offset_means(values_a.data(), values_b.data(), offsets, j);
     for (std::int64_t l = 0; l < std::min<std::int64_t>(lanes, offsets.end - j); ++l) {
       const double mean = means[static_cast<std::size_t>(l)];

@@ -6,6 +6,7 @@
 
 #include "base/files.hpp"
 #include "base/number_text.hpp"
+#include "base/progress.hpp"
 
 namespace torve {
 
@@ -22,6 +23,7 @@ SampleReader::SampleReader(std::FILE* file, std::size_t line_size)
 
 bool SampleReader::refill() {
   if (static_cast<std::size_t>(end_ - begin_) < longest_line_ && !at_end_) {
+    tell_alive();
     std::memmove(buffer_.get(), begin_, static_cast<std::size_t>(end_ - begin_));
     end_ -= begin_ - buffer_.get();
     begin_ = buffer_.get();

@@ -11,6 +11,7 @@
 #include "app/signal/transforms/fourier_proposal.hpp"
 #include "app/signal/work_buffer.hpp"
 #include "base/files.hpp"
+#include "base/progress.hpp"
 
 namespace torve {
 
@@ -55,6 +56,7 @@ void keep_open(std::vector<float>& x, Spectrum& spectrum) {
 
 void store(std::vector<float>& x, Spectrum& spectrum) {
   if (pointer1 == nullptr) return;
+  const Unwatched all_or_nothing;
   store_spectrum_size(static_cast<int>(x.size()));
   keep_open(x, spectrum);
   std::copy(spectrum.a.begin(), spectrum.a.end(), stored_a().begin());
@@ -97,6 +99,25 @@ Outcome transform(const std::string& res_in, const std::string& spe_out, const s
   return output.outcome();
 }
 
+int count_open(std::span<const std::uint8_t> open, int first, int last) {
+  int count = 0;
+  for (int j = first; j <= last; ++j)
+    count += open[static_cast<std::size_t>(j)] != 0 ? 1 : 0;
+  return count;
+}
+
+/// Calls `use` for each stored spectrum with those of the bins that it is responsible for.
+template <typename Use>
+void for_stored_spectra(int first, int last, Use use) {
+  int newer_bins = 0;
+  for (auto spectrum = open_coefficients.rbegin(); spectrum != open_coefficients.rend();
+       ++spectrum) {
+    const int bins = static_cast<int>(spectrum->open.size());
+    use(*spectrum, std::max(first, newer_bins), std::min(last, bins - 1));
+    newer_bins = bins;
+  }
+}
+
 }  // namespace
 
 Spectrum compute_spectrum(std::span<const float> x, void (*progress)(int bin, int last)) {
@@ -117,6 +138,7 @@ Spectrum compute_spectrum(std::span<const float> x, void (*progress)(int bin, in
       progress(j, last);
     if (proposal) proposal->propose(first, estimates);
     for (int j = std::max(first, 1); j < end; ++j) {
+      if (j % fourier_lanes == 0) tell_done(static_cast<double>(j) / last);
       if (proposal) {
         powers.take(j, estimates[static_cast<std::size_t>(j - first)]);
       } else {
@@ -130,15 +152,14 @@ Spectrum compute_spectrum(std::span<const float> x, void (*progress)(int bin, in
 
 void settle_coefficients(std::span<const float> x, const BinTable& table, int first, int last) {
   OpenBins coefficients(x, table, OpenBins::Wanted::coefficients);
-  const auto is_open = [&table](int j) { return table.open[static_cast<std::size_t>(j)] != 0; };
-  int open = 0;
-  for (int j = first; j <= last; ++j)
-    open += is_open(j) ? 1 : 0;
+  const int open = count_open(table.open, first, last);
   const auto proposal = open < enough_for_proposal ? nullptr : transforms::FourierProposal::make(x);
   static TileEstimates estimates;
   int proposed = -1;
+  int taken = 0;
   for (int j = first; j <= last; ++j) {
-    if (!is_open(j)) continue;
+    if (table.open[static_cast<std::size_t>(j)] == 0) continue;
+    if (taken++ % fourier_lanes == 0) tell_done(static_cast<double>(taken) / open);
     if (!proposal) {
       coefficients.add(j);
       continue;
@@ -149,19 +170,29 @@ void settle_coefficients(std::span<const float> x, const BinTable& table, int fi
   coefficients.finish();
 }
 
+int open_stored_coefficients(int first, int last) {
+  int open = 0;
+  for_stored_spectra(first, last, [&open](OpenCoefficients& spectrum, int from, int to) {
+    open += count_open(spectrum.open, from, to);
+  });
+  return open;
+}
+
 void settle_stored_coefficients(int first, int last) {
-  int newer_bins = 0;
-  for (auto layer = open_coefficients.rbegin(); layer != open_coefficients.rend(); ++layer) {
-    const int bins = static_cast<int>(layer->open.size());
-    settle_coefficients(layer->x, {stored_a(), stored_b(), {}, layer->open},
-                        std::max(first, newer_bins), std::min(last, bins - 1));
-    newer_bins = bins;
-  }
+  const double all = open_stored_coefficients(first, last);
+  double done = 0;
+  for_stored_spectra(first, last, [&](OpenCoefficients& spectrum, int from, int to) {
+    const int open = count_open(spectrum.open, from, to);
+    if (open == 0) return;
+    const PartOfWork part(done / all, (done + open) / all);
+    settle_coefficients(spectrum.x, {stored_a(), stored_b(), {}, spectrum.open}, from, to);
+    done += open;
+  });
 }
 
 Outcome transform_file(const std::string& res_in, const std::string& spe_out,
                        const std::string& samples, const SampleRange& range) try {
-  Outcome outcome = transform(res_in, spe_out, samples, range);
+  Outcome outcome = watched(spe_out, [&] { return transform(res_in, spe_out, samples, range); });
   if (outcome.is_done()) transformed = {res_in, spe_out, samples};
   return outcome;
 } catch (const std::bad_alloc&) {

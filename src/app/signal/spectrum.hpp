@@ -35,8 +35,12 @@ struct Spectrum {
 /// Makes the open coefficients of the bins first .. last those of the literal sums.
 void settle_coefficients(std::span<const float> x, const BinTable& table, int first, int last);
 
-/// The same for the work buffer, whatever spectra its bins come from.
+/// The same for the work buffer, whatever spectra its bins come from. When it is cancelled some are
+/// settled, the others still open.
 void settle_stored_coefficients(int first, int last);
+
+/// How many of these bins have open coefficients in the work buffer.
+[[nodiscard]] int open_stored_coefficients(int first, int last);
 
 /// Writes the spectrum of a part of a sample file as a spectrum file and leaves its coefficients in
 /// the work buffer, open ones among them. `samples` is "all" or a decimal count N: at most N - 1

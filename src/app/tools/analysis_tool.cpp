@@ -91,6 +91,7 @@ void compare_into_pane(const MenuRun& menu) {
   if (!pane) return;
   const ComparisonStart& start = comparison_starts[*pane];
   const std::string name = "compar" + std::to_string(*pane + 1) + ".res";
+  const std::string shown_before = pane_name(*pane);
   set_pane_name(*pane, name);
   Match match = {.scale = start.scale};
   const Outcome compared = match_files({.path1 = menu.text(compared_signal),
@@ -100,6 +101,10 @@ void compare_into_pane(const MenuRun& menu) {
                                         .scale = start.scale,
                                         .samples = menu.text(samples)},
                                        &match);
+  if (compared.cause == Cause::cancelled) {
+    set_pane_name(*pane, shown_before);
+    return show_outcome(compared);
+  }
   if (!compared.is_done()) std::printf("sample too small\n");
   if (!makes_file(compared) && open_regular_file(name, "r")) return show_outcome(compared);
   PaneView view = {.start = static_cast<double>(-match.offset), .xsc = overview_xsc};

@@ -45,6 +45,7 @@ void show_match(const MenuRun& menu, int samples, float scale) {
 }
 
 void find_match(const MenuRun& menu) {
+  const std::string shown_before = pane_name(2);
   set_pane_name(2, menu.text(match_output));
   Match match = {.scale = 1};
   const Outcome outcome = match_files({.path1 = pane_name(0),
@@ -53,6 +54,10 @@ void find_match(const MenuRun& menu) {
                                        .start = int_field(menu.field(match_start), 0),
                                        .samples = menu.text(field_of(2, start))},
                                       &match);
+  if (outcome.cause == Cause::cancelled) {
+    set_pane_name(2, shown_before);
+    return show_outcome(outcome);
+  }
   // A negative start is no refusal: the panes are drawn as they are, without a match.
   if (!outcome.is_done() && outcome.cause != Cause::negative_start) {
     std::printf("sample too small\n");

@@ -27,7 +27,7 @@ void convert_to_sound(const MenuRun& menu) {
 void convert(const MenuRun& menu) {
   if (sound_kind(menu.text(au_name))) return convert_to_sound(menu);
   const Outcome outcome = convert_to_au(menu.text(res_name), menu.text(au_name));
-  std::printf("done\n");
+  if (outcome.cause != Cause::cancelled) std::printf("done\n");
   show_outcome(outcome);
 }
 
@@ -38,6 +38,7 @@ void cut(const MenuRun& menu) {
   const Outcome outcome =
       cut_au(menu.text(au_name), menu.text(res_name), real_field(menu.field(start_time), 0),
              real_field(menu.field(end_time), 0));
+  if (outcome.cause == Cause::cancelled) return show_outcome(outcome);
   std::printf("done\n");
   show_outcome(outcome);
   const std::string remark = au_remark(menu.text(au_name));

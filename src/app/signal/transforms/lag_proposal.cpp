@@ -11,6 +11,7 @@
 #include "app/signal/clones.hpp"
 #include "app/signal/proof.hpp"
 #include "app/signal/transforms/transform.hpp"
+#include "base/progress.hpp"
 
 namespace torve::transforms {
 
@@ -275,8 +276,10 @@ std::optional<std::vector<std::size_t>> propose_lag_means(std::span<const double
   const auto proposer = std::make_unique<Proposer>(a, b);
   if (!proposer->finite()) return std::nullopt;
   std::vector<std::size_t> open;
-  for (int t = 0; t < proposer->tiles(); t += 2)
+  for (int t = 0; t < proposer->tiles(); t += 2) {
+    tell_done(static_cast<double>(t) / proposer->tiles());
     proposer->propose(t, means, open);
+  }
   return open;
 } catch (const std::bad_alloc&) {
   return std::nullopt;
