@@ -78,6 +78,25 @@ with Workbench().start() as desk:
     desk.run(READ, 0)
     photograph("spectrum")
 
+with Workbench().start() as desk:
+    desk.move_pointer(224, 60)  # one stroke ...
+    for _ in range(6):
+        desk.tap(224, 60, button=4)
+    desk.move_pointer(204, 40)
+    desk.settle()
+    desk.key(ord("m"))
+    desk.move_pointer(432, 40)  # ... and a later one
+    desk.settle()
+    photograph("closer")
+    desk.open(SPECTRUM)
+    desk.edit(SPECTRUM, 1, 47, "20000")
+    desk.run(SPECTRUM, 1)
+    desk.close(SPECTRUM)
+    desk.move_pointer(200, 420)
+    desk.settle()
+    desk.key(ord("d"))
+    photograph("decibels", (0, 352, 800, 248))
+
 with Workbench() as desk:
     subprocess.run(
         [PROGRAM.with_name("torve-batch"), "import", "bell.wav", "right.res", "2"],

@@ -19,7 +19,7 @@ void open_help() {
     bring_id_to_top(help_window_id, 1);
     return;
   }
-  make_file_window(help_window_id, 160, 60, 480, 400, white, frame_blue, black, black, help_file,
+  make_file_window(help_window_id, 160, 60, 480, 430, white, frame_blue, black, black, help_file,
                    -1, -1);
   static_cast<void>(put_wd_objects(help_window_id, help_window_id));
 }
