@@ -102,9 +102,10 @@ void heed_key() {
   const InputEvent key = last_event;
   if (lifted_object() != 0 || key.is_modifier) return;
   if (message_is_shown()) return hide_errormsg();
-  const int character = charcount > 0 ? static_cast<unsigned char>(keybuffer[0]) : 0;
-  if (character != 0 && diagram_key(character)) return take_reading_away();
   const bool was_read = reading_is_shown();
+  if (has(key.modifiers, Modifiers::control)) take_reading_away();  // the diagram may change
+  const int character = charcount > 0 ? static_cast<unsigned char>(keybuffer[0]) : 0;
+  if (character != 0 && diagram_key(character)) return;
   if (const Gesture* gesture = gesture_of_key(key)) {
     if (was_read && gesture->reads_again)
       follow_pointer({.action = PointerAction::hover, .x = key.x, .y = key.y});
