@@ -109,3 +109,31 @@ def test_every_pixel_is_shown_as_a_square_and_pressed_as_one(desk, scale, words,
         desk.tap(*beside)
     desk.click(2 * scale, 555 * scale)  # the first window pixel that belongs to the icon
     assert desk.process.exit_status() == 1
+
+
+def pasted(desk, selection, target):
+    """What another program gets of a selection; None when it cannot be had so."""
+    atom = desk.display.intern_atom
+    asker = desk.root.create_window(0, 0, 1, 1, 0, X.CopyFromParent)
+    asker.convert_selection(atom(selection), atom(target), atom("PASTED"), X.CurrentTime)
+    event = desk.await_event(lambda event: event.type == X.SelectionNotify)
+    got = asker.get_full_property(event.property, X.AnyPropertyType) if event.property else None
+    asker.destroy()
+    return got and got.value
+
+
+def test_a_line_is_read_copied_and_leaves_no_trace(desk):
+    desk.start()
+    before = desk.screenshot()
+    desk.move_pointer(305, 92)
+    desk.settle()
+    assert not same(desk.screenshot(), before)
+    desk.key(ord("c"))
+    line = b"1 bhld1.res sample 13650  309.524 ms  -0.002594"
+    for selection in "PRIMARY", "CLIPBOARD":
+        assert pasted(desk, selection, "UTF8_STRING") == line
+        assert pasted(desk, selection, "STRING") is None
+        assert len(pasted(desk, selection, "TARGETS")) == 2
+    desk.fake(X.MotionNotify, x=1000, y=740)  # beside the window
+    desk.settle()
+    assert same(desk.screenshot(), before)

@@ -128,7 +128,7 @@ void copy_line() {
 
 void write_stretch() {
   if (!mark_is_in_reach()) {
-    say("Set a mark (m) in the same signal first, then write (w) the stretch up to the pointer.");
+    say("Set a mark (m) in this signal first; w writes from there to the pointer.");
     return;
   }
   ViewPoints loaded;
