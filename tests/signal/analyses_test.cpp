@@ -4,6 +4,7 @@
 #include "app/signal/correlation.hpp"
 #include "app/signal/fourier_sums.hpp"
 #include "app/signal/matching.hpp"
+#include "app/signal/proof.hpp"
 #include "app/signal/spectrum.hpp"
 #include "app/signal/transforms/fourier_proposal.hpp"
 #include "app/signal/work_buffer.hpp"
@@ -222,6 +223,34 @@ TEST(FourierSums, WrappingProducts) {
       EXPECT_LT(all[2].high.sines - all[2].low.sines, (all[1].high.sines - all[1].low.sines) / 4);
     }
   }
+}
+
+// The whole of a bound never proves wrong digits of a coefficient; a millionth of it does, where
+// roundings do not cancel.
+TEST(FourierSums, ANarrowerBoundWouldProveWrongDigits) {
+  constexpr int size = 10'000;
+  std::vector<FourierEstimate> tile(transforms::FourierProposal::tile);
+  const auto coefficient = [](double sum) { return static_cast<float>(2 * sum / size); };
+  int proved = 0, wrong = 0, wrong_by_millionth = 0;
+  for (const Floats& x : {sine_in_noise(size, 30'000, 3), square_wave(size, 50, 20'000)}) {
+    transforms::FourierProposal::make(x)->propose(2048, std::span<FourierEstimate, 2048>(tile));
+    for (int bin = 2048; bin < 2648; ++bin) {
+      const float right = coefficient(plain_fourier_sums(x, bin).cosines);
+      for (const double share : {1.0, 1e-6}) {
+        FourierEstimate estimate = tile[static_cast<std::size_t>(bin - 2048)];
+        for (double* error : {&estimate.angle_error, &estimate.addition_error, &estimate.error})
+          *error *= share;
+        const auto [low, high] = ends_of(estimate);
+        const float digits = coefficient(low.cosines);
+        if (!same_float(digits, coefficient(high.cosines))) continue;
+        if (share == 1) ++proved;
+        if (digits != right) ++(share == 1 ? wrong : wrong_by_millionth);
+      }
+    }
+  }
+  EXPECT_EQ(wrong, 0);
+  EXPECT_GT(proved, 500);
+  EXPECT_GT(wrong_by_millionth, 0);
 }
 
 }  // namespace
