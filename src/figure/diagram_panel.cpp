@@ -141,7 +141,7 @@ Outcome read_diagram_file(const std::string& name, KeptDiagram* diagram) {
   int bad_line = 0;
   const auto read = diagram_from_text(*text, &bad_line);
   if (!read)
-    return {.cause = Cause::unreadable, .name = name + " line " + std::to_string(bad_line)};
+    return {.cause = Cause::unreadable, .name = name, .reason = "line " + std::to_string(bad_line)};
   *diagram = *read;
   return {.cause = shape_of(*diagram).is_empty ? Cause::nothing_to_draw : Cause::done,
           .name = name};

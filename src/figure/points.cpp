@@ -9,6 +9,7 @@
 #include <span>
 #include <vector>
 
+#include "app/plot/decibels.hpp"
 #include "app/plot/running_sums.hpp"
 #include "app/signal/sample_file.hpp"
 #include "app/signal/sampling_rate.hpp"
@@ -106,8 +107,13 @@ class Collector {
       const double value = static_cast<double>(point);
       const double place = first_ + static_cast<double>(index_++) * unit_;
       if (!std::isfinite(value)) continue;
+      if (value > 0) seen_.smallest = std::min(seen_.smallest, value);
       seen_.largest = std::max(seen_.largest, std::fabs(value));
-      if (is_behind_ || place < range_.left) continue;
+      if (is_behind_) continue;
+      if (place < range_.left) {
+        seen_.points.assign(seen_.columns.empty() ? 1 : 0, {place, value});
+        continue;
+      }
       is_behind_ = place > range_.right + unit_ * nudge;
       if (is_behind_ && !seen_.columns.empty()) continue;
       if (seen_.columns.empty()) seen_.points.push_back({place, value});
@@ -148,14 +154,14 @@ Outcome find_places(const FigureInput& input, PointPlaces* places) {
   const bool is_spectrum = input.source == FigureSource::spectrum;
   places->unit =
       is_spectrum ? static_cast<double>(sampling_rate) / open.spectrum_size : 1.0 / sampling_rate;
-  const double left = std::max(input.start, 0.0);
-  const double first = std::floor(left) - std::min(input.start, 0.0);
+  const double left = input.from.value_or(std::max(input.start, 0.0));
+  const double first = std::floor(std::max(input.start, 0.0)) - std::min(input.start, 0.0);
   double right = left + pane_width / input.xsc.value_or(1);
   if (!input.xsc) {
     double count = 0;
     while (count + 1 <= most_samples_of(input) && open.reader->skip_line())
       ++count;
-    right = first + std::max(count - 1, 1.0);
+    right = std::max(first + count - 1, left + 1);
   }
   places->first = first * places->unit;
   places->range = {left * places->unit, right * places->unit};
@@ -178,12 +184,11 @@ Outcome read_points(const FigureInput& input, const PointPlaces& places, const A
 }
 
 void use_decibels(SeenPoints& seen) {
-  constexpr double lowest = -120;
-  constexpr double last_digit = 1e-6;
   const double largest = seen.largest > 0 ? seen.largest : 1;
-  const double floor = std::clamp(std::floor(10 * std::log10(last_digit / largest)), lowest, -1.0);
+  const float powers[] = {static_cast<float>(seen.largest), static_cast<float>(seen.smallest)};
+  const double floor = -decibel_range(powers);
   const auto level = [=](double value) {
-    return value > 0 ? std::max(floor, 10 * std::log10(value / largest)) : floor;
+    return value > 0 ? std::max(floor, decibels_below(value, largest)) : floor;
   };
   for (Point& point : seen.points)
     point.y = level(point.y);

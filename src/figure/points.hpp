@@ -36,18 +36,18 @@ struct ColumnEnds {
 
 /// What is seen of an input. Points that are no finite number are left out.
 struct SeenPoints {
-  std::vector<Point> points;        // axis and value, one behind the right end among them
+  std::vector<Point> points;        // axis and value, one before and one behind the ends among them
   std::vector<ColumnEnds> columns;  // instead, where there are more points than columns
   double low = 0, high = 0;         // of what is seen, and 0
   double largest = 0;               // absolute value, of all from the start on
+  double smallest = 1;              // of those above 0, if it is less than 1
 };
 
 /// Reads what lies within `range`, which as many columns as `columns` share.
 Outcome read_points(const FigureInput& input, const PointPlaces& places, const AxisRange& range,
                     int columns, SeenPoints* seen);
 
-/// The same in decibels below the largest, 0 to floor: -120, or less far if the last digit of a
-/// file's values does not carry that far.
+/// The same in decibels below the largest, as far down as a pane shows them (decibel_range).
 void use_decibels(SeenPoints& seen);
 
 }  // namespace torve

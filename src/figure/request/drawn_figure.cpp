@@ -25,7 +25,8 @@ int figure_status(const DrawnFigure& figure) {
 std::string figure_output(const DrawnFigure& figure) {
   if (figure.outcome.is_done()) return figure.bytes;
   return std::to_string(static_cast<int>(figure.outcome.cause)) + " " +
-         std::to_string(figure.outcome.error) + " " + figure.outcome.name;
+         std::to_string(figure.outcome.error) + " " + figure.outcome.name + '\0' +
+         figure.outcome.reason;
 }
 
 std::optional<DrawnFigure> drawn_figure_of(int status, std::string_view output) {
@@ -40,7 +41,9 @@ std::optional<DrawnFigure> drawn_figure_of(int status, std::string_view output) 
   if (status != figure_failed || !is_known) return std::nullopt;
   figure.outcome.cause = static_cast<Cause>(*cause);
   figure.outcome.error = *error;
-  figure.outcome.name = output;
+  const std::size_t end_of_name = output.find('\0');
+  figure.outcome.name = output.substr(0, end_of_name);
+  if (end_of_name != std::string_view::npos) figure.outcome.reason = output.substr(end_of_name + 1);
   return figure;
 }
 

@@ -15,7 +15,7 @@ struct DrawnFigure {
 };
 
 /// What the program ends with, and what it writes to standard output: the bytes, or a line with the
-/// cause, the system's reason and the name.
+/// cause, the system's reason, the name and, behind a zero byte, the reason in words.
 inline constexpr int figure_drawn = 0;
 inline constexpr int figure_misused = 1;
 inline constexpr int figure_failed = 2;

@@ -65,7 +65,7 @@ bool set_start(double& start, std::string_view text) {
 
 bool set_scale(std::optional<double>& scale, std::string_view text) {
   scale = number_in<double>(text);
-  return scale && *scale >= 1e-30 && *scale <= 1e30;
+  return scale && *scale >= least_scale && *scale <= most_scale;
 }
 
 std::string scale_text(const char* key, const std::optional<double>& scale) {
@@ -79,6 +79,8 @@ struct InputOption {
 
 constexpr InputOption input_options[] = {
     {"start=", [](FigureInput& input, std::string_view v) { return set_start(input.start, v); }},
+    {"from=",
+     [](FigureInput& input, std::string_view v) { return set_start(input.from.emplace(), v); }},
     {"step=", [](FigureInput& input, std::string_view v) { return set_whole(input.step, v); }},
     {"xsc=",
      [](FigureInput& input, std::string_view v) {
@@ -113,9 +115,9 @@ bool set_options(FigureInput& input, std::string_view options) {
 
 std::string options_text(const FigureInput& input) {
   return "start=" + text_of(input.start) + ",step=" + text_of(input.step) + "," +
-         scale_text("xsc=", input.xsc) + scale_text("ysc=", input.ysc) +
-         scale_text("full=", input.full) + scale_text("samples=", input.samples) +
-         (input.decibels ? "db" : "");
+         scale_text("from=", input.from) + scale_text("xsc=", input.xsc) +
+         scale_text("ysc=", input.ysc) + scale_text("full=", input.full) +
+         scale_text("samples=", input.samples) + (input.decibels ? "db" : "");
 }
 
 // Where the options begin: behind the name, which may hold commas itself.

@@ -29,6 +29,8 @@ enum class FigureSource { signal, spectrum, diagram };
 /// What an axis can be told apart by.
 inline constexpr double least_xsc = 1e-9;
 inline constexpr double most_xsc = 1e6;
+inline constexpr double least_scale = 1e-30;
+inline constexpr double most_scale = 1e30;
 
 /// An input and what is shown of it. The numbers mean what they mean for a pane, whose curve is 763
 /// pixels wide; a diagram uses none of them. Scales are 1e-30 .. 1e30.
@@ -36,6 +38,7 @@ struct FigureInput {
   std::string name = {};
   FigureSource source = FigureSource::signal;
   double start = 0;                 // > 0: samples skipped; < 0: drawn so many samples later
+  std::optional<double> from = {};  // the sample at the left end, drawn where it is; none: `start`
   int step = 1;                     // samples summed into a point; each starts a point of its own
   std::optional<double> xsc = {};   // pixels between points; none: to the end of the file
   std::optional<double> ysc = {};   // 1: the full scale reaches the edge; none: as it fits
@@ -44,8 +47,8 @@ struct FigureInput {
   bool decibels = false;               // a spectrum below its largest bin
 };
 
-/// "NAME[,start=N][,step=N][,xsc=X][,ysc=X][,full=X][,samples=N][,db]". Nothing if a number is none
-/// or out of range, or decibels are asked for of anything but a spectrum.
+/// "NAME[,start=N][,from=N][,step=N][,xsc=X][,ysc=X][,full=X][,samples=N][,db]". Nothing if a
+/// number is none or out of range, or decibels are asked for of anything but a spectrum.
 [[nodiscard]] std::optional<FigureInput> figure_input_of(std::string_view word);
 
 struct FigureSize {

@@ -10,6 +10,7 @@
 
 #include "base/files.hpp"
 #include "base/output_file.hpp"
+#include "base/typed_names.hpp"
 #include "figure/request/drawn_figure.hpp"
 
 namespace torve {
@@ -99,8 +100,10 @@ DrawnFigure draw(const FigureRequest& request, std::string_view memory) {
 
 }  // namespace
 
-Outcome make_figure(const FigureRequest& request, const std::string& output,
-                    std::string_view memory) {
+Outcome make_figure(FigureRequest request, const std::string& output, std::string_view memory) {
+  // The program is handed names, not what was typed.
+  for (FigureInput& input : request.inputs)
+    input.name = meant_input(input.name);
   const DrawnFigure drawn = draw(request, memory);
   if (!drawn.outcome.is_done()) return drawn.outcome;
   OutputFile file(output);
