@@ -22,6 +22,7 @@
 #include "dialogs/strip.hpp"
 #include "display/screen_state.hpp"
 #include "eps/eps_stream.hpp"
+#include "figure/request/make_figure.hpp"
 #include "wm/canvas_paint.hpp"
 
 namespace torve {
@@ -128,6 +129,14 @@ int print_diagram(const char* name) {
   if (!template_file) return result_of({.cause = Cause::not_created, .name = name});
   print_figures();
   return result_of(finish_eps(std::move(template_file)));
+}
+
+int draw_diagram_figure(const char* name, FigureFormat format) {
+  const KeptDiagram diagram = keep_diagram();
+  if (diagram.empty()) return result_of({.cause = Cause::nothing_to_draw, .name = name});
+  const FigureInput input = {.name = figure_input_in_memory, .source = FigureSource::diagram};
+  return result_of(
+      make_figure({.format = format, .inputs = {input}}, name, diagram_to_text(diagram)));
 }
 
 void rescue_diagram() {

@@ -2,6 +2,7 @@
 
 #include "diagram/diagram_file.hpp"
 #include "dialogs/tool_menu.hpp"
+#include "figure/request/figure_request.hpp"
 
 namespace torve {
 
@@ -13,6 +14,12 @@ void run(const MenuRun& menu) {
   use(menu.text(menu.line));
 }
 
+// As EPS, or as a figure where the name says so.
+int export_diagram(const char* name) {
+  const auto format = figure_format_of(name);
+  return format ? draw_diagram_figure(name, *format) : print_diagram(name);
+}
+
 constexpr MenuLine lines[] = {
     {.text = "Save diagram, name=",
      .fields = {{{.number = 0, .text = "figure.vob"}}},
@@ -22,7 +29,7 @@ constexpr MenuLine lines[] = {
      .run = run<read_diagram>},
     {.text = "Save diagram in eps, name=",
      .fields = {{{.number = 2, .text = "figure.eps"}}},
-     .run = run<print_diagram>},
+     .run = run<export_diagram>},
     {.text = "New diagram", .run = [](const MenuRun&) { new_diagram(); }},
 };
 

@@ -1,8 +1,10 @@
-"""Pictures of a pane, as other programs show them."""
+"""Pictures of a pane, as other programs show them, and figures of it, as torve-batch draws them."""
+
+import subprocess
 
 import numpy as np
-from network import FRAME, LEAVE, PALETTE, Editor
-from pictures import BLACK, WHITE, cut, printed, read_with, same
+from network import DIAGRAM_FILES, FILES, FRAME, LEAVE, PALETTE, PRINT_OUT, SAVE, TELEPHONE, Editor
+from pictures import BLACK, PROGRAM, WHITE, cut, printed, read_with, same
 from workbench import PRINT, READ
 
 
@@ -48,3 +50,42 @@ def test_each_pane_prints_as_it_looks(desk):
         inked = cut(paper, 47, 21, 759, 128) < 0xA0
         for one, other in ((shown, inked), (inked, shown)):
             assert not (one & ~near(other))[2:-2, 2:-2].any(), name
+
+
+def test_names_of_figures_make_figures_of_what_is_shown(desk):
+    desk.start()
+    batch = PROGRAM.with_name("torve-batch")
+    subprocess.run([batch, "spectrum", "bhld1.res", "bell.spe", "20000"], cwd=desk.folder, check=True,
+                   stdout=subprocess.DEVNULL)
+
+    def is_figure(name, words):
+        subprocess.run([batch, "figure", "again", "--format", name[-3:].lower(), *words.split()],
+                       cwd=desk.folder, check=True)
+        assert (desk.folder / "again").read_bytes() == (desk.folder / name).read_bytes(), name
+
+    desk.open(READ)
+    desk.edit(READ, 2, 16, "two.pdf")
+    desk.edit(READ, 2, 41, "2")
+    desk.run(READ, 2)
+    is_figure("two.pdf", "bhld2.res,start=-1544,xsc=0.02,ysc=1,samples=100000")
+    desk.edit(READ, 0, 18, "bell.spe")
+    desk.run(READ, 0)
+    desk.close(READ)
+    desk.move_pointer(300, 100)
+    desk.settle()
+    desk.key(ord("d"))
+    desk.drag((132, 60), (300, 60), (437, 60))  # a closer look at what lies between these columns
+    desk.open(PRINT)
+    desk.edit(PRINT, 0, 24, "one.svg")
+    desk.run(PRINT, 0)
+    is_figure("one.svg", f"bell.spe,from=250,xsc={763 / 762.5},db")
+    desk.close(PRINT)
+    editor = Editor(desk, 400, 500)
+    editor.draw(FRAME, (100, 200), (300, 300))
+    editor.draw(TELEPHONE, (120, 220), (140, 250))
+    editor.use_files(SAVE)
+    editor.choose(FILES)
+    desk.edit(DIAGRAM_FILES, PRINT_OUT, 26, "net.png")
+    desk.run_by_double_press(DIAGRAM_FILES, PRINT_OUT)
+    is_figure("net.png", "figure.vob")
+    desk.finish()

@@ -1,5 +1,6 @@
 #include "app/plot/plot_panes.hpp"
 #include "app/tools/batch_line.hpp"
+#include "app/tools/pane_figure.hpp"
 #include "app/tools/pane_views.hpp"
 #include "app/tools/plot_tool.hpp"
 #include "app/tools/tools.hpp"
@@ -16,6 +17,9 @@ constexpr int name_field = 0;  // the first one: every line writes to the file t
 template <int pane>
 void print(const MenuRun& menu) {
   const char* name = menu.text(name_field);
+  if (const auto format = figure_format_of(name)) {
+    return show_outcome(draw_pane_figure(pane, name, *format));
+  }
   FilePtr template_file = open_eps(name, "psexampl.dat");
   if (!template_file) return say_outcome({.cause = Cause::not_created, .name = name});
   const Outcome drawn = print_signal(pane, plot_settings_of(pane));
@@ -26,9 +30,11 @@ void print(const MenuRun& menu) {
 
 template <int pane>
 std::string print_command(const MenuRun& menu) {
+  const char* name = menu.text(name_field);
+  if (figure_format_of(name)) return pane_figure_command(pane, name);
   PaneView view = plot_settings_of(pane);
   view.file = pane_name(pane);
-  return batch_plot_line(view, pane, menu.text(name_field)) + " --format eps";
+  return batch_plot_line(view, pane, name) + " --format eps";
 }
 
 template <int pane>

@@ -5,6 +5,7 @@
 #include "app/signal/au_file.hpp"
 #include "app/signal/report.hpp"
 #include "app/tools/batch_line.hpp"
+#include "app/tools/pane_figure.hpp"
 #include "app/tools/pane_views.hpp"
 #include "app/tools/sound_lines.hpp"
 #include "app/tools/tools.hpp"
@@ -83,7 +84,10 @@ Outcome gif_of_pane(const MenuRun& menu, int pane) {
 
 void make_gif(const MenuRun& menu) {
   const std::optional<int> pane = pane_of(menu.text(gif_pane));
-  if (pane) show_outcome(gif_of_pane(menu, *pane));
+  if (!pane) return;
+  const char* const name = menu.text(gif_file);
+  const auto format = figure_format_of(name);
+  show_outcome(format ? draw_pane_figure(*pane, name, *format) : gif_of_pane(menu, *pane));
 }
 
 std::string get_command(const MenuRun& menu) {
@@ -105,6 +109,7 @@ std::string analyze_command(const MenuRun& menu) {
 std::string gif_command(const MenuRun& menu) {
   const std::optional<int> pane = pane_of(menu.text(gif_pane));
   if (!pane) return {};
+  if (figure_format_of(menu.text(gif_file))) return pane_figure_command(*pane, menu.text(gif_file));
   const PaneView& view = shown_view(*pane);
   if (view.kind == PaneKind::nothing || view.closer) return {};
   return batch_plot_line(view, *pane, menu.text(gif_file)) + " --format gif";

@@ -69,7 +69,7 @@ bool set_scale(std::optional<double>& scale, std::string_view text) {
 }
 
 std::string scale_text(const char* key, const std::optional<double>& scale) {
-  return scale ? key + text_of(*scale) + "," : std::string();
+  return scale ? key + text_of(*scale) : std::string();
 }
 
 struct InputOption {
@@ -104,20 +104,28 @@ const InputOption* option_of(std::string_view text) {
 }
 
 bool set_options(FigureInput& input, std::string_view options) {
-  while (!options.empty()) {
+  while (options.starts_with(',')) {
+    options.remove_prefix(1);
     const std::string_view text = options.substr(0, options.find(','));
     const InputOption* const option = option_of(text);
     if (option == nullptr || !option->set(input, text.substr(option->key.size()))) return false;
-    options.remove_prefix(std::min(text.size() + 1, options.size()));
+    options.remove_prefix(text.size());
   }
-  return true;
+  return options.empty();
 }
 
+// A comma before each.
 std::string options_text(const FigureInput& input) {
-  return "start=" + text_of(input.start) + ",step=" + text_of(input.step) + "," +
-         scale_text("from=", input.from) + scale_text("xsc=", input.xsc) +
-         scale_text("ysc=", input.ysc) + scale_text("full=", input.full) +
-         scale_text("samples=", input.samples) + (input.decibels ? "db" : "");
+  const FigureInput plain = {};
+  std::string text;
+  if (input.start != plain.start) text += scale_text(",start=", input.start);
+  if (input.step != plain.step) text += ",step=" + text_of(input.step);
+  text += scale_text(",from=", input.from);
+  text += scale_text(",xsc=", input.xsc);
+  text += scale_text(",ysc=", input.ysc);
+  text += scale_text(",full=", input.full);
+  text += scale_text(",samples=", input.samples);
+  return input.decibels ? text + ",db" : text;
 }
 
 // Where the options begin: behind the name, which may hold commas itself.
@@ -141,6 +149,10 @@ std::optional<FigureFormat> figure_format_of(std::string_view name) {
   return figure_format_named(ending_of(name));
 }
 
+std::string figure_word(const FigureInput& input) {
+  return input.name + options_text(input);
+}
+
 FigureSource figure_source_of(std::string_view name) {
   const std::string ending = ending_of(name);
   if (ending == "spe") return FigureSource::spectrum;
@@ -151,7 +163,7 @@ std::optional<FigureInput> figure_input_of(std::string_view word) {
   const std::size_t length = name_length(word);
   FigureInput input = {.name = std::string(word.substr(0, length))};
   input.source = figure_source_of(input.name);
-  if (!set_options(input, word.substr(std::min(length + 1, word.size())))) return std::nullopt;
+  if (!set_options(input, word.substr(length))) return std::nullopt;
   return input;
 }
 

@@ -51,6 +51,9 @@ struct FigureInput {
 /// number is none or out of range, or decibels are asked for of anything but a spectrum.
 [[nodiscard]] std::optional<FigureInput> figure_input_of(std::string_view word);
 
+/// The word for an input; what is not said is as it is by default.
+[[nodiscard]] std::string figure_word(const FigureInput& input);
+
 struct FigureSize {
   int width = 0, height = 0;  // points of 1/72 inch; of a PNG pixels
   bool operator==(const FigureSize&) const = default;
