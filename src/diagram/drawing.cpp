@@ -122,6 +122,10 @@ bool is_on_canvas(const Vobj& figure) {
   return (figure.phase & phase_on_canvas) != 0;
 }
 
+bool is_in_area(const Vobj& figure) {
+  return !intersection(room_of(figure), figure_area()).empty();
+}
+
 // Around everything that the figure draws, which for pictograms is not the box of its two points.
 Rect box_of(const Vobj& figure) {
   Rect box;
@@ -136,6 +140,21 @@ Rect box_of(const Vobj& figure) {
 }
 
 }  // namespace
+
+Rect room_of(const Vobj& figure) {
+  constexpr int pictogram = 30;  // pixels beside the points, for heads and fixed shapes, too
+  constexpr int widest_glyph = 64;
+  int x1 = std::min(figure.x1, figure.x2), x2 = std::max(figure.x1, figure.x2);
+  int y1 = std::min(figure.y1, figure.y2), y2 = std::max(figure.y1, figure.y2);
+  if (figure.kind == FigureKind::label) x2 = figure.x1 + label_text_length * widest_glyph;
+  for (const FigureAnchor& bend : figure.bends) {
+    x1 = std::min(x1, bend.x), x2 = std::max(x2, bend.x);
+    y1 = std::min(y1, bend.y), y2 = std::max(y2, bend.y);
+  }
+  // A circle is as high as it is wide.
+  const int more = figure.kind == FigureKind::vcircle ? x2 - x1 + pictogram : pictogram;
+  return {x1 - more, y1 - more, x2 + more, y2 + more};
+}
 
 Rect diagram_area() {
   return figure_area();
@@ -156,10 +175,12 @@ int pick_up_cvobj() {
   const auto clip = kept_figure_area();
   set_figure_area(intersection(box_of(*cvobj), figure_area()));
   for (Vobj* figure = lastvobj; figure != cvobj->prev; figure = figure->prev) {
-    if (is_on_canvas(*figure)) draw_vobj(VectorMode::clipped, figure, figure_erase);
+    if (is_on_canvas(*figure) && is_in_area(*figure))
+      draw_vobj(VectorMode::clipped, figure, figure_erase);
   }
   for (Vobj* figure = cvobj->next; figure != nullptr; figure = figure->next) {
-    if (is_on_canvas(*figure)) draw_vobj(VectorMode::clipped, figure, figure_draw);
+    if (is_on_canvas(*figure) && is_in_area(*figure))
+      draw_vobj(VectorMode::clipped, figure, figure_draw);
   }
   if (is_on_canvas(*cvobj)) draw_vobj(VectorMode::clipped, cvobj, figure_draw);
   unlink_vobj(cvobj);
@@ -184,7 +205,8 @@ void lift_figures(const Rect& rect) {
   const auto clip = kept_figure_area();
   set_figure_area(intersection(rect, figure_area()));
   for (Vobj* figure = lastvobj; figure != nullptr; figure = figure->prev) {
-    if (is_on_canvas(*figure)) draw_vobj(VectorMode::clipped, figure, figure_erase);
+    if (is_on_canvas(*figure) && is_in_area(*figure))
+      draw_vobj(VectorMode::clipped, figure, figure_erase);
   }
 }
 
@@ -192,7 +214,8 @@ void lay_figures(const Rect& rect) {
   const auto clip = kept_figure_area();
   set_figure_area(intersection(rect, figure_area()));
   for (Vobj* figure = firstvobj; figure != nullptr; figure = figure->next) {
-    if (is_on_canvas(*figure)) draw_vobj(VectorMode::clipped, figure, figure_draw);
+    if (is_on_canvas(*figure) && is_in_area(*figure))
+      draw_vobj(VectorMode::clipped, figure, figure_draw);
   }
 }
 

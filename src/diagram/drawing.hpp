@@ -22,6 +22,9 @@ void draw_vobj(VectorMode mode, Vobj* figure, int flags);
 /// Where figures are drawn: the standing clip rectangle.
 [[nodiscard]] Rect diagram_area();
 
+/// A rectangle that a figure does not reach beyond: quickly told, and often too large.
+[[nodiscard]] Rect room_of(const Vobj& figure);
+
 /// Brings cvobj to the top of the drawing order. Returns 0, or 1 when it is there already.
 int pick_up_cvobj();
 

@@ -52,8 +52,24 @@ FigureChange::FigureChange(Vobj* figure)
     erase(figure->label);
     erase(figure);
   } else {
-    lift_figures(diagram_area());
+    room_ = room_of_all();
+    lift_figures(room_);
   }
+}
+
+// What the figure takes with all that goes along with it.
+Rect FigureChange::room_of_all() const {
+  Rect room;
+  const auto include = [&room](const Vobj* figure) {
+    if (figure != nullptr) room = bounding_box(room, room_of(*figure));
+  };
+  include(figure_);
+  include(figure_->label);
+  for (const auto& [follower, anchor] : followers_) {
+    include(follower);
+    include(follower->label);
+  }
+  return room;
 }
 
 // Without memory the figure is not drawn. Then the reserve is gone, too, and the program ends.
@@ -75,7 +91,10 @@ void FigureChange::finish() {
     draw(figure_);
     draw(figure_->label);
   } else {
-    lay_figures(diagram_area());
+    // What lay above is off the canvas at the old place only.
+    room_ = bounding_box(room_, room_of_all());
+    lift_figures(room_);
+    lay_figures(room_);
   }
   note_change();
 }

@@ -23,11 +23,13 @@ class FigureChange {
 
  private:
   void finish();
+  [[nodiscard]] Rect room_of_all() const;
 
   CanvasPaint beneath_windows_;
   Vobj* figure_;
   FigureAnchor anchor_;                                    // before the change
   std::vector<std::pair<Vobj*, FigureAnchor>> followers_;  // with theirs
+  Rect room_;  // that was cleared, when there are followers
 };
 
 /// Makes a figure the current one and brings it to the top, below its label only.
