@@ -16,6 +16,7 @@
 #include "base/number_text.hpp"
 #include "batch/figure.hpp"
 #include "batch/measure_commands.hpp"
+#include "batch/model.hpp"
 #include "batch/plot.hpp"
 #include "batch/sound_commands.hpp"
 #include "batch/status.hpp"
@@ -272,6 +273,9 @@ constexpr std::array commands = {
         "draw up to four .res, .spe or .vob files one above the other, into OUT.pdf, OUT.svg or "
         "OUT.png",
         2, 1 + most_figure_inputs, Options::format | Options::figure, run_figure},
+    Command{"model", "FILE.vob [--json]",
+            "list a diagram as a queueing network, with what is wrong with it", 1, 1, Options::json,
+            run_model},
 };
 
 }  // namespace

@@ -44,6 +44,8 @@ constexpr Option options[] = {
      }},
     {"--values", Options::values, false,
      [](Request& request, const std::string&) { return request.values = true; }},
+    {"--json", Options::json, false,
+     [](Request& request, const std::string&) { return request.json = true; }},
     {"--average", Options::average, true,
      [](Request& request, const std::string& value) {
        return set_average(request.average, value);

@@ -23,6 +23,7 @@ enum class Options : unsigned {
   figure = 8,     // --size WxH --title TEXT
   average = 16,   // --average BLOCK
   decibels = 32,  // --db
+  json = 64,      // --json
 };
 template <>
 inline constexpr bool is_flag_enum<Options> = true;
@@ -32,6 +33,7 @@ struct Request {
   std::vector<std::string> words = {};
   SampleRange range = {};
   bool values = false;
+  bool json = false;
   std::string format = {};  // as given, or none
   std::string size = {};    // as given, or none
   std::string title = {};

@@ -1,6 +1,5 @@
 #include "diagram/diagram_file.hpp"
 
-#include <array>
 #include <cstdio>
 #include <optional>
 #include <pwd.h>
@@ -15,6 +14,7 @@
 #include "diagram/drawing.hpp"
 #include "diagram/editor.hpp"
 #include "diagram/history.hpp"
+#include "diagram/model/diagram_input.hpp"
 #include "diagram/model/diagram_text.hpp"
 #include "diagram/model/kept_diagram.hpp"
 #include "diagram/restore.hpp"
@@ -32,7 +32,6 @@ namespace {
 constexpr const char* rescue_name = "figure.vob.bak";
 constexpr const char* directory_for_anybody = P_tmpdir "/";
 constexpr const char* eps_template = "psdiagram.dat";
-constexpr std::size_t largest_file = std::size_t{8} << 20;  // bytes
 
 Outcome write_diagram(const char* name) {
   OutputFile file(name);
@@ -48,18 +47,6 @@ Outcome write_diagram(const char* name) {
 std::string home_directory() {
   const passwd* const user = getpwuid(getuid());
   return (user != nullptr && user->pw_dir != nullptr ? std::string(user->pw_dir) : "") + "/";
-}
-
-// What a file holds; nothing when it cannot be read to its end.
-std::optional<std::string> contents(std::FILE* file) {
-  std::string text;
-  std::array<char, 1 << 14> piece;
-  for (;;) {
-    const std::size_t size = std::fread(piece.data(), 1, piece.size(), file);
-    text.append(piece.data(), size);
-    if (text.size() > largest_file || std::ferror(file) != 0) return std::nullopt;
-    if (size < piece.size()) return text;
-  }
 }
 
 int refuse(const std::string& why, int code) {
@@ -106,7 +93,7 @@ int save_diagram(const char* name) {
 int read_diagram(const char* name) {
   const FilePtr file = open_regular_file(name, "rb");
   if (!file) return result_of(input_failure(name));
-  const std::optional<std::string> text = contents(file.get());
+  const std::optional<std::string> text = diagram_file_contents(file.get());
   if (!text) return refuse(std::string(name) + " is too large or cannot be read", 0);
   int bad_line = 0;
   const std::optional<KeptDiagram> diagram = diagram_from_text(*text, &bad_line);

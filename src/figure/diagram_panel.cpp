@@ -1,50 +1,32 @@
 #include "figure/diagram_panel.hpp"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <cstddef>
-#include <optional>
 #include <string_view>
 
-#include "base/files.hpp"
 #include "diagram/model/arcs.hpp"
-#include "diagram/model/diagram_text.hpp"
+#include "diagram/model/diagram_input.hpp"
+#include "diagram/model/label_letters.hpp"
 
 namespace torve {
 
 namespace {
 
-constexpr std::size_t largest_file = std::size_t{8} << 20;  // bytes
-constexpr double letter_size = 11;                          // pixels
-constexpr double base_line = 9;   // below the upper edge of a text, pixels
-constexpr double line_width = 1;  // pixels
+constexpr double letter_size = 11;  // pixels
+constexpr double base_line = 9;     // below the upper edge of a text, pixels
+constexpr double line_width = 1;    // pixels
 
-std::optional<std::string> contents(std::FILE* file) {
-  std::string text;
-  std::array<char, 1 << 14> piece;
-  for (std::size_t got; (got = std::fread(piece.data(), 1, piece.size(), file)) > 0;) {
-    text.append(piece.data(), got);
-    if (text.size() > largest_file) return std::nullopt;
-  }
-  return std::ferror(file) == 0 ? std::optional(text) : std::nullopt;
-}
-
-// The fonts of the canvas have letters of Polish and the Nordic languages at the codes from 1 on.
 std::string label_text(std::string_view bytes) {
-  constexpr std::array<const char*, 24> letters = {"ł", "ą", "ę", "ć", "ś", "ź", "ż", "ó",
-                                                   "Ł", "Ą", "Ę", "Ć", "Ś", "Ź", "Ż", "ń",
-                                                   "å", "ä", "ö", "Å", "Ä", "Ö", "Ó", "Ń"};
   std::string text;
   for (std::size_t done = 0; done < bytes.size();) {
-    const auto code = static_cast<unsigned char>(bytes[done]);
-    const bool is_letter = code >= 1 && code <= letters.size();
+    const char* letter = national_letter(bytes[done]);
     const std::size_t plain = std::max<std::size_t>(
         1, std::find_if(bytes.begin() + static_cast<std::ptrdiff_t>(done), bytes.end(),
-                        [](char character) { return character >= 1 && character <= 24; }) -
+                        [](char character) { return national_letter(character) != nullptr; }) -
                bytes.begin() - static_cast<std::ptrdiff_t>(done));
-    text += is_letter ? letters.at(code - 1U) : text_of_bytes(bytes.substr(done, plain));
-    done += is_letter ? 1 : plain;
+    text += letter != nullptr ? letter : text_of_bytes(bytes.substr(done, plain));
+    done += letter != nullptr ? 1 : plain;
   }
   return text;
 }
@@ -133,18 +115,10 @@ struct Placing {
 
 }  // namespace
 
-Outcome read_diagram_file(const std::string& name, KeptDiagram* diagram) {
-  const FilePtr file = open_regular_file(name, "rb");
-  if (!file) return input_failure(name);
-  const auto text = contents(file.get());
-  if (!text) return {.cause = Cause::unreadable, .name = name};
-  int bad_line = 0;
-  const auto read = diagram_from_text(*text, &bad_line);
-  if (!read)
-    return {.cause = Cause::unreadable, .name = name, .reason = "line " + std::to_string(bad_line)};
-  *diagram = *read;
-  return {.cause = shape_of(*diagram).is_empty ? Cause::nothing_to_draw : Cause::done,
-          .name = name};
+Outcome read_diagram_to_draw(const std::string& name, KeptDiagram* diagram) {
+  const Outcome outcome = read_diagram_file(name, diagram);
+  if (!outcome.is_done() || !shape_of(*diagram).is_empty) return outcome;
+  return {.cause = Cause::nothing_to_draw, .name = name};
 }
 
 Box diagram_box(const KeptDiagram& diagram) {

@@ -10,7 +10,7 @@
 namespace torve {
 
 /// Reads a diagram's file (diagram_text.hpp). Nothing to draw where it shows nothing.
-Outcome read_diagram_file(const std::string& name, KeptDiagram* diagram);
+Outcome read_diagram_to_draw(const std::string& name, KeptDiagram* diagram);
 
 /// What its figures cover, pixels of the canvas; texts as wide as they can become.
 [[nodiscard]] Box diagram_box(const KeptDiagram& diagram);

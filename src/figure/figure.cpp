@@ -38,7 +38,7 @@ Outcome open_panels(const FigureRequest& request, std::vector<Panel>* panels) {
   for (const FigureInput& input : request.inputs) {
     panels->push_back({.input = input});
     Panel& panel = panels->back();
-    Outcome opened = is_diagram(panel) ? read_diagram_file(input.name, &panel.diagram)
+    Outcome opened = is_diagram(panel) ? read_diagram_to_draw(input.name, &panel.diagram)
                                        : find_places(input, &panel.places);
     if (!opened.is_done()) return opened;
   }
