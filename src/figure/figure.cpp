@@ -36,8 +36,8 @@ bool is_diagram(const Panel& panel) {
 
 Outcome open_panels(const FigureRequest& request, std::vector<Panel>* panels) {
   for (const FigureInput& input : request.inputs) {
-    panels->push_back({.input = input});
-    Panel& panel = panels->back();
+    Panel& panel = panels->emplace_back();
+    panel.input = input;
     Outcome opened = is_diagram(panel) ? read_diagram_to_draw(input.name, &panel.diagram)
                                        : find_places(input, &panel.places);
     if (!opened.is_done()) return opened;

@@ -28,8 +28,8 @@ std::string counted(int count, const char* what) {
 
 }  // namespace
 
-SoundReader::SoundReader(const std::string& name) : name_(name) {
-  file_ = open_regular_file(name, "rb");
+SoundReader::SoundReader(const std::string& name)
+    : name_(name), file_(open_regular_file(name, "rb")) {
   if (!file_) {
     outcome_ = input_failure(name);
     return;

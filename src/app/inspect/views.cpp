@@ -104,8 +104,13 @@ PaneView stretch_shown(const PaneView& view, std::size_t, int, double) {
   return view;
 }
 
+// A line that draws a file which is not there says so in a pane; here the pane stays.
 void show_again(int pane, const PaneView& view) {
-  const Outcome outcome = view.closer ? show_closer(pane, view) : show_as_told(pane, view);
+  ViewPoints loaded;
+  Outcome outcome = load_points(view, &loaded);
+  if (outcome.is_done()) {
+    outcome = view.closer ? show_closer(pane, view) : show_as_told(pane, view);
+  }
   if (!outcome.is_done()) say_outcome(outcome);
 }
 

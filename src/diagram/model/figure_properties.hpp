@@ -92,7 +92,8 @@ inline constexpr FigureProperty nodeb_properties[] = {
     {.key = "int1", .line = "Attr9", .integer = int_of<1>},
     {.key = "int2", .line = "Attr10", .integer = int_of<2>},
 };
-inline constexpr std::size_t attribute_count = std::size(nodeb_properties) - 1;
+inline constexpr std::size_t attribute_count = 10;
+static_assert(std::size(nodeb_properties) == attribute_count + 1);  // and the name
 
 inline constexpr int work_load_bits = 4;  // of a queue's servers: the distribution
 inline constexpr int user_model_entry = 2;

@@ -18,11 +18,11 @@ constexpr MenuField field(int number, int column, int length, int covers = 0, in
           .beyond = beyond};
 }
 
-consteval PropertyField of_queue(MenuField place, std::string_view key) {
+consteval PropertyField of_queue(const MenuField& place, std::string_view key) {
   return shown(place, FigureMenu::queue, key);
 }
 
-consteval PropertyField of_tel(MenuField place, std::string_view key) {
+consteval PropertyField of_tel(const MenuField& place, std::string_view key) {
   return shown(place, FigureMenu::tel, key);
 }
 
