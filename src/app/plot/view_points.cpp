@@ -72,11 +72,11 @@ const KeptPoints& kept_points(const PaneView& view, const KeptFile& file) {
 }  // namespace
 
 Outcome load_points(const PaneView& view, ViewPoints* loaded) try {
-  const Outcome nothing = {.cause = Cause::nothing_to_draw, .name = view.file};
+  Outcome nothing = {.cause = Cause::nothing_to_draw, .name = view.file};
   if (view.kind == PaneKind::nothing) return nothing;
   const FileForm form = view.kind == PaneKind::spectrum ? FileForm::spectrum : FileForm::samples;
   KeptFile file;
-  const Outcome read = keep_file(view.file, form, &file);
+  Outcome read = keep_file(view.file, form, &file);
   if (!read.is_done()) return read;
   if (file->values.empty()) return nothing;
   *loaded = {file, nullptr, 0};

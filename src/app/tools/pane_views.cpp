@@ -37,9 +37,9 @@ PlotSettings settings_of(int pane, const PaneView& view, int target) {
 // Draws the file of a view as its kind says. What could not be drawn has left nothing to look at.
 Outcome draw(int pane, PaneView view) {
   const PlotSettings settings = settings_of(pane, view, target_screen);
-  const Outcome drawn = view.kind == PaneKind::spectrum
-                            ? plot_spectrum_file(view.file, settings, view.samples)
-                            : plot_signal_file(view.file, settings);
+  Outcome drawn = view.kind == PaneKind::spectrum
+                      ? plot_spectrum_file(view.file, settings, view.samples)
+                      : plot_signal_file(view.file, settings);
   if (!drawn.is_done()) view.kind = PaneKind::nothing;
   note_shown_view(pane, view);
   return drawn;
