@@ -15,7 +15,7 @@ namespace torve {
 /// Called while a computation runs; none of them may throw. They are called far more often than
 /// there is anything to look for, so they look at the clock themselves.
 struct Watcher {
-  /// A computation begins whose result is the file `output`.
+  /// A computation begins that makes, or reads, the file `output`; the name stays until the end.
   void (*begin)(const std::string& output) = nullptr;
   /// `done` of it, 0 to 1, is done. Whether it is to go on.
   bool (*goes_on)(double done) = nullptr;

@@ -7,7 +7,7 @@ import subprocess
 import numpy as np
 import pytest
 from pictures import cut, same
-from workbench import PRINT, READ, WRITE, Workbench
+from workbench import CONTROL, KEYPAD_PLUS, PRINT, READ, SHIFT, WRITE, Workbench
 from Xlib import X
 
 EXIT = (22, 575)
@@ -66,6 +66,10 @@ def test_the_window_is_served_while_an_answer_is_awaited(desk, end):
     assert desk.process.exit_status() == 1
 
 
+def enlarged(picture, scale):
+    return np.kron(picture, np.ones((scale, scale), int))
+
+
 def look_around(desk, **options):
     """What a session shows: the start, a tool's menu, the same moved and edited."""
     desk.start(**options)
@@ -98,7 +102,7 @@ def test_every_pixel_is_shown_as_a_square_and_pressed_as_one(desk, scale, words,
     desk.scale = scale
     screen = {"screen": "2450x2000x24", "resources": resources}
     for shown, plain in zip(look_around(desk, **screen), plain_pictures()):
-        assert same(shown, np.kron(plain, np.ones((scale, scale), int)))
+        assert same(shown, enlarged(plain, scale))
     width, height = 800 * scale, 600 * scale
     cover(desk, 31, 33, 309, 477)
     desk.window.configure(width=width + 40, height=height + 40)
@@ -137,3 +141,18 @@ def test_a_line_is_read_copied_and_leaves_no_trace(desk):
     desk.fake(X.MotionNotify, x=1000, y=740)  # beside the window
     desk.settle()
     assert same(desk.screenshot(), before)
+
+
+def test_control_with_plus_and_minus_changes_the_scale(desk):
+    desk.start(screen="2450x1850x24")
+    desk.open(READ)
+    plain = desk.screenshot()
+    plus, minus = (ord("="), CONTROL, SHIFT), (ord("-"), CONTROL)
+    keys = (plus, 2), (plus, 3), (minus, 2), (minus, 1), (minus, 1), ((KEYPAD_PLUS, CONTROL), 2)
+    for keys_held, scale in keys:
+        desk.key(*keys_held)
+        desk.scale = scale
+        assert same(desk.screenshot(), enlarged(plain, scale)), scale
+        desk.close(READ)
+        desk.open(READ)
+        assert same(desk.screenshot(), enlarged(plain, scale)), scale

@@ -26,6 +26,7 @@ EVIDENCE = PROGRAM.parents[1] / "tests" / "desktop"
 # Root may write whatever the permissions say, this user may not.
 AS_NOBODY = ["--reuid", "65534", "--regid", "65534", "--clear-groups"] if os.geteuid() == 0 else []
 BACKSPACE, RETURN, ESCAPE, DELETE = 0xFF08, 0xFF0D, 0xFF1B, 0xFFFF
+SHIFT, CONTROL, KEYPAD_PLUS = 0xFFE1, 0xFFE3, 0xFFAB
 
 TEXT_INSET, BOX = 16, 5  # from a menu's corner to its text, and to the middle of a box
 COLUMN, ROW = 8, 11
@@ -168,14 +169,16 @@ class Workbench:
         self.fake(X.ButtonRelease, button)
         self.settle()
 
-    def strike(self, keysym):
-        code = self.display.keysym_to_keycode(keysym)
-        self.fake(X.KeyPress, code)
-        self.fake(X.KeyRelease, code)
+    def strike(self, keysym, *held):
+        codes = [self.display.keysym_to_keycode(symbol) for symbol in (*held, keysym)]
+        for code in codes:
+            self.fake(X.KeyPress, code)
+        for code in reversed(codes):
+            self.fake(X.KeyRelease, code)
 
-    def key(self, keysym):
+    def key(self, keysym, *held):
         """Every key waits until the one before was handled: the program drops keys typed ahead."""
-        self.strike(keysym)
+        self.strike(keysym, *held)
         self.settle()
 
     def open(self, menu):

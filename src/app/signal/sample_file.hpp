@@ -93,6 +93,9 @@ class LongSampleReader {
 [[nodiscard]] std::optional<std::vector<float>> read_long_sample_file(
     const std::string& name, const SampleRange& range = {});
 
+/// Tells how much of an open regular file has been read (base/progress.hpp).
+void tell_read(std::FILE* file);
+
 /// A sample budget: "all" is most_samples, otherwise the decimal number, within 0 .. most_samples;
 /// no number is 0.
 [[nodiscard]] int sample_budget(const std::string& text);

@@ -11,12 +11,15 @@
 #include "base/files.hpp"
 #include "base/number_text.hpp"
 #include "base/output_file.hpp"
+#include "base/progress.hpp"
 #include "sound/sound_names.hpp"
 #include "sound/sound_writer.hpp"
 
 namespace torve {
 
 namespace {
+
+constexpr double extent_part = 0.5;  // of an export: to find the largest value
 
 using Block = std::array<float, 1 << 13>;
 
@@ -40,6 +43,12 @@ double as_written(float value) {
   return is_near && same_fixed6(exact, -0.0) ? 0 : exact;
 }
 
+/// About how many samples a part gives.
+double samples_of(const SoundFormat& format, const SoundPart& part) {
+  const double seconds = static_cast<double>(format.frames) / format.rate;
+  return (std::min(part.end.value_or(seconds), seconds) - part.start) * sampling_rate;
+}
+
 Outcome import_part(const std::string& sound_name, const std::string& res_name,
                     const SoundPart& part, Imported* imported, OldContent old_content) {
   SoundReader sound(sound_name);
@@ -51,7 +60,9 @@ Outcome import_part(const std::string& sound_name, const std::string& res_name,
   if (!res) return res.outcome();
   static Block block;
   std::int64_t index = 0;
+  const double wanted = samples_of(sound.format(), part);
   for (std::size_t got; (got = sound.read(block)) > 0;) {
+    tell_done(static_cast<double>(index) / wanted);
     for (const float value : std::span(block).first(got))
       write_sample(res, index++, as_written(value));
     if (!res.outcome().is_done()) break;
@@ -74,7 +85,9 @@ Extent extent_of(std::FILE* res) {
   SampleReader reader(res, analysis_line_size);
   Extent extent;
   static Block block;
+  const PartOfWork reading(0, extent_part);
   for (std::size_t got; (got = reader.read(block)) > 0;) {
+    tell_read(res);
     for (const float value : std::span(block).first(got)) {
       extent.is_finite = extent.is_finite && std::isfinite(value);
       extent.largest = std::max(extent.largest, std::fabs(static_cast<double>(value)));
@@ -88,7 +101,9 @@ void write_scaled(std::FILE* res, double factor, SoundWriter& sound) {
   std::rewind(res);
   SampleReader reader(res, analysis_line_size);
   static Block block;
+  const PartOfWork writing(extent_part, 1);
   for (std::size_t got; sound.outcome().is_done() && (got = reader.read(block)) > 0;) {
+    tell_read(res);
     const auto values = std::span(block).first(got);
     if (factor != 1) {
       for (float& value : values)
@@ -119,7 +134,8 @@ Outcome export_all(const std::string& res_name, const std::string& sound_name, E
 
 Outcome import_sound(const std::string& sound_name, const std::string& res_name,
                      const SoundPart& part, Imported* imported, OldContent old_content) try {
-  return import_part(sound_name, res_name, part, imported, old_content);
+  return watched(res_name,
+                 [&] { return import_part(sound_name, res_name, part, imported, old_content); });
 } catch (const std::bad_alloc&) {
   return {.cause = Cause::no_memory};
 }
@@ -144,7 +160,7 @@ std::string import_line(const Imported& imported) {
 
 Outcome export_sound(const std::string& res_name, const std::string& sound_name,
                      Exported* exported) try {
-  return export_all(res_name, sound_name, exported);
+  return watched(sound_name, [&] { return export_all(res_name, sound_name, exported); });
 } catch (const std::bad_alloc&) {
   return {.cause = Cause::no_memory};
 }

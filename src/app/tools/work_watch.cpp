@@ -22,7 +22,7 @@ constexpr auto between_looks = 50ms;
 constexpr auto worth_saying = 500ms;
 
 struct Watch {
-  std::string output;
+  const std::string* output = nullptr;
   Clock::time_point begin;
   Clock::time_point next_look;
   int percent = 0;
@@ -30,8 +30,9 @@ struct Watch {
 };
 Watch watch;
 
+// The name is kept as it is, which needs no memory: it outlives the computation.
 void begin(const std::string& output) {
-  watch.output = output;
+  watch.output = &output;
   watch.begin = Clock::now();
   watch.next_look = watch.begin + between_looks;
   watch.percent = -1;
@@ -42,7 +43,7 @@ void say_percent(int percent) try {
   if (percent <= watch.percent) return;
   watch.percent = percent;
   const std::string text =
-      watch.output + ": " + std::to_string(percent) + " % done, Escape cancels";
+      *watch.output + ": " + std::to_string(percent) + " % done, Escape cancels";
   if (watch.note) {
     say_in_strip(text);
   } else {

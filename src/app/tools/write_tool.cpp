@@ -20,7 +20,7 @@ enum Field { res_name, au_name, start_time, end_time, field_count };
 void convert_to_sound(const MenuRun& menu) {
   std::string line;
   const Outcome outcome = make_sound_of(menu.text(res_name), menu.text(au_name), &line);
-  std::printf("done\n");
+  if (outcome.cause != Cause::cancelled) std::printf("done\n");
   outcome.is_done() ? say_in_strip(line) : show_outcome(outcome);
 }
 
