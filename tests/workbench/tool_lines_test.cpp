@@ -17,7 +17,6 @@
 #include "app/signal/spectrum.hpp"
 #include "app/signal/work_buffer.hpp"
 #include "app/tools/tools.hpp"
-#include "base/progress.hpp"
 #include "dialogs/player.hpp"
 #include "draw/lines.hpp"
 #include "eps/eps_stream.hpp"
@@ -134,13 +133,6 @@ template <int pane>
 void block() {
   if (pane != 0) remove<pane>();
   std::filesystem::create_directory(pane == 0 ? "d" : "p" + std::to_string(pane) + ".res");
-}
-
-// Every analysis ends where it first asks whether to go on.
-void cancel() {
-  static constexpr Watcher refuser = {
-      .begin = [](const std::string&) {}, .goes_on = [](double) { return false; }, .end = [] {}};
-  set_watcher(&refuser);
 }
 
 struct Found {
@@ -571,14 +563,12 @@ const Case cases[] = {
      [] { store_spectrum_size(0); }},
     {"match, cancelled", plots, 3, "2:12=all",
      [] { std::printf("in my_correlation, start_offset=0\n"); }, "", "",
-     "Cancelled: compres.res is as it was", cancel},
+     "Cancelled: compres.res is as it was", cancel_computations},
     {"Comparison, cancelled", correlations, 2, "",
      [] { std::printf("in my_correlation, start_offset=1544\n"); }, "", "",
-     "Cancelled: compar3.res is as it was", cancel},
-    {"Spectrum, cancelled", spectra, 1, "", [] { std::printf("in power_spectrum\n"); }, "", "",
-     "Cancelled: spectr3.spe is as it was", cancel},
+     "Cancelled: compar3.res is as it was", cancel_computations},
     {"Convert, cancelled", writer, 0, "2:4=p1.res", [] { std::printf("make_au_file\n"); }, "", "",
-     "Cancelled: checkts.au is as it was", cancel},
+     "Cancelled: checkts.au is as it was", cancel_computations},
     {"Out-of-band, unwritable", spectra, 0, "15=d",
      [] { filter("mid.res", "d", 2200, 5000, filter_out_of_band); }, "", "Cannot write file d",
      "d: cannot be written (Is a directory)", block<0>},
