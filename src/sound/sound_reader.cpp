@@ -59,8 +59,11 @@ Outcome SoundReader::select(const SoundPart& part, int rate) {
   }
   const auto first = frame_at(part.start, format);
   const auto end = part.end ? frame_at(*part.end, format) : format.frames;
-  const bool is_empty = format.frames == 0 && !part.end && first == 0;
-  if (!first || !end || (*first >= *end && !is_empty)) {
+  if (format.frames == 0) {
+    fail("it has no samples");
+    return outcome_;
+  }
+  if (!first || !end || *first >= *end) {
     return refuse("it has " + std::to_string(format.frames) + " samples a channel, " +
                   std::to_string(static_cast<double>(format.frames) / format.rate) + " seconds");
   }
