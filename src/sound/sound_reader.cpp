@@ -141,7 +141,10 @@ std::size_t SoundReader::give_resampled(std::span<float> samples) {
     if (ahead_.empty() && is_over_) ahead_ = silence;
     if (ahead_.empty() && !read_more()) break;
     const Resampler::Step step = resampler_->step(ahead_, samples.subspan(given, wanted - given));
-    if (!step.is_fine) {
+    // Between samples near the largest float lie values beyond it.
+    const auto made = samples.subspan(given, step.given);
+    const auto is_finite = [](float value) { return std::isfinite(value); };
+    if (!step.is_fine || !std::ranges::all_of(made, is_finite)) {
       fail("its sampling rate cannot be changed");
       break;
     }

@@ -104,6 +104,7 @@ def check_what_is_refused():
     pathlib.Path("head.wav").write_bytes(whole[:30])
     pathlib.Path("text.wav").write_text("0 1\n1 2\n")
     wavfile.write("nan.wav", 44100, np.array([0, np.nan], np.float32))
+    wavfile.write("huge.wav", 48000, np.full(99, 3.4e38, np.float32))
     wavfile.write("empty.wav", 44100, np.zeros(0, np.float32))
     wavfile.write("slow.wav", 100, np.zeros(9, np.float32))
     pathlib.Path("nan.res").write_text("0 nan\n")
@@ -118,6 +119,7 @@ def check_what_is_refused():
         (2, "head.wav: cannot be read as sound (", "import", "head.wav", "old.res"),
         (2, "cut.flac: cannot be read as sound (", "import", "cut.flac", "old.res"),
         (2, "nan.wav: cannot be read as sound (sample 1 is no", "import", "nan.wav", "old.res"),
+        (2, "huge.wav: cannot be read as sound (its sampling", "import", "huge.wav", "old.res"),
         (2, "empty.wav: cannot be read as sound (it has no", "import", "empty.wav", "old.res"),
         (2, "slow.wav: cannot be read as sound (its sampling", "import", "slow.wav", "old.res"),
         (2, "same.wav: cannot be written", "import", "a.wav", "same.wav"),
