@@ -27,8 +27,9 @@ FigureAnchor in_line(const FigureAnchor& from, const PointerEvent& press) {
   if (!has(press.modifiers, Modifiers::shift)) return to;
   const int dx = to.x - from.x, dy = to.y - from.y;
   const int wide = std::abs(dx), high = std::abs(dy);
-  if (wide > 2 * high) return {to.x, from.y};
-  if (high > 2 * wide) return {from.x, to.y};
+  constexpr int near = 12, far = 29;  // the tangent of half of 45 degrees
+  if (far * high < near * wide) return {to.x, from.y};
+  if (far * wide < near * high) return {from.x, to.y};
   // The shorter way, so that it stays inside the diagram.
   const int way = std::min(wide, high);
   return {from.x + (dx < 0 ? -way : way), from.y + (dy < 0 ? -way : way)};

@@ -14,15 +14,18 @@ CPU, DISK, FRAME_CORNER = (300, 140), (500, 140), (30, 70)
 NETWORK = (
     (FRAME, FRAME_CORNER, (640, 420)),
     (TELEPHONE, (80, 170), (100, 200)),
-    (ARROW, (110, 193), (190, 193)),
     (QUEUE, (205, 150), (205, 240)),
-    (ARROW, (212, 193), (290, 193)),
     (NODE, CPU, (300, 330)),
     (NODE, DISK, (500, 330)),
-    (ARROW, (310, 210), (490, 210)),
-    (ARROW, (490, 270), (310, 270)),
+    (ARC, (101, 193), (199, 193)),
+    (ARC, (206, 193), (299, 193)),
+    (ARC, (301, 210), (499, 210)),
+    (ARC, (499, 270), (301, 270)),
+    (ARC, (301, 310), (400, 480)),
 )
-WAY_BACK = (400, 270)  # the middle of the last arrow
+WAY_BACK = (400, 270)  # the middle of the arc from the disk
+WAY_OUT = (301, 310)  # the first point of the last arc
+TEXTS = (((80, 175), "users"), ((196, 139), "jobs"))
 
 
 class Editor:
@@ -59,9 +62,15 @@ class Editor:
         """Draws, names and colours it, in an empty area."""
         for stroke in NETWORK:
             self.draw(*stroke)
+        self.choose(TEXT)
+        for place, text in TEXTS:
+            self.desk.tap(*place)
+            for letter in map(ord, text):
+                self.desk.key(letter)
         for head, fields in (
+            (WAY_OUT, ((0, 12, "0.25"),)),
             (CPU, ((0, 8, "2"), (4, 5, "cpu"))),
-            (DISK, ((4, 5, "disk"), (5, 13, "20"))),
+            (DISK, ((0, 8, "1"), (4, 5, "disk"), (5, 13, "20"))),
             (FRAME_CORNER, ((4, 5, "web server"),)),
         ):
             menu = self.open_properties(head)

@@ -52,6 +52,24 @@ inline Lines arrow_lines(int x1, int y1, int x2, int y2) {
   return lines;
 }
 
+// From bend to bend; the last piece that is one is an arrow.
+inline Lines arc_lines(const Vobj& f) {
+  std::vector<FigureAnchor> points = {{f.x1, f.y1}};
+  points.insert(points.end(), f.bends.begin(), f.bends.end());
+  points.push_back({f.x2, f.y2});
+  Lines lines;
+  for (std::size_t i = 1; i < points.size(); ++i) {
+    const auto [x1, y1] = points[i - 1];
+    const auto [x2, y2] = points[i];
+    if (x1 != x2 || y1 != y2) lines.push_back({x1, y1, x2, y2});
+  }
+  if (lines.empty()) return lines;
+  const Line last = lines.back();
+  for (const Line& stroke : arrow_lines(last.x1, last.y1, last.x2, last.y2))
+    lines.push_back(stroke);
+  return lines;
+}
+
 inline Lines lines_of(const Vobj& f) {
   const int x1 = f.x1, y1 = f.y1, x2 = f.x2, y2 = f.y2;
   Lines lines;
@@ -74,6 +92,7 @@ inline Lines lines_of(const Vobj& f) {
   }
   if (f.kind == vbox) lines = frame(x1, y1, x2, y2);
   if (f.kind == vline) lines = {{x1, y1, x2, y2}};
+  if (f.kind == arc) lines = arc_lines(f);
   if (f.kind == arrow) lines = arrow_lines(x1, y1, x2, y2);
   return lines;
 }
@@ -109,7 +128,7 @@ inline void paint(Pixels& pixels, const Vobj& f) {
   using enum FigureKind;
   const bool stands = f.kind == node || f.kind == nodeb || f.kind == nodec || f.kind == queue;
   if (f.kind == vcircle) return paint_circle(pixels, f);
-  if (f.y1 == f.y2 && (stands || f.x1 == f.x2)) return;
+  if (f.y1 == f.y2 && (stands || f.x1 == f.x2) && f.bends.empty()) return;
   if (f.kind == FigureKind::label) return paint_text(pixels, f);
   for (const Line& line : lines_of(f))
     paint_line(pixels, line, f.colour);

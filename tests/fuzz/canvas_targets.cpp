@@ -16,6 +16,7 @@
 #include "diagram/editor.hpp"
 #include "diagram/labels.hpp"
 #include "diagram/model/diagram_text.hpp"
+#include "diagram/model/network_text.hpp"
 #include "diagram/properties/property_menus.hpp"
 #include "diagram/restore.hpp"
 #include "dialogs/file_window.hpp"
@@ -140,6 +141,8 @@ void diagram(Bytes input) {
   const auto again = diagram_from_text(text, &bad_line);
   require(again && diagram_to_text(*again) == text);
   const auto empty = canvas();
+  const Network network = network_of(*read);
+  require(!network_to_json(*read, network, findings_of(*read, network)).empty());
   restore_diagram(*read);
   free_vector_objects(VectorMode::clipped);
   require(canvas() == empty);

@@ -9,7 +9,8 @@
 namespace torve {
 
 KeptFigure keep_figure(const Vobj& figure) {
-  KeptFigure kept = {figure, figure.label != nullptr ? figure.label->serial : 0};
+  const bool has_label = figure.label != nullptr && is_seen(*figure.label);
+  KeptFigure kept = {figure, has_label ? figure.label->serial : 0};
   kept.record.phase = phase_on_canvas | phase_draw;
   settle_codes(kept.record);
   return kept;
