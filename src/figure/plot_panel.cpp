@@ -167,6 +167,7 @@ Curve curve_line(const SeenPoints& seen, const Scale& across, const Scale& up, c
   Curve curve = {.ink = curve_ink, .points = {}, .clip = frame};
   for (const Point& point : seen.points)
     curve.points.push_back({across.at(point.x), up.at(point.y)});
+  if (curve.points.size() == 1) curve.points.push_back(curve.points.front());  // a dot
   return curve;
 }
 

@@ -172,11 +172,12 @@ def check_refusals():
     with open("old.pdf", "w", encoding="ascii") as file:
         file.write("old")
     write("empty.res", [])
+    write("bad.vob", [0], "torve-diagram 1\n")
     for words, status, said in (
             ("old.pdf missing.res", 2, "missing.res: there is no such file"),
             ("old.pdf slow.res empty.res", 2, "empty.res: there is nothing to draw"),
             ("old.pdf slow.res,start=50000", 2, "has fewer lines than are to be skipped"),
-            ("old.pdf figure.svg.vob", 2, "figure.svg.vob: there is no such file"),
+            ("old.pdf bad.vob", 2, "bad.vob line 2: cannot be read"),
             ("old.pdf slow.res,xsc=0", 1, "usage"), ("old.pdf slow.res,db", 1, "usage"),
             ("old.pdf slow.res --size 80x80", 1, "usage"), ("old.doc slow.res", 1, "usage"),
             ("old.pdf a.res b.res c.res d.res e.res", 1, "usage"),
