@@ -361,10 +361,10 @@ int leave(int, int, int) {
 
 void wait_for_user(InputEvent& event) {
   if (base.empty()) base = base_now(), present();
-  if (popwindow == 0 && cur_button == 0) follow_views();
   c_table[0].handler = leave;
   watch_tools();
   if (events >= next_look && !x11->event_pending()) check_window(), next_look += 50;
+  if (popwindow == 0 && cur_button == 0) follow_views();
   while (!x11->event_pending()) {
     const bool at_rest = user_events.empty() && popwindow == 0 && cur_button == 0;
     if (at_rest && events >= next_check) check(), next_check += 1000;
