@@ -53,7 +53,7 @@ bool answer_selection_event(_XEvent& event);
 void create_x11_images(void* visual);
 /// Makes the staging for pushes at a scale. False, and everything stays as it was, when there is no
 /// memory or the server wants pixels packed otherwise than in words.
-[[nodiscard]] bool create_staging(int scale);
+[[nodiscard]] bool create_staging(int wanted);
 void destroy_x11_images();
 void push_to_x11(const Rect& rect);
 

@@ -63,7 +63,7 @@ void prepare() {
 std::string filtered() {
   const auto filter = [] { return filter_stored_spectrum("y", 100, 2900, filter_band_pass); };
   EXPECT_TRUE(quietly(filter).is_done());
-  const std::string result = read_file("y");
+  std::string result = read_file("y");
   std::filesystem::remove("y");
   return result;
 }

@@ -82,7 +82,12 @@ bool mark_is_in_reach() {
 
 void show_reading(int pane, int x, int y) {
   ViewPoints loaded;
-  if (!load_points(shown_view(pane), &loaded).is_done()) return take_reading_away();
+  const Outcome read = load_points(shown_view(pane), &loaded);
+  if (!read.is_done()) {
+    take_reading_away();
+    if (read.cause == Cause::cancelled) say_outcome(read);
+    return;
+  }
   const PaneView view = scaled_view(pane, loaded);
   if (!(view.xsc > 0)) return take_reading_away();
   const std::size_t index = nearest_point(view, loaded, pane_row(pane), x, y);
