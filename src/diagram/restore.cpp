@@ -5,6 +5,7 @@
 
 #include "diagram/drawing.hpp"
 #include "diagram/labels.hpp"
+#include "diagram/model/arcs.hpp"
 #include "wm/canvas_paint.hpp"
 
 namespace torve {
@@ -58,6 +59,9 @@ void restore_diagram(std::span<const KeptFigure* const> kept) {
     bring_back(figure->record);
   for (const KeptFigure* figure : kept)
     put_label_back(*figure);
+  // What could not be seen was not kept, and nothing holds on to it any more.
+  for_figures([](const Vobj& figure) { return figure.from.figure + figure.to.figure != 0; },
+              [](Vobj* figure) { follow_holds(*figure); });
   for_figures([](const Vobj& figure) { return figure.phase == 0; }, move_to_end);
   lay_figures();
 }

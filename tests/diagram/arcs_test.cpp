@@ -156,6 +156,18 @@ TEST_F(Arcs, TextsAreNamesOrGoAlong) {
   EXPECT_EQ(figure_of(node)->name[0], 0) << "the node's menu names it";
 }
 
+// A node that has shrunk to nothing is not kept; what held on to it is.
+TEST_F(Arcs, LetGoOfWhatDoesNotComeBack) {
+  arc_ope(), click(110, 105, 1, 600), play(), click(304, 160, 1, 600), play();
+  pointer_ope(), drag(100, 199, 100, 50), play();
+  prepare_change(), figure_of(queue)->servers = 50, note_change();
+  pointer_ope(), undo_ope();
+  EXPECT_EQ(figure_of(node), nullptr);
+  EXPECT_EQ(all(FigureKind::arc).at(0).from.figure, 0);
+  undo_ope();
+  EXPECT_EQ(all(FigureKind::arc).at(0).from.figure, node);
+}
+
 // What cannot be seen is no step back, and does not count as unsaved.
 TEST_F(Arcs, NoChangeIsNoStep) {
   diagram_was_saved();
