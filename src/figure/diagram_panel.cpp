@@ -19,16 +19,17 @@ constexpr double line_width = 1;    // pixels
 
 std::string label_text(std::string_view bytes) {
   std::string text;
-  for (std::size_t done = 0; done < bytes.size();) {
-    const char* letter = national_letter(bytes[done]);
-    const std::size_t plain = std::max<std::size_t>(
-        1, std::find_if(bytes.begin() + static_cast<std::ptrdiff_t>(done), bytes.end(),
-                        [](char character) { return national_letter(character) != nullptr; }) -
-               bytes.begin() - static_cast<std::ptrdiff_t>(done));
-    text += letter != nullptr ? letter : text_of_bytes(bytes.substr(done, plain));
-    done += letter != nullptr ? 1 : plain;
+  std::string plain;
+  for (const char character : bytes) {
+    const char* const letter = national_letter(character);
+    if (letter == nullptr) {
+      plain += character;
+      continue;
+    }
+    text += text_of_bytes(plain) + letter;
+    plain.clear();
   }
-  return text;
+  return text + text_of_bytes(plain);
 }
 
 // What a figure is made of, pixels.
@@ -116,7 +117,7 @@ struct Placing {
 }  // namespace
 
 Outcome read_diagram_to_draw(const std::string& name, KeptDiagram* diagram) {
-  const Outcome outcome = read_diagram_file(name, diagram);
+  Outcome outcome = read_diagram_file(name, diagram);
   if (!outcome.is_done() || !shape_of(*diagram).is_empty) return outcome;
   return {.cause = Cause::nothing_to_draw, .name = name};
 }

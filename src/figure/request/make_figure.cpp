@@ -45,6 +45,7 @@ int start(const std::string& program, std::vector<std::string> words, std::FILE*
           std::FILE* output, pid_t* process) {
   std::vector<char*> arguments;
   words.insert(words.begin(), program);
+  arguments.reserve(words.size() + 1);
   for (std::string& word : words)
     arguments.push_back(word.data());
   arguments.push_back(nullptr);
