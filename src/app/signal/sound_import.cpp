@@ -53,7 +53,7 @@ Outcome import_part(const std::string& sound_name, const std::string& res_name,
                     const SoundPart& part, Imported* imported, OldContent old_content) {
   SoundReader sound(sound_name);
   if (!sound.outcome().is_done()) return sound.outcome();
-  const Outcome selected = sound.select(part, sampling_rate);
+  Outcome selected = sound.select(part, sampling_rate);
   if (!selected.is_done()) return selected;
   if (same_file(sound_name, res_name)) return {.cause = Cause::not_created, .name = res_name};
   OutputFile res(res_name);

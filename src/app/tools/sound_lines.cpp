@@ -60,7 +60,9 @@ Outcome make_sound_of(const std::string& res_name, const std::string& sound_name
                       std::string* line) {
   Exported exported;
   Outcome outcome = export_sound(res_name, sound_name, &exported);
-  if (outcome.is_done()) *line = sound_name + ": " + export_line(exported);
+  if (!outcome.is_done()) return outcome;
+  *line = sound_name + ": " + export_line(exported);
+  say("%s\n", line->c_str());  // the strip lies partly behind the menu
   return outcome;
 }
 
