@@ -159,6 +159,9 @@ void toggle_decibels(int pane) {
 void show_view_before(int pane) {
   for_coupled_panes(pane, [](int other) {
     PaneHistory& history = history_of(other);
+    // A line that was run again shows what the first change began with.
+    while (!history.before.empty() && history.before.back() == shown_view(other))
+      history.before.pop_back();
     if (history.before.empty()) return;
     const PaneView view = std::move(history.before.back());
     history.before.pop_back();
