@@ -30,6 +30,7 @@
 #include "app/workbench.hpp"
 #include "base/console.hpp"
 #include "base/memory_reserve.hpp"
+#include "base/progress.hpp"
 #include "diagram/editor.hpp"
 #include "dialogs/install.hpp"
 #include "dialogs/tool_menu.hpp"
@@ -359,10 +360,19 @@ int leave(int, int, int) {
   return leaving ? 1 : 0;
 }
 
+// Somebody loses patience with a computation now and then.
+void cancel_some_work() {
+  static constexpr Watcher impatient = {.begin = [](const std::string&) {},
+                                        .goes_on = [](double) { return !one_in(3); },
+                                        .end = [] {}};
+  set_watcher(&impatient);
+}
+
 void wait_for_user(InputEvent& event) {
   if (base.empty()) base = base_now(), present();
   c_table[0].handler = leave;
   watch_tools();
+  cancel_some_work();
   if (events >= next_look && !x11->event_pending()) check_window(), next_look += 50;
   if (popwindow == 0 && cur_button == 0) follow_views();
   while (!x11->event_pending()) {
