@@ -100,16 +100,18 @@ const char* any(std::initializer_list<const char*> texts) {
 void follow_views() {
   static std::array<PaneView, pane_count> seen;
   std::array<bool, pane_count> changed = {};
-  for (int pane = 0; pane < pane_count; ++pane) {
-    const PaneView& view = shown_view(pane);
+  for (std::size_t pane = 0; pane < seen.size(); ++pane) {
+    const PaneView& view = shown_view(static_cast<int>(pane));
     changed.at(pane) = view != std::exchange(seen.at(pane), view);
   }
   if (changed == std::array<bool, pane_count>{}) return;
   end_looking();
   const Pixels before = std::exchange(base, base_now());
-  for (int i = 0; i < screen_width * screen_height; ++i) {
-    const int pane = pane_at(i % screen_width, i / screen_width);
-    if ((pane < 0 || !changed.at(pane)) && base[i] != before[i])
+  for (std::size_t i = 0; i < base.size(); ++i) {
+    if (base[i] == before[i]) continue;
+    const int place = static_cast<int>(i);
+    const int pane = pane_at(place % screen_width, place / screen_width);
+    if (pane < 0 || !changed.at(static_cast<std::size_t>(pane)))
       fail("a view has painted outside its pane");
   }
 }
@@ -332,7 +334,7 @@ void inject_key(const InputEvent& event) {
 
 void hold_modifiers(Modifiers modifiers, Bool down) {
   for (const auto& [modifier, key] :
-       {std::pair(Modifiers::shift, XK_Shift_L), {Modifiers::control, XK_Control_L}}) {
+       {std::pair(Modifiers::shift, KeySym{XK_Shift_L}), {Modifiers::control, XK_Control_L}}) {
     if ((modifiers & modifier) == modifier)
       XTestFakeKeyEvent(display, XKeysymToKeycode(display, key), down, CurrentTime);
   }
