@@ -5,7 +5,6 @@
 
 #include "diagram/drawing.hpp"
 #include "diagram/labels.hpp"
-#include "diagram/model/arcs.hpp"
 #include "wm/canvas_paint.hpp"
 
 namespace torve {
@@ -49,7 +48,7 @@ void restore_diagram(std::span<const KeptFigure* const> kept) {
   for (const KeptFigure* figure : kept)
     serials.insert(figure->record.serial);
   const auto goes = [&serials](const Vobj& figure) {
-    return figure.phase != 0 && serials.count(figure.serial) == 0;
+    return figure.phase != 0 && !serials.contains(figure.serial);
   };
   for_figures(goes, close_property_menu);  // not while the windows are off the canvas
   const CanvasPaint beneath_windows(diagram_area(), PaintOn::figures);
@@ -59,9 +58,6 @@ void restore_diagram(std::span<const KeptFigure* const> kept) {
     bring_back(figure->record);
   for (const KeptFigure* figure : kept)
     put_label_back(*figure);
-  // What could not be seen was not kept, and nothing holds on to it any more.
-  for_figures([](const Vobj& figure) { return figure.from.figure + figure.to.figure != 0; },
-              [](Vobj* figure) { follow_holds(*figure); });
   for_figures([](const Vobj& figure) { return figure.phase == 0; }, move_to_end);
   lay_figures();
 }

@@ -197,7 +197,7 @@ class Resolver {
     for (KeptFigure& figure : diagram_) {
       figure.record.serial = new_serial();
       if (figure.record.identity != 0) continue;
-      while (by_identity_.count(next) != 0)
+      while (by_identity_.contains(next))
         ++next;
       figure.record.identity = next++;
     }

@@ -8,11 +8,24 @@
 
 namespace torve {
 
+namespace {
+
+// What cannot be seen is not kept, and nothing holds on to it.
+void forget_unseen(Hold& hold) {
+  if (hold.figure == 0) return;
+  const Vobj* figure = figure_of(hold.figure);
+  if (figure == nullptr || !is_seen(*figure)) hold = {};
+}
+
+}  // namespace
+
 KeptFigure keep_figure(const Vobj& figure) {
   const bool has_label = figure.label != nullptr && is_seen(*figure.label);
   KeptFigure kept = {figure, has_label ? figure.label->serial : 0};
   kept.record.phase = phase_on_canvas | phase_draw;
   settle_codes(kept.record);
+  forget_unseen(kept.record.from);
+  forget_unseen(kept.record.to);
   return kept;
 }
 

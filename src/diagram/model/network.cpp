@@ -138,7 +138,7 @@ class Findings {
     }
     for (const auto& figures : {network_.stations, network_.sources}) {
       for (const std::size_t figure : figures) {
-        if (sums.count(figure) == 0) add(figure, "no way out: no arc leaves it");
+        if (!sums.contains(figure)) add(figure, "no way out: no arc leaves it");
       }
     }
     for (const auto& [figure, of_figure] : sums) {
@@ -172,7 +172,7 @@ Network network_of(const KeptDiagram& diagram) {
   for (std::size_t i = 0; i < diagram.size(); ++i) {
     const FigureRecord& figure = diagram[i].record;
     if (figure.kind == FigureKind::tel) network.sources.push_back(i);
-    if (is_station(figure, ends.count(i) != 0)) network.stations.push_back(i);
+    if (is_station(figure, ends.contains(i))) network.stations.push_back(i);
   }
   for (const auto& [from, arcs] : ways_of(network)) {
     for (const std::string& job_class : classes_of(diagram, arcs))

@@ -61,7 +61,7 @@ class DiagramJson {
   }
 
   void put_hold(std::string_view key, const Hold& hold) {
-    if (identities_.count(hold.figure) == 0) return json_.null(key);
+    if (!identities_.contains(hold.figure)) return json_.null(key);
     json_.begin_object(key);
     put_serial("figure", hold.figure);
     json_.integer("x_of", hold.x_of);

@@ -35,7 +35,7 @@ int new_identity() {
   for (const Vobj* figure = firstvobj; figure != nullptr; figure = figure->next)
     taken.insert(figure->identity);
   int identity = 1;
-  while (taken.count(identity) != 0)
+  while (taken.contains(identity))
     ++identity;
   return identity;
 }
