@@ -35,7 +35,9 @@ bool is_utf8(std::string_view text) {
   return true;
 }
 
-std::string utf8_of_latin1(const std::string& text) {
+}  // namespace
+
+std::string utf8_of_latin1(std::string_view text) {
   std::string utf8;
   for (const char character : text) {
     const auto code = static_cast<unsigned char>(character);
@@ -44,8 +46,6 @@ std::string utf8_of_latin1(const std::string& text) {
   }
   return utf8;
 }
-
-}  // namespace
 
 void take_names_as_typed(bool typed) {
   names_are_typed = typed;

@@ -6,6 +6,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 namespace torve {
 
@@ -17,5 +18,8 @@ void take_names_as_typed(bool typed);
 
 /// The file that is read by this name: that of the very bytes if there is one, else meant_output.
 [[nodiscard]] std::string meant_input(const std::string& name);
+
+/// Latin-1, a byte a character, as UTF-8.
+[[nodiscard]] std::string utf8_of_latin1(std::string_view text);
 
 }  // namespace torve

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "base/typed_names.hpp"
+
 namespace torve {
 
 namespace {
@@ -48,16 +50,6 @@ bool is_utf8(std::string_view text) {
     if (!skip_character(text)) return false;
   }
   return true;
-}
-
-std::string utf8_of_latin1(std::string_view text) {
-  std::string utf8;
-  for (const char character : text) {
-    const auto code = static_cast<unsigned char>(character);
-    if (code >= 0x80) utf8 += static_cast<char>(0xC0 | (code >> 6));
-    utf8 += static_cast<char>(code < 0x80 ? code : 0x80 | (code & 0x3F));
-  }
-  return utf8;
 }
 
 // --- widths -------------------------------------------------------------------------------------
