@@ -252,8 +252,7 @@ void scroll_window(ServedWindow& window, int lines) {
   object.scroll_line += lines;
   window.lay_out();
   if (object.scroll_line == before) return;
-  window.draw_scrolled();
-  draw_window_frame(object, window.scroll, window.frame_colour, 0);
+  paint_window(window);
 }
 
 void paint_window(ServedWindow& window) {

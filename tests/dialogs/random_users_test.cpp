@@ -71,9 +71,10 @@ class RandomUsers : public DialogTest {
 
   void act() {
     const auto [x, y] = place();
-    const int button = below(4) == 0 ? 3 : 1, what = below(8);
+    const int button = below(4) == 0 ? 3 : 1, what = below(9);
     if (what == 0) return drag(x, y, below(800), below(600), button);
     if (what == 1) return drag(x, y, x + below(7) - 3, y, button);
+    if (what == 8) return click(x, y, 4 + below(2));  // the wheel
     if (what == 2) click(x, y, button);
     press(x, y, button);
     if (what == 3) type(below(2) == 0 ? "\b\bab\r" : "xyz");
