@@ -1,6 +1,7 @@
 // AU files: the codec, the files, and the report on one.
 
 #include <bit>
+#include <functional>
 #include <poll.h>
 #include <pty.h>
 #include <random>
@@ -168,9 +169,13 @@ TEST_F(AuFile, WhatIsRefused) {
 
 const std::string question = "...want to skip the header block... (y/n)\n";
 
-std::string report(const std::string& answers) {
+std::string answered(const std::string& answers, const std::function<void()>& listing) {
   answer({reinterpret_cast<const std::uint8_t*>(answers.data()), answers.size()});
-  return printed_by([] { EXPECT_EQ(analyse("a.au"), 0); });
+  return printed_by(listing);
+}
+
+std::string report(const std::string& answers) {
+  return answered(answers, [] { EXPECT_EQ(analyse("a.au"), 0); });
 }
 
 TEST_F(AuFile, IsReported) {
@@ -208,6 +213,23 @@ TEST_F(AuFile, OfOtherEncodingsIsReported) {
   EXPECT_TRUE(text.ends_with(question + "3130 f1=1.000000\n3130 f2=-2.000000\n")) << text;
   for (const char* name : {"none", ".", "a.res"})
     EXPECT_EQ(printed_by([&] { EXPECT_EQ(analyse(name), 1); }), "not au-file\n");
+}
+
+TEST_F(AuFile, DifferencesAreListedAsLongAsBothGoOn) {
+  write_file("left", std::string("\0\x3c\0\x3c\0\0\0\xc0", 8));
+  write_file("right", std::string("\0\x3c\0\xbc\0\0\0\x38more", 12));
+  const std::string first =
+      "Difference at 2\nin left is  0011110000000000  1.000000\n"
+      "in right is  1011110000000000  -1.000000\n";
+  const std::string second =
+      "Difference at 6\nin left is  1100000000000000  -2.000000\n"
+      "in right is  0011100000000000  0.500000\n";
+  const auto listed = [](const char* answers, const char* path) {
+    return answered(answers, [path] { EXPECT_EQ(find_differences("left", path), 0); });
+  };
+  EXPECT_EQ(listed("q.", "right"), first);
+  EXPECT_EQ(listed("...", "right"), first + second);
+  EXPECT_EQ(listed("...", "left") + listed("...", "none"), "");
 }
 
 // Reads what the terminal shows until it ends with `text`.
