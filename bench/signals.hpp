@@ -2,10 +2,7 @@
 #pragma once
 
 #include <cmath>
-#include <fstream>
-#include <iterator>
 #include <random>
-#include <string>
 #include <vector>
 
 namespace torve {
@@ -45,11 +42,6 @@ inline std::vector<float> integers(std::vector<float> x, double level) {
   for (float& value : x)
     value = static_cast<float>(std::round(static_cast<double>(value) * level));
   return x;
-}
-
-inline std::string read_file(const std::string& name) {
-  std::ifstream file(name, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
 }
 
 }  // namespace torve

@@ -30,11 +30,6 @@
 namespace torve {
 namespace {
 
-std::string contents(const std::string& name) {
-  std::ifstream file(name, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
-
 void write_signal(const std::string& name, int samples) {
   std::string text;
   for (int i = 0; i < samples; ++i)
@@ -127,8 +122,8 @@ TEST_F(Faults, OtherNamesOfAFileStayItsNames) {
   for (const char* name : {"link", "twin"}) {
     write_file("old", "good");
     EXPECT_EQ(save_many_figures(name), 0);
-    EXPECT_GT(contents("old").size(), 1000U) << name;
-    EXPECT_EQ(contents("twin"), contents("old"));
+    EXPECT_GT(read_file("old").size(), 1000U) << name;
+    EXPECT_EQ(read_file("twin"), read_file("old"));
   }
   EXPECT_TRUE(std::filesystem::is_symlink("link"));
   EXPECT_EQ(static_cast<int>(std::filesystem::status("old").permissions()), 0640);
@@ -154,7 +149,7 @@ TEST_F(Faults, WhatIsEmptiedIsKept) {
        }},
       {"few bins", [](const std::string& name) { power_spectrum("few.res", name, "all"); }},
   };
-  const std::string good = contents("good.au");
+  const std::string good = read_file("good.au");
   for (const auto& [what, action, left] : emptied) {
     for (const std::string where : {"alone", "twice", "link"}) {
       SCOPED_TRACE(what + (" " + where));
@@ -166,12 +161,12 @@ TEST_F(Faults, WhatIsEmptiedIsKept) {
       if (where == "twice") std::filesystem::create_hard_link("old", "twin");
       if (where == "link") std::filesystem::create_symlink("old", "name");
       action(where == "link" ? "name" : "old");
-      EXPECT_EQ(contents("old.bak"), good);
-      EXPECT_EQ(contents(where == "twice" ? "twin" : "old").size(), left);
+      EXPECT_EQ(read_file("old.bak"), good);
+      EXPECT_EQ(read_file(where == "twice" ? "twin" : "old").size(), left);
       write_file("old", "other");
       action("old");
-      EXPECT_EQ(contents("old.bak"), good);
-      EXPECT_EQ(contents("old.bak.2"), "other");
+      EXPECT_EQ(read_file("old.bak"), good);
+      EXPECT_EQ(read_file("old.bak.2"), "other");
       EXPECT_EQ(relatives_of(std::filesystem::absolute("old")), 3);
     }
   }
@@ -191,10 +186,10 @@ TEST_F(Faults, ADiagramIsRescuedSomewhere) {
   for (const auto& [places, found] : cases) {
     EXPECT_EQ(write_new_file(places, "text"), found);
     if (found.empty()) continue;
-    EXPECT_EQ(contents(found), "text");
+    EXPECT_EQ(read_file(found), "text");
     EXPECT_EQ(static_cast<int>(std::filesystem::status(found).permissions()), 0600);
   }
-  EXPECT_EQ(contents("home/b.vob"), "earlier");
+  EXPECT_EQ(read_file("home/b.vob"), "earlier");
   EXPECT_EQ(save_many_figures("figure.vob"), 0);
   ASSERT_EQ(new_diagram(), 0);
   undo_ope();
@@ -205,7 +200,7 @@ TEST_F(Faults, ADiagramIsRescuedSomewhere) {
               const std::string said = printed_by(rescue_diagram);
               const std::string name =
                   said.substr(said.find('/'), said.find('\n') - said.find('/'));
-              const bool is_whole = contents(name) == contents("figure.vob");
+              const bool is_whole = read_file(name) == read_file("figure.vob");
               return is_whole && std::filesystem::remove(name) ? 0 : 1;
             }),
             0);
@@ -224,7 +219,7 @@ TEST_F(Faults, AFullDiskLeavesWhatWasThere) {
               }),
               0)
         << writer.what;
-    EXPECT_TRUE(contents("old") == "good data") << writer.what;
+    EXPECT_TRUE(read_file("old") == "good data") << writer.what;
     EXPECT_FALSE(std::filesystem::exists("new")) << writer.what;
     EXPECT_EQ(writer.write("old"), 0) << writer.what;
     EXPECT_NE(writer.write("/dev/full"), 0) << writer.what;
@@ -241,7 +236,7 @@ TEST_F(Faults, ASmallDiskLeavesWhatWasThere) {
     write_file(old_file, "good data");
     write_file(filler, std::string(std::filesystem::space(disk).free, 'x'));
     EXPECT_NE(writer.write(old_file.c_str()), 0) << writer.what;
-    EXPECT_EQ(contents(old_file), "good data") << writer.what;
+    EXPECT_EQ(read_file(old_file), "good data") << writer.what;
     std::filesystem::remove(filler);
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(disk), {}), 1) << writer.what;
     EXPECT_EQ(writer.write(old_file.c_str()), 0) << writer.what;
@@ -259,7 +254,7 @@ TEST_F(Faults, ADirectoryForReadingOnlyLeavesWhatWasThere) {
               0)
         << writer.what;
   }
-  EXPECT_TRUE(contents("old") == "good data");
+  EXPECT_TRUE(read_file("old") == "good data");
   chmod(".", 0755);
 }
 
@@ -295,7 +290,7 @@ TEST_F(Faults, ASignalMeetsTheOldFileOrTheNewOne) {
       int status = 0;
       waitpid(child, &status, 0);
       EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == signal) << where;
-      const std::string now = contents(name);
+      const std::string now = read_file(name);
       EXPECT_TRUE(now.size() == size && now == std::string(size, now[0])) << where;
       EXPECT_EQ(relatives_of(name), 1) << where;
       EXPECT_EQ(relatives_of("/tmp/" + last), 0) << where;
@@ -314,7 +309,7 @@ TEST_F(Faults, AFileDoesNotBecomeAClosedStream) {
               return 0;
             }),
             0);
-  EXPECT_EQ(contents("other"), "");
+  EXPECT_EQ(read_file("other"), "");
 }
 
 }  // namespace

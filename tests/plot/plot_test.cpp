@@ -109,8 +109,7 @@ class PlotTest : public ScreenTest {
     outstream = open_file("out", "w");
     printed_by(draw);
     outstream.reset();
-    std::ifstream file("out");
-    const std::string text{std::istreambuf_iterator<char>(file), {}};
+    const std::string text = read_file("out");
     for (const char* part : parts)
       EXPECT_NE(text.find(part), std::string::npos) << part << " in " << text;
   }

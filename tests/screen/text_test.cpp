@@ -140,8 +140,7 @@ TEST_F(TextTest, EpsLinesNumbersAndTemplate) {
   for (const auto& [value, decimals] : {std::pair(1234, 2), {5, 2}, {1234, 0}})
     text1(1, value, decimals, 0, 15);
   EXPECT_EQ(close_eps(std::move(sample)), 0);
-  std::ifstream file("o.eps");
-  const std::string text{std::istreambuf_iterator<char>(file), {}};
+  const std::string text = read_file("o.eps");
   EXPECT_TRUE(text.starts_with(
       "head\n%%End_Setup\nmore\n"
       "Or moveto 10 CX 280 CX rmoveto 20 CX 15 CX rlineto stroke\n"

@@ -52,6 +52,11 @@ class TemporaryDirectory {
   std::filesystem::path before_, path_;
 };
 
+inline std::string read_file(const std::string& name) {
+  std::ifstream file(name, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
 inline void write_file(const std::string& name, const std::string& bytes) {
   std::ofstream(name, std::ios::binary) << bytes;
 }

@@ -224,8 +224,7 @@ TEST_F(Looking, AStretchIsWrittenAndNeverOverAnother) {
   for (int i = 0; i < 51; ++i)
     wanted += std::to_string(i) + ' ' +
               std::to_string(values_.at("short.res")[static_cast<std::size_t>(50 + i)]) + '\n';
-  std::ifstream part("part2.res");
-  EXPECT_EQ(std::string(std::istreambuf_iterator<char>(part), {}), wanted);
+  EXPECT_EQ(read_file("part2.res"), wanted);
   leave();
   add({.type = Type::key, .keysym = escape_key}), rounds();
   hover(332, 250);
