@@ -90,7 +90,7 @@ void show_armed_tool() {
     changed = changed || (flags & line_selected) != wanted;
     flags = wanted;
   }
-  if (changed) refresh_menu(palette_id);
+  if (changed) refresh_menu_in_its_place(palette_id);
 }
 
 }  // namespace torve

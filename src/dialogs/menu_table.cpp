@@ -101,6 +101,15 @@ void refresh_menu(int id) {
   }
 }
 
+void refresh_menu_in_its_place(int id) {
+  StackingOrder above;
+  if (!is_eligible(wd(id)) || find_stacking_order(id, &above) != 0) return;
+  put_back_order(above, above.last);
+  refresh_menu(id);
+  for (int k = above.last - 1; k >= 0; --k)
+    bring_any_to_top(above.ids[static_cast<std::size_t>(k)], 1);
+}
+
 int chosen_line(const MenuTable& table, const int* line_flags) {
   const int count = static_cast<int>(table.lines.all().size());
   for (int line = 0; line < count; ++line) {

@@ -152,6 +152,9 @@ int make_menu(const MenuTable& table, int id, int x, int y);
 /// Repaints a menu, above all others, if it lies on the canvas.
 void refresh_menu(int id);
 
+/// Repaints a menu that stays beneath what lies above it.
+void refresh_menu_in_its_place(int id);
+
 /// The line that was chosen: the first one whose flag says so, -1 for none.
 [[nodiscard]] int chosen_line(const MenuTable& table, const int* line_flags);
 

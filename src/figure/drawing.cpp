@@ -79,9 +79,10 @@ double widest(std::string_view text, double size) {
 Text fitted(Text text, double room) {
   const double width = widest(text.text, text.size);
   if (width <= room) return text;
-  text.size = std::max(smallest_size, text.size * room / width);
+  const double fitting = text.size * room / width;
+  text.size = std::max(smallest_size, fitting);
+  if (fitting >= smallest_size) return text;
   const std::string_view mark = "…";
-  if (widest(text.text, text.size) <= room) return text;
   while (!text.text.empty() && widest(text.text, text.size) + text.size > room) {
     while (is_continuation(text.text.back()))
       text.text.pop_back();

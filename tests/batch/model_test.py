@@ -56,6 +56,7 @@ def model(network, *options):
 def as_json(network):
     status, text = model(network, "--json")
     diagram = json.loads(text)
+    assert text == json.dumps(diagram, indent=1, ensure_ascii=False) + "\n", "laid out as read by people"
     jsonschema.validate(diagram, SCHEMA)
     assert status == (2 if diagram["findings"] else 0)
     return diagram

@@ -57,6 +57,8 @@ cmp rest.res "$signals"/compar3.res || fail "other remains"
 # Streams: the data on standard output alone.
 "$batch" to-au - - <scaled.res 2>said | cmp - back.au || fail "other bytes through a pipe"
 
+expect 0 "$batch" band-pass cut.res x.spe x.res 22050 22050 10000
+
 # Pictures: 17641 points 0.02 pixels apart are as many segments but one; a pane is 171 rows high.
 expect 0 "$batch" plot cut.res 2 cut.eps
 [[ $(grep -c 'rlineto stroke' cut.eps) -gt 17640 ]] || fail "segments are missing"
@@ -83,10 +85,14 @@ for wrong in '' nothing 'cut made.au' 'cut made.au x.res 0 much' 'cut made.au x.
   'plot cut.res 4 x.eps' 'plot cut.res 1 x.png' 'plot cut.res 1 -' 'report -' \
   'match cut.res cut.res x -5' 'match cut.res cut.res - --values' 'spectrum cut.res x --start' \
   'spectrum cut.res x --start 5 --end 5' 'cut made.au x.res 0 1 --end 5' \
-  'band-pass cut.res x y 500 400'; do
+  'band-pass cut.res x y 500 400' 'band-pass cut.res x y 22051 22051'; do
   # shellcheck disable=SC2086
   expect 1 "$batch" $wrong
 done
+
+echo old >old.wav
+(ulimit -f 1 && expect 2 "$batch" export cut.res old.wav)
+[[ $(<old.wav) == old ]] || fail "what was there is lost"
 
 # What fails says why, and what it empties is kept: command | last line | what old.* holds.
 head -n 3 cut.res >few.res

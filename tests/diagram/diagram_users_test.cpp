@@ -12,6 +12,7 @@
 #include "diagram/figure_change.hpp"
 #include "diagram/figure_menu.hpp"
 #include "diagram/figure_points.hpp"
+#include "diagram/files_menu.hpp"
 #include "diagram/handle_painter.hpp"
 #include "diagram/labels.hpp"
 #include "diagram/model/diagram_text.hpp"
@@ -404,6 +405,17 @@ TEST_F(DiagramUsers, PressOnIconsOrBesideThem) {
     exit_ope();
   }
   color_request_flag = 0;
+}
+
+TEST_F(DiagramUsers, FindAMenuOnTopThatTheyChoose) {
+  constexpr int files_line = 10;
+  choose(files_line);
+  drag(wd(diagram_files_id).x + 4, 4, wd(diagram_files_id).x + 104, 4, 3), play();
+  const auto raised = [] { return bring_id_to_top(palette_id, 1); };
+  EXPECT_EQ(printed_by(raised), "") << "nothing was wrong";
+  choose(files_line);
+  EXPECT_NE(over_is_zero(diagram_files_id - 1), 0);
+  EXPECT_EQ(over_is_zero(palette_id - 1), 0);
 }
 
 // A figure is in hand, a line of the palette was pressed and not run.

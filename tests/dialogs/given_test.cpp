@@ -81,6 +81,7 @@ TEST_F(Given, TheRoundAsANumber) {
     release(x, y, button);
     EXPECT_EQ(do_operations(), 0) << what;
   }
+  EXPECT_EQ(text_at(wd(menu).x + 4, wd(menu).y + 3, 12), "Autocorrelat") << "on the icon";
 }
 
 TEST_F(Given, PressesOnAMenuOneByOne) {

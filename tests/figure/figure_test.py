@@ -167,6 +167,24 @@ def check_diagram():
     assert [w[2] for w in words_of("figure.pdf")] == ["Kölnł"], words_of("figure.pdf")
 
 
+def check_titles():
+    """A title has its size while there is room, is made smaller as far as that helps, then cut."""
+    def title(text):
+        run(BATCH, "figure", "figure.pdf", "slow.res", "--title", text)
+        words = run("pdftotext", "-bbox", "figure.pdf", "-").decode()
+        page, = re.findall(r'<page width="(.*?)"', words)
+        found = re.search(r'xMin="(.*?)" yMin="(.*?)" xMax="(.*?)" yMax="(.*?)">(' + text[0] + ".*?)</word>", words)
+        left, top, right, bottom = (float(found[i]) for i in range(1, 5))
+        return left, float(page) - right, bottom - top, found[5]
+
+    for letter, whole, small in (("W", 45, 90), ("n", 72, 136), ("i", 110, 132)):
+        for length, size, kept in ((whole, 10, True), (small, None, True), (whole + small, 5, False)):
+            left, right, height, text = title(letter * length)
+            assert left >= 0 and right >= 0, f"{letter} x {length}: {left}, {right}"
+            assert 5 <= height <= 10 and size in (height, None), f"{letter} x {length}: {height}"
+            assert (text == letter * length) == kept, text
+
+
 def check_refusals():
     """(words, status, what is said). What was there stays."""
     with open("old.pdf", "w", encoding="ascii") as file:
@@ -208,6 +226,7 @@ def main():
     check(["bins.spe", "bins.spe,db"], [(hertz, bins), (hertz, level)],
           ["frequency", "(Hz)", "(dB)", "power"])
     check_diagram()
+    check_titles()
     check_refusals()
 
 
