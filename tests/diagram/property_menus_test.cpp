@@ -210,6 +210,25 @@ TEST_F(PropertyMenus, ShowLongNumbersAndWordsThatAreAlikeWhole) {
   }
 }
 
+// All but the two cells that the cursor needed at the end.
+TEST_F(PropertyMenus, FieldsBecomeNarrowWhenTheyAreErased) {
+  for (const auto& [kind, fields] :
+       {std::pair(tel, std::vector{2, 4, 6}), {queue, std::vector{3, 6, 7}}}) {
+    shown(placed(kind));
+    put(id);
+    for (const int field : fields) {
+      const MenuItem& item = wd(id).menu_items[field];
+      const std::string text = item.text;
+      const int width = item.width;
+      click(wd(id).x + 16 + item.x + 3, wd(id).y + 16 + item.y + 4, 1, 900);
+      type("123456789" + std::string(9 + text.size(), '\b') + text + '\r'), play();
+      EXPECT_EQ(item.text, text);
+      EXPECT_LE(item.width, width + 2) << wd(id).menu_lines[0] << field;
+    }
+    free_one_wd_object(id);
+  }
+}
+
 TEST_F(PropertyMenus, ShowWhatUndoHasBroughtBack) {
   Vobj* figure = placed(node);
   prepare_change();
