@@ -161,16 +161,18 @@ class ServeLoop {
     show_resized();
   }
 
-  // As many steps as the pointer has run ahead.
+  // As many steps as the pointer has run ahead, while there is memory: a step that finds none has
+  // taken the picture off, too.
   void drag_edge() {
-    bool resized = false;
+    bool is_off = false;
     for (;;) {
       const Edge step =
           resize_step(window_.object(), event_.x + lead_x_, event_.y + lead_y_, grabbed_);
-      if (step == Edge::none || step_edges(step) == Edge::none) break;
-      resized = true;
+      if (!can_step(window_.object(), step)) break;
+      is_off = true;
+      if (step_edges(step) == Edge::none) break;
     }
-    if (resized) show_resized();
+    if (is_off) show_resized();
   }
 
   Edge step_edges(Edge step) {

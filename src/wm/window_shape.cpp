@@ -63,6 +63,29 @@ int scrolled_to(int offset, int range, int at, const ScrollTrack& track, bool ed
   return (track.fraction_at(at) * range + scroll_full_scale / 2) / scroll_full_scale;
 }
 
+struct Size {
+  int width, height;
+  bool operator==(const Size&) const = default;
+};
+
+// Behind a step, as far as it leads to a size that the object may have.
+Size size_behind(const WdObject& object, Edge step) {
+  const int width = object.width;
+  const int height = object.height;
+  const int new_width = width + (has(step, Edge::wider) ? window_cell : 0) -
+                        (has(step, Edge::narrower) ? window_cell : 0);
+  const int new_height =
+      height + (has(step, Edge::taller) ? cr : 0) - (has(step, Edge::shorter) ? cr : 0);
+  const auto is_too_small = [](int size, int before, int least) {
+    return size < before && size < least;
+  };
+  const bool keeps_width =
+      is_too_small(new_width, width, smallest_width) || object.x + new_width > X__max + 1;
+  const bool keeps_height =
+      is_too_small(new_height, height, 3 * window_cell + cr) || object.y + new_height > Y__max + 1;
+  return {keeps_width ? width : new_width, keeps_height ? height : new_height};
+}
+
 }  // namespace
 
 void init_menu(const WdObject& object, ScrollState& scroll) {
@@ -137,25 +160,16 @@ Edge resize_step(const WdObject& object, int x, int y, Edge grabbed) {
   return step;
 }
 
+bool can_step(const WdObject& object, Edge step) {
+  return size_behind(object, step) != Size{object.width, object.height};
+}
+
 Edge update_backgrnd(int id, Edge step) {
   WdObject& object = wd(id);
+  if (!can_step(object, step)) return Edge::none;
   const int width = object.width;
   const int height = object.height;
-  int new_width = width + (has(step, Edge::wider) ? window_cell : 0) -
-                  (has(step, Edge::narrower) ? window_cell : 0);
-  int new_height =
-      height + (has(step, Edge::taller) ? cr : 0) - (has(step, Edge::shorter) ? cr : 0);
-  const auto is_too_small = [](int size, int before, int least) {
-    return size < before && size < least;
-  };
-  if (is_too_small(new_width, width, smallest_width) || object.x + new_width > X__max + 1) {
-    new_width = width;
-  }
-  if (is_too_small(new_height, height, 3 * window_cell + cr) ||
-      object.y + new_height > Y__max + 1) {
-    new_height = height;
-  }
-  if (new_width == width && new_height == height) return Edge::none;
+  const auto [new_width, new_height] = size_behind(object, step);
   take_picture_off(id);
   object.width = new_width;
   object.height = new_height;

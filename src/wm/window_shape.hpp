@@ -48,6 +48,9 @@ WindowPart check_scrolling(WdObject& object, ScrollState& scroll, int x, int y, 
 /// The step that a held pointer at (x, y) asks for while it resizes, among the edges it grabbed.
 [[nodiscard]] Edge resize_step(const WdObject& object, int x, int y, Edge grabbed);
 
+/// Whether a step leads to another size: not beyond the limits below.
+[[nodiscard]] bool can_step(const WdObject& object, Edge step);
+
 /// Changes a lifted window by one step (a cell, a line of `cr` pixels) and its background with it;
 /// the caller repaints. Returns the edges that moved: none at the limits (the canvas; for steps
 /// that shrink 12 cells by 3 cells and a line) or without memory.

@@ -134,6 +134,20 @@ TEST_F(Menus, ResizedIsAsCreatedAtThatSize) {
   }
 }
 
+TEST_F(Menus, WithoutMemoryTheyStayAsTheyWere) {
+  open({320, 3, 9, 5});
+  const Pixels whole = all_pixels();
+  const WdObject before = wd(id);
+  set_pool_allocator([](std::size_t) -> void* { return nullptr; });
+  drag(415, 256, 461, 300), play();
+  set_pool_allocator(std::malloc);
+  hide_errormsg();
+  EXPECT_EQ(std::tuple(wd(id).width, wd(id).height), std::tuple(before.width, before.height));
+  EXPECT_TRUE(all_pixels() == whole);
+  drag(415, 256, 461, 300), play();
+  EXPECT_GT(wd(id).width, before.width);
+}
+
 // Rows for which there are no lines come last and go first; one line always stays.
 TEST_F(Menus, LinesComeBackAsTheMenuDoes) {
   const auto open_tall = [] {
