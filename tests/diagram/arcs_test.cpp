@@ -6,6 +6,7 @@
 #include "diagram/diagram_room.hpp"
 #include "diagram/labels.hpp"
 #include "diagram/model/diagram_text.hpp"
+#include "diagram/model/figure_kinds.hpp"
 #include "diagram/model/kept_diagram.hpp"
 
 namespace torve {
@@ -154,6 +155,23 @@ TEST_F(Arcs, TextsAreNamesOrGoAlong) {
   EXPECT_EQ(std::tuple(texts[1].x1, texts[1].y1, std::string(texts[1].text)),
             std::tuple(155, 235, "slow"));
   EXPECT_EQ(figure_of(node)->name[0], 0) << "the node's menu names it";
+}
+
+TEST_F(Arcs, SayWhatIsKnownOfThem) {
+  arc_ope(), click(110, 105, 1, 600), play(), click(304, 160, 1, 600), play();
+  FigureRecord arc = all(FigureKind::arc).at(0);
+  const std::tuple<double, const char*, const char*, std::string> cases[] = {
+      {no_probability, "", "", ""},
+      {0.25, "", "", "0.25"},
+      {no_probability, "a", "", "a"},
+      {no_probability, "", "back", "back"},
+      {0.5, "batch", "out", "0.5 batch out"}};
+  for (const auto& [probability, job_class, name, text] : cases) {
+    arc.probability = probability;
+    std::snprintf(arc.job_class, sizeof arc.job_class, "%s", job_class);
+    std::snprintf(arc.name, sizeof arc.name, "%s", name);
+    EXPECT_EQ(row_of(FigureKind::arc).label(arc).text, text);
+  }
 }
 
 // A node that has shrunk to nothing is not kept; what held on to it is.
