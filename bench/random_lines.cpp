@@ -12,6 +12,8 @@
 
 #include "app/signal/band_sums.hpp"
 #include "app/signal/correlation.hpp"
+#include "app/signal/lag_estimate.hpp"
+#include "app/signal/lag_narrowing.hpp"
 #include "app/signal/lag_sums.hpp"
 #include "app/signal/open_bins.hpp"
 #include "app/signal/spectrum.hpp"
@@ -50,6 +52,7 @@ class Checker {
   enum Steps {
     all_lags,
     lags,
+    narrowed_to,
     powers,  // proposed, corrected, ends
     coefficients = powers + 3,
     bands = coefficients + 3,
@@ -65,6 +68,8 @@ class Checker {
     return std::max(1, (1 << number(0, 12)) + number(-2, 2));
   }
   Floats signal(int size);
+  void count_open_lags(std::span<const double> a, std::span<const double> b,
+                       std::span<const float> plain);
   void compare(const char* what, int size, int index, float ours, float plain);
   void count_open(const Floats& x, int bin, const FourierEstimate* proposed,
                   const FourierSums& sums);
@@ -72,6 +77,7 @@ class Checker {
   std::mt19937 random_;
   std::array<Step, steps> steps_ = {{{"lags", 0, 0},
                                      {"lags, proposed", 0, 0},
+                                     {"lags, narrowed", 0, 0},
                                      {"powers, proposed", 0, 0},
                                      {"powers, corrected", 0, 0},
                                      {"powers, ends", 0, 0},
@@ -149,13 +155,38 @@ void Checker::check_lags() {
   const Floats plain = literal::lag_means(x, mean1, y, mean2);
   const Floats ours = lag_means(a, b);
   steps_[all_lags].lines += n;
-  Floats means(a.size());
-  if (const auto open = transforms::propose_lag_means(a, b, means)) {
-    steps_[lags].lines += n;
-    steps_[lags].open += static_cast<long>(open->size());
-  }
+  count_open_lags(a, b, plain);
   for (std::size_t k = 0; k < ours.size(); ++k)
     compare("lag", n, static_cast<int>(k), ours[k], plain[k]);
+}
+
+void Checker::count_open_lags(std::span<const double> a, std::span<const double> b,
+                              std::span<const float> plain) {
+  std::vector<LagEstimate> proposed;
+  std::vector<std::size_t> all;
+  const auto add = [&](const transforms::LagTile& tile) {
+    for (std::size_t l = 0; l < tile.sums.size(); ++l) {
+      proposed.push_back({tile.sums[l], tile.error, tile.roundings[l]});
+      all.push_back(all.size());
+    }
+  };
+  if (!transforms::propose_lags(a, b, add)) return;
+  const auto narrowed = narrowed_lags(a, b, all);
+  const auto settled = [&](std::size_t k, const LagEnds& ends) {
+    float mean = 0;
+    if (!settle_mean(ends, static_cast<double>(all.size() - k), mean)) return false;
+    compare("proved lag", static_cast<int>(all.size()), static_cast<int>(k), mean, plain[k]);
+    return true;
+  };
+  for (const std::size_t k : all) {
+    const LagEstimate& closer = (*narrowed)[k];
+    static_cast<void>(settled(k, ends_of(closer)));
+    ++steps_[lags].lines;
+    if (settled(k, ends_of(proposed[k]))) continue;
+    ++steps_[lags].open;
+    ++steps_[narrowed_to].lines;
+    if (!settled(k, ends_of(proposed[k], closer))) ++steps_[narrowed_to].open;
+  }
 }
 
 void Checker::count_open(const Floats& x, int bin, const FourierEstimate* proposed,

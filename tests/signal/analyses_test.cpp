@@ -3,10 +3,12 @@
 #include "app/signal/band_filter.hpp"
 #include "app/signal/correlation.hpp"
 #include "app/signal/fourier_sums.hpp"
+#include "app/signal/lag_narrowing.hpp"
 #include "app/signal/matching.hpp"
 #include "app/signal/proof.hpp"
 #include "app/signal/spectrum.hpp"
 #include "app/signal/transforms/fourier_proposal.hpp"
+#include "app/signal/transforms/lag_proposal.hpp"
 #include "app/signal/work_buffer.hpp"
 #include "bench/literal.hpp"
 #include "bench/signals.hpp"
@@ -251,6 +253,66 @@ TEST(FourierSums, ANarrowerBoundWouldProveWrongDigits) {
   EXPECT_EQ(wrong, 0);
   EXPECT_GT(proved, 500);
   EXPECT_GT(wrong_by_millionth, 0);
+}
+
+// The same of means of lags, as transforms propose them, as whole numbers narrow them, and by both.
+TEST(LagSums, ANarrowerBoundWouldProveWrongDigits) {
+  constexpr std::size_t size = 8'000;
+  const Floats voice = integers(recorded(size, 2), 32'000);
+  // Sums of four products are nothing, but for their roundings.
+  Floats held = sine_in_noise(size, 2e6, 4), cancelling = integers(held, 0.1);
+  for (std::size_t i = 0; i < size; i += 4) {
+    std::fill_n(&held[i], 4, held[i]);
+    cancelling[i + 3] = -(cancelling[i] + cancelling[i + 1] + cancelling[i + 2]);
+  }
+  // Means just below the middle of two floats, whose roundings go up, nearly all of them.
+  const double between = -std::sqrt(0x1.000001p20 * (1 - 4e-14));
+  Floats swing(size, -2.8e-10F);
+  for (std::size_t i = 0; i < size; i += 3)
+    swing[i] = 5.6e-10F;
+  const struct {
+    Floats x, y;
+    double mean1, mean2;
+  } pairs[] = {{voice, voice, 0.3, 0.3},
+               {voice, integers(sine_in_noise(size, 9'000, 3), 1), 0.3, 12'345.6},  // far off
+               {sine_in_noise(size, 30'000, 5), voice, 0, 0},
+               {held, cancelling, 0, 0},
+               {Floats(size), swing, between, between}};
+  int proved[3] = {}, wrong[3] = {}, wrong_by_millionth[3] = {};
+  for (const auto& [x, y, mean1, mean2] : pairs) {
+    const auto a = deviations(x, mean1);
+    const auto b = deviations(y, mean2);
+    const Floats right = literal::lag_means(x, mean1, y, mean2);
+    std::vector<LagEstimate> proposed;
+    std::vector<std::size_t> lags;
+    EXPECT_TRUE(transforms::propose_lags(a, b, [&](const transforms::LagTile& tile) {
+      for (std::size_t l = 0; l < tile.sums.size(); ++l) {
+        proposed.push_back({tile.sums[l], tile.error, tile.roundings[l]});
+        lags.push_back(tile.first + l);
+      }
+    }));
+    const auto narrowed = narrowed_lags(a, b, lags);
+    for (const std::size_t k : lags) {
+      for (const double share : {1.0, 1e-6}) {
+        LagEstimate one = proposed[k], other = (*narrowed)[k];
+        for (double* bound : {&one.error, &one.roundings, &other.error, &other.roundings})
+          *bound *= share;
+        const LagEnds ends[] = {ends_of(one), ends_of(other), ends_of(one, other)};
+        for (int tier = 0; tier < 3; ++tier) {
+          float digits = 0;
+          if (!settle_mean(ends[tier], static_cast<double>(size - k), digits)) continue;
+          if (share == 1) ++proved[tier];
+          if (std::to_string(digits) == std::to_string(right[k])) continue;
+          ++(share == 1 ? wrong : wrong_by_millionth)[tier];
+        }
+      }
+    }
+  }
+  for (int tier = 0; tier < 3; ++tier) {
+    EXPECT_EQ(wrong[tier], 0) << tier;
+    EXPECT_GT(proved[tier], 15'000);
+    EXPECT_GT(wrong_by_millionth[tier], 0);
+  }
 }
 
 }  // namespace

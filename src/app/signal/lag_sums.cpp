@@ -2,9 +2,14 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
+#include <new>
 #include <optional>
+#include <vector>
 
 #include "app/signal/clones.hpp"
+#include "app/signal/lag_estimate.hpp"
+#include "app/signal/lag_narrowing.hpp"
 #include "app/signal/transforms/lag_proposal.hpp"
 #include "base/progress.hpp"
 
@@ -21,8 +26,12 @@ constexpr std::size_t lanes = 32;
 // So many open lags among 32 neighbours cost as much as summing all of them.
 constexpr std::ptrdiff_t enough_for_run = 9;
 
-// Of the time for a signal that leaves few lags open.
-constexpr double proposing_part = 0.8;
+// From so many open lags on a closer bound pays.
+constexpr std::size_t enough_to_narrow = 48;
+
+// Parts of the time for a signal that leaves many lags open: until they are proposed, and narrowed.
+constexpr double proposed_part = 0.65;
+constexpr double narrowed_part = 0.9;
 
 // Lags that are not neighbours, side by side.
 constexpr std::size_t picked_lanes = 16;
@@ -107,18 +116,75 @@ void sum_lags(Values a, Values b, std::span<const std::size_t> lags, std::span<f
   if (count > 0) sum_picked(a, b, std::span(picked).first(count), means);
 }
 
-std::optional<std::vector<std::size_t>> propose(Values a, Values b, std::span<float> means) {
-  const PartOfWork proposing(0, proposing_part);
-  return transforms::propose_lag_means(a, b, means);
+/// A lag whose text is not proved.
+struct OpenLag {
+  std::size_t lag;
+  LagEstimate proposed;
+};
+
+/// Makes means of a tile's sums; which are open.
+TORVE_CLONES void settle(const transforms::LagTile& tile, double terms, float* means,
+                         std::uint8_t* open) {
+  const auto [first, sums, roundings, error] = tile;
+  const double* const sum = sums.data();
+  const double* const rounding = roundings.data();
+  const int count = static_cast<int>(sums.size());  // its numbers become doubles many at a time
+  for (int l = 0; l < count; ++l) {
+    const LagEnds ends = ends_of(LagEstimate{sum[l], error, rounding[l]});
+    open[l] = !settle_mean(ends, terms - l, means[l]);
+  }
+}
+
+/// Proposes the means, and tells which are open.
+bool propose(Values a, Values b, std::span<float> means, std::vector<OpenLag>& open) {
+  std::vector<std::uint8_t> marks;
+  return transforms::propose_lags(a, b, [&](const transforms::LagTile& tile) {
+    marks.resize(tile.sums.size());
+    settle(tile, static_cast<double>(a.size() - tile.first), &means[tile.first], marks.data());
+    for (auto at = marks.begin(); (at = std::find(at, marks.end(), 1)) != marks.end(); ++at) {
+      const auto l = static_cast<std::size_t>(at - marks.begin());
+      open.push_back({tile.first + l, {tile.sums[l], tile.error, tile.roundings[l]}});
+    }
+  });
+}
+
+/// The lags that closer bounds leave open.
+std::vector<std::size_t> narrow(Values a, Values b, std::span<const OpenLag> open,
+                                std::span<float> means) {
+  std::vector<std::size_t> lags;
+  for (const OpenLag& o : open)
+    lags.push_back(o.lag);
+  if (open.size() < enough_to_narrow) return lags;
+  const auto narrowed = narrowed_lags(a, b, lags);
+  if (!narrowed) return lags;
+  std::vector<std::size_t> left;
+  for (std::size_t i = 0; i < open.size(); ++i) {
+    const LagEnds ends = ends_of(open[i].proposed, (*narrowed)[i]);
+    const auto terms = static_cast<double>(a.size() - lags[i]);
+    if (!settle_mean(ends, terms, means[lags[i]])) left.push_back(lags[i]);
+  }
+  return left;
+}
+
+/// Proves what it can of the means' texts; which stay open. Nothing if there are no proposals.
+std::optional<std::vector<std::size_t>> prove(Values a, Values b, std::span<float> means) try {
+  std::vector<OpenLag> open;
+  {
+    const PartOfWork proposing(0, proposed_part);
+    if (!propose(a, b, means, open)) return std::nullopt;
+  }
+  const PartOfWork narrowing(proposed_part, narrowed_part);
+  return narrow(a, b, open, means);
+} catch (const std::bad_alloc&) {
+  return std::nullopt;
 }
 
 }  // namespace
 
 std::vector<float> lag_means(std::span<const double> a, std::span<const double> b) {
   std::vector<float> means(a.size());
-  const auto open = propose(a, b, means);
-  if (open) {
-    const PartOfWork summing(proposing_part, 1);
+  if (const auto open = prove(a, b, means)) {
+    const PartOfWork summing(narrowed_part, 1);
     sum_lags(a, b, *open, means);
     return means;
   }

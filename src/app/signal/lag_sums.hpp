@@ -1,7 +1,7 @@
 // Sums of products at many lags.
 //
-// Transforms propose them; what these leave open is summed as it is stated. (A sum in any order
-// with a bound, in between, costs as much: all of them wait for the values to come from the cache.)
+// Transforms propose them (transforms/lag_proposal.hpp); for those that the bounds of these leave
+// open closer ones are made (lag_narrowing.hpp); what is open then is summed as it is stated.
 #pragma once
 
 #include <span>

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstdint>
 #include <memory>
 #include <new>
+#include <utility>
 #include <vector>
 
 #include "app/signal/clones.hpp"
@@ -17,10 +17,15 @@ namespace torve::transforms {
 
 namespace {
 
-constexpr int group = 4;  // blocks between two borders at which partial sums are known
+constexpr int group = 4;
 constexpr int half_group = group / 2 * half;
+constexpr int run = 32;  // lags and values that are bounded together
 constexpr double margin = 1.01;
 constexpr std::size_t least_lags = 2048;  // from here on proposals pay
+
+TORVE_INLINE std::size_t at(int place) {
+  return static_cast<std::size_t>(place);
+}
 
 /// The lower half of the transform of real values, and the middle.
 struct Spectrum {
@@ -35,21 +40,27 @@ struct Tile {
 };
 
 /// Prefix sums of squares, P(m) of the first m, and theirs, Q(m) = P(0) + .. + P(m-1), from some
-/// value on; what rounding may have taken from sums weighted by up to the size of the signal.
+/// value on, for every 32nd m; what rounding may have taken from sums weighted by up to the size of
+/// the signal.
 struct Squares {
   const double* p;
   const double* q;
   double slack;
 };
 
-/// At least count x(0)^2 + (count-1) x(1)^2 + .. + 1 x(count-1)^2, x beginning at `from`.
+/// At least count x(0)^2 + (count-1) x(1)^2 + .. + 1 x(count-1)^2, x beginning at `from`. Both are
+/// multiples of 32.
 TORVE_INLINE double falling(const Squares& x, int from, int count) {
-  return x.q[from + count + 1] - x.q[from + 1] - count * x.p[from] + x.slack;
+  const int begin = from / run;
+  const int end = begin + count / run;
+  return (x.q[end] + x.p[end]) - (x.q[begin] + x.p[begin]) - count * x.p[begin] + x.slack;
 }
 
 /// At least 1 x(0)^2 + 2 x(1)^2 + .. + count x(count-1)^2.
 TORVE_INLINE double rising(const Squares& x, int from, int count) {
-  return count * x.p[from + count] - (x.q[from + count] - x.q[from]) + x.slack;
+  const int begin = from / run;
+  const int end = begin + count / run;
+  return count * x.p[end] - (x.q[end] - x.q[begin]) + x.slack;
 }
 
 /// A group's terms: a from its first, b from where the tile's first lag meets it.
@@ -59,24 +70,70 @@ struct Terms {
   Squares b;
 };
 
-/// conj(x) y, added.
-TORVE_CLONES void add_products(const Spectrum& x, const Spectrum& y, Spectrum& z) {
-  for (int f = 0; f < half + 8; ++f) {
-    z.re[f] += x.re[f] * y.re[f] + x.im[f] * y.im[f];
-    z.im[f] += x.re[f] * y.im[f] - x.im[f] * y.re[f];
+/// The spectra of a group's blocks, and of the windows that they meet at the lags of two tiles.
+struct Factors {
+  std::array<const Spectrum*, group> blocks;
+  std::array<const Spectrum*, group + 1> windows;
+};
+
+/// The sums of conj(block) window of two tiles.
+struct TwoSums {
+  double re[2];
+  double im[2];
+};
+
+TORVE_INLINE TwoSums products(const Factors& factors, int f) {
+  TwoSums sums = {};
+  for (int s = 0; s < 2; ++s) {
+    for (std::size_t j = 0; j < group; ++j) {
+      const Spectrum& x = *factors.blocks[j];
+      const Spectrum& y = *factors.windows[j + at(s)];
+      sums.re[s] += x.re[f] * y.re[f] + x.im[f] * y.im[f];
+      sums.im[s] += x.re[f] * y.im[f] - x.im[f] * y.re[f];
+    }
   }
+  return sums;
+}
+
+/// Two real results in one transform back: the first tile's in the real parts, the second's in the
+/// imaginary ones.
+TORVE_CLONES void multiply(const Factors& factors, Wave& wave) {
+  constexpr int part = 64;
+  for (int first = 0; first < half; first += part) {
+    double re[2][part];
+    double im[2][part];
+    for (int l = 0; l < part; ++l) {
+      const TwoSums sums = products(factors, first + l);
+      for (int s = 0; s < 2; ++s) {
+        re[s][l] = sums.re[s];
+        im[s][l] = sums.im[s];
+      }
+    }
+    for (int l = 0; l < part; ++l) {
+      wave.re[first + l] = re[0][l] - im[1][l];
+      wave.im[first + l] = im[0][l] + re[1][l];
+    }
+    for (int l = first == 0 ? 1 : 0; l < part; ++l) {
+      wave.re[points - first - l] = re[0][l] + im[1][l];
+      wave.im[points - first - l] = re[1][l] - im[0][l];
+    }
+  }
+  const TwoSums middle = products(factors, half);
+  wave.re[half] = middle.re[0] - middle.im[1];
+  wave.im[half] = middle.im[0] + middle.re[1];
 }
 
 /// Adds a group's part of the sums; the products are bounded for 32 lags at a time, so b counts 31
-/// values more. A weight is one more than the number of |s| that a product is part of: the last is
-/// its own rounding. The rounding of `after` is one |s| more.
+/// values more. A weight is at least one more than the number of |s| that a product is part of: the
+/// last is its own rounding. The rounding of `after` is one |s| more.
 TORVE_CLONES void add_group(Tile& tile, const double* part, const Terms& terms) {
-  constexpr int run = 32;
-  const double a1 = falling(terms.a, 0, half_group + 1);
-  const double a2 = rising(terms.a, half_group - 1, half_group + 1);
+  constexpr int count = half_group + run;
+  constexpr int second = half_group - run;
+  const double a1 = falling(terms.a, 0, count);
+  const double a2 = rising(terms.a, second, count);
   for (int first = 0; first < half; first += run) {
-    const double b1 = falling(terms.b, first, half_group + run);
-    const double b2 = rising(terms.b, first + half_group - 1, half_group + run);
+    const double b1 = falling(terms.b, first, count);
+    const double b2 = rising(terms.b, first + second, count + run);
     const double products = std::sqrt(a1 * b1) + std::sqrt(a2 * b2);
     for (int l = first; l < first + run; ++l) {
       const double left = terms.left - l;
@@ -90,18 +147,38 @@ TORVE_CLONES void add_group(Tile& tile, const double* part, const Terms& terms) 
   }
 }
 
-/// terms: of the first lag; error: of the transforms.
-TORVE_CLONES void prove(const Tile& tile, double error, double terms, int count, float* means,
-                        std::uint8_t* open) {
-  for (int l = 0; l < count; ++l) {
-    // The ends of the sum are rounded themselves, which |sum| covers.
-    const double sizes = tile.sizes[l] + 4 * std::fabs(tile.sum[l]);
-    const double bound = margin * (unit * sizes + error);
-    const auto low = static_cast<float>((tile.sum[l] - bound) / (terms - l));
-    const auto high = static_cast<float>((tile.sum[l] + bound) / (terms - l));
-    means[l] = high;
-    open[l] = !same_text(low, high);
+TORVE_CLONES void finish(Tile& tile) {
+  for (double& size : tile.sizes)
+    size *= margin * unit;
+}
+
+/// The sum of 32 squares, and of the first 31, the first 30 and so on.
+struct RunSquares {
+  double all;
+  double prefixes;
+};
+
+TORVE_CLONES RunSquares squares_of(const double* x) {
+  constexpr int lanes = 8;
+  double all[lanes] = {};
+  double prefixes[lanes] = {};
+  for (int i = 0; i < run; i += lanes) {
+    for (int l = 0; l < lanes; ++l) {
+      const double square = x[i + l] * x[i + l];
+      all[l] += square;
+      prefixes[l] += (run - 1 - i - l) * square;
+    }
   }
+  RunSquares sums = {};
+  for (int l = 0; l < lanes; ++l) {
+    sums.all += all[l];
+    sums.prefixes += prefixes[l];
+  }
+  return sums;
+}
+
+std::unique_ptr<Spectrum[]> spectra(int count) {
+  return std::make_unique_for_overwrite<Spectrum[]>(at(count));
 }
 
 /// One of the signals, in blocks.
@@ -110,81 +187,70 @@ class Blocks {
   /// `ahead` blocks of nothing are known behind the last.
   Blocks(std::span<const double> values, int ahead)
       : count_(static_cast<int>((values.size() + half - 1) / half)),
-        p_(static_cast<std::size_t>((count_ + ahead) * half)),
+        p_(at((count_ + ahead) * half / run)),
         q_(p_.size()),
-        spectra_(static_cast<std::size_t>(count_)) {
-    for (std::size_t i = 1; i < p_.size(); ++i) {
-      p_[i] = p_[i - 1] + (i <= values.size() ? values[i - 1] * values[i - 1] : 0);
-      q_[i] = q_[i - 1] + p_[i - 1];
-    }
-    const auto size = static_cast<double>(values.size());
-    slack_ = 2 * unit * size * all_squares();
-    weighted_slack_ = 4 * unit * static_cast<double>(p_.size() * p_.size()) * all_squares();
+        spectra_(spectra(count_)) {
     Wave wave;
-    for (std::size_t j = 0; j < spectra_.size(); ++j) {
-      const auto rest = values.subspan(j * half);
+    for (int j = 0; j < count_; ++j) {
+      const auto rest = values.subspan(at(j * half));
       const auto block = rest.first(std::min<std::size_t>(half, rest.size()));
       std::fill(std::copy(block.begin(), block.end(), wave.re), wave.re + points, 0.0);
       std::fill_n(wave.im, points, 0.0);
+      add_squares(at(j * half / run), wave.re);
       transform(wave);
-      std::copy_n(wave.re, half + 8, spectra_[j].re);
-      std::copy_n(wave.im, half + 8, spectra_[j].im);
+      std::copy_n(wave.re, half + 8, spectra_[at(j)].re);
+      std::copy_n(wave.im, half + 8, spectra_[at(j)].im);
     }
+    for (auto r = at(count_ * half / run); r + 1 < p_.size(); ++r) {
+      p_[r + 1] = p_[r];
+      q_[r + 1] = q_[r] + run * p_[r];
+    }
+    const auto size = static_cast<double>(values.size());
+    const auto known = static_cast<double>(p_.size() * run);
+    slack_ = 2 * unit * size * all_squares();
+    weighted_slack_ = 4 * unit * known * known * all_squares();
   }
 
   [[nodiscard]] int count() const { return count_; }
   [[nodiscard]] double all_squares() const { return p_.back(); }
-  [[nodiscard]] const Spectrum& spectrum(int block) const {
-    return spectra_[static_cast<std::size_t>(block)];
-  }
+  [[nodiscard]] const Spectrum& spectrum(int block) const { return spectra_[at(block)]; }
+  [[nodiscard]] std::unique_ptr<Spectrum[]> take_spectra() { return std::move(spectra_); }
   [[nodiscard]] Squares squares_from(int first) const {
-    return {p_.data() + first, q_.data() + first, weighted_slack_};
+    return {p_.data() + first / run, q_.data() + first / run, weighted_slack_};
   }
   /// At least the root of a block's squares; 0 behind the last.
   [[nodiscard]] double norm(int block) const {
     if (block >= count_) return 0;
-    const double* const begin = p_.data() + std::ptrdiff_t{block} * half;
-    return std::sqrt(begin[half] - begin[0] + slack_);
+    const double* const begin = p_.data() + block * (half / run);
+    return std::sqrt(begin[half / run] - begin[0] + slack_);
   }
 
  private:
+  void add_squares(std::size_t first, const double* block) {
+    for (std::size_t r = first; r < first + half / run; ++r) {
+      const RunSquares squares = squares_of(block + (r - first) * run);
+      p_[r + 1] = p_[r] + squares.all;
+      q_[r + 1] = q_[r] + run * p_[r] + squares.prefixes;
+    }
+  }
+
   int count_;
   std::vector<double> p_;
   std::vector<double> q_;
-  std::vector<Spectrum> spectra_;
+  std::unique_ptr<Spectrum[]> spectra_;
   double slack_ = 0;           // of P
   double weighted_slack_ = 0;  // of Q, and of as many P
 };
 
-/// The transforms of the windows: block j and what follows it. A block half a length further has
-/// its transform times (-1)^f.
-std::vector<Spectrum> windows_of(const Blocks& blocks) {
-  std::vector<Spectrum> windows;
-  windows.reserve(static_cast<std::size_t>(blocks.count()));
-  for (int j = 0; j < blocks.count(); ++j) {
-    Spectrum window = blocks.spectrum(j);
-    if (j + 1 < blocks.count()) {
-      const Spectrum& next = blocks.spectrum(j + 1);
-      for (int f = 0; f < half + 8; f += 2) {
-        window.re[f] += next.re[f];
-        window.im[f] += next.im[f];
-        window.re[f + 1] -= next.re[f + 1];
-        window.im[f + 1] -= next.im[f + 1];
-      }
-    }
-    windows.push_back(window);
-  }
-  return windows;
-}
-
-/// Two real results in one transform back: x in the real parts, y in the imaginary ones.
-void pack(const Spectrum& x, const Spectrum& y, Wave& wave) {
-  for (int f = 0; f <= half; ++f) {
-    wave.re[f] = x.re[f] - y.im[f];
-    wave.im[f] = x.im[f] + y.re[f];
-    if (f % half == 0) continue;
-    wave.re[points - f] = x.re[f] + y.im[f];
-    wave.im[points - f] = y.re[f] - x.im[f];
+/// The transform of a window: a block and what follows it. A block half a length further has its
+/// transform times (-1)^f. The window may take the block's place.
+TORVE_CLONES void add_next(const Spectrum& block, const Spectrum& next, Spectrum& window) {
+  TORVE_INDEPENDENT
+  for (int f = 0; f < half + 8; f += 2) {
+    window.re[f] = block.re[f] + next.re[f];
+    window.im[f] = block.im[f] + next.im[f];
+    window.re[f + 1] = block.re[f + 1] - next.re[f + 1];
+    window.im[f + 1] = block.im[f + 1] - next.im[f + 1];
   }
 }
 
@@ -196,7 +262,11 @@ class Proposer {
         a_(a, ahead),
         other_(same_ ? std::span<const double>() : b, ahead),
         b_(same_ ? a_ : other_),
-        windows_(windows_of(b_)) {}
+        windows_(same_ ? spectra(b_.count()) : other_.take_spectra()) {
+    const Spectrum* const blocks = same_ ? &a_.spectrum(0) : windows_.get();
+    for (int j = 0; j < b_.count(); ++j)
+      add_next(blocks[j], j + 1 < b_.count() ? blocks[j + 1] : nothing_, windows_[at(j)]);
+  }
 
   [[nodiscard]] bool finite() const {
     return std::isfinite(a_.all_squares()) && std::isfinite(b_.all_squares());
@@ -206,7 +276,7 @@ class Proposer {
   [[nodiscard]] int tiles() const { return a_.count(); }
 
   /// The lags of the tiles t and t + 1.
-  void propose(int t, std::span<float> means, std::vector<std::size_t>& open) {
+  void propose(int t, const std::function<void(const LagTile&)>& take) {
     const int count_here = std::min(2, tiles() - t);
     tiles_ = {};
     double error = a_.all_squares() == 0 || b_.all_squares() == 0 ? 0 : vanished;
@@ -218,18 +288,18 @@ class Proposer {
         const Terms terms = {.left = static_cast<double>(size_ - lag - begin),
                              .a = a_.squares_from(begin),
                              .b = b_.squares_from(begin + lag)};
-        add_group(tiles_[static_cast<std::size_t>(s)], s == 0 ? wave_.re : wave_.im, terms);
+        add_group(tiles_[at(s)], s == 0 ? wave_.re : wave_.im, terms);
       }
     }
     for (int s = 0; s < count_here; ++s) {
+      Tile& tile = tiles_[at(s)];
+      finish(tile);
       const int lag = (t + s) * half;
-      const int count = std::min(half, size_ - lag);
-      prove(tiles_[static_cast<std::size_t>(s)], error, size_ - lag, count,
-            &means[static_cast<std::size_t>(lag)], open_.data());
-      for (int l = 0; l < count; ++l) {
-        if (open_[static_cast<std::size_t>(l)] != 0)
-          open.push_back(static_cast<std::size_t>(lag + l));
-      }
+      const auto count = at(std::min(half, size_ - lag));
+      take({.first = at(lag),
+            .sums = std::span(tile.sum).first(count),
+            .roundings = std::span(tile.sizes).first(count),
+            .error = margin * error});
     }
   }
 
@@ -238,21 +308,23 @@ class Proposer {
 
   /// A group's part of the sums of two tiles, to wave_; returns its error.
   double convolve(int t, int g) {
-    sums_ = {};
+    Factors factors;
     double error = 0;
+    for (int j = 0; j < group; ++j) {
+      factors.blocks[at(j)] = g + j < a_.count() ? &a_.spectrum(g + j) : &nothing_;
+    }
+    for (int j = 0; j <= group; ++j) {
+      const int window = g + j + t;
+      factors.windows[at(j)] = window < b_.count() ? &windows_[at(window)] : &nothing_;
+    }
+    multiply(factors, wave_);
     for (int j = g; j < std::min(g + group, a_.count() - t); ++j) {
-      add_products(a_.spectrum(j), window(j + t), sums_[0]);
-      if (j + t + 1 < a_.count()) add_products(a_.spectrum(j), window(j + t + 1), sums_[1]);
       // Both share the transform back, so each gets the error of both.
       error += transform_slack * a_.norm(j) *
                (b_.norm(j + t) + 2 * b_.norm(j + t + 1) + b_.norm(j + t + 2));
     }
-    pack(sums_[0], sums_[1], wave_);
     transform_back(wave_);
     return error;
-  }
-  [[nodiscard]] const Spectrum& window(int block) const {
-    return windows_[static_cast<std::size_t>(block)];
   }
 
   int size_;
@@ -260,29 +332,26 @@ class Proposer {
   Blocks a_;
   Blocks other_;
   const Blocks& b_;
-  std::vector<Spectrum> windows_;
-  std::array<Spectrum, 2> sums_;
+  std::unique_ptr<Spectrum[]> windows_;
+  Spectrum nothing_ = {};
   std::array<Tile, 2> tiles_;
-  std::array<std::uint8_t, half> open_;
   Wave wave_ = {};
 };
 
 }  // namespace
 
-std::optional<std::vector<std::size_t>> propose_lag_means(std::span<const double> a,
-                                                          std::span<const double> b,
-                                                          std::span<float> means) try {
-  if (a.size() < least_lags) return std::nullopt;
+bool propose_lags(std::span<const double> a, std::span<const double> b,
+                  const std::function<void(const LagTile&)>& take) try {
+  if (a.size() < least_lags) return false;
   const auto proposer = std::make_unique<Proposer>(a, b);
-  if (!proposer->finite()) return std::nullopt;
-  std::vector<std::size_t> open;
+  if (!proposer->finite()) return false;
   for (int t = 0; t < proposer->tiles(); t += 2) {
     tell_done(static_cast<double>(t) / proposer->tiles());
-    proposer->propose(t, means, open);
+    proposer->propose(t, take);
   }
-  return open;
+  return true;
 } catch (const std::bad_alloc&) {
-  return std::nullopt;
+  return false;
 }
 
 }  // namespace torve::transforms
