@@ -12,7 +12,7 @@
 namespace torve {
 namespace {
 
-constexpr int menu = 3, text = 4, label = 5;
+constexpr int menu = 3, text = 4, label = 5, note = 6;
 
 class Given : public DialogTest {
  protected:
@@ -56,6 +56,10 @@ TEST_F(Given, ModesAndNumbersOfTheKinds) {
       {"over the label", [] { return get_top_card(490, 390, 700, 500); }, label},
       {"over nothing", [] { return get_top_card(700, 0, 800, 9) + get_any_card(0, 0, 9, 9); }, 0},
       {"under nobody", [] { return get_one_under(menu); }, 0},
+      {"under a label",
+       [] { return make_label(note, 300, 210, "note"), put(note), get_one_under(menu); }, note},
+      {"under nobody itself", [] { return get_one_under(note); }, 0},
+      {"put away", [] { return free_label(note); }, 0},
       {"an icon", [] { return draw_old_icon(menu); }, -2},
       {"freed", [] { return free_label(label) + free_file_window(text); }, 0},
       {"gone", [] { return get_any_card(490, 190, 700, 500); }, 0},
