@@ -7,18 +7,22 @@
 #include <cstdio>
 #include <cstring>
 #include <functional>
+#include <optional>
 #include <random>
 #include <vector>
 
-#include "app/signal/band_sums.hpp"
+#include "app/signal/band_corrections.hpp"
+#include "app/signal/band_values.hpp"
 #include "app/signal/correlation.hpp"
 #include "app/signal/lag_estimate.hpp"
 #include "app/signal/lag_narrowing.hpp"
 #include "app/signal/lag_sums.hpp"
 #include "app/signal/open_bins.hpp"
 #include "app/signal/spectrum.hpp"
+#include "app/signal/transforms/band_proposal.hpp"
 #include "app/signal/transforms/fourier_proposal.hpp"
 #include "app/signal/transforms/lag_proposal.hpp"
+#include "base/number_text.hpp"
 #include "bench/literal.hpp"
 #include "bench/signals.hpp"
 
@@ -35,7 +39,7 @@ class Checker {
 
   void check_lags();
   void check_spectrum(int size, int most_bins);
-  void check_bands();
+  void check_bands(int size, int most_lines);
   void print() const;
   [[nodiscard]] long differing() const { return differing_; }
 
@@ -55,9 +59,8 @@ class Checker {
     narrowed_to,
     powers,  // proposed, corrected, ends
     coefficients = powers + 3,
-    bands = coefficients + 3,
-    close_bands,
-    steps
+    bands = coefficients + 3,  // the same, close ends
+    steps = bands + 4
   };
 
   unsigned seed() { return static_cast<unsigned>(random_()); }
@@ -73,6 +76,8 @@ class Checker {
   void compare(const char* what, int size, int index, float ours, float plain);
   void count_open(const Floats& x, int bin, const FourierEstimate* proposed,
                   const FourierSums& sums);
+  void count_open(const BandSums& sums, int t, int size, const BandEstimate* proposed,
+                  const BandCorrections* corrections, double plain);
 
   std::mt19937 random_;
   std::array<Step, steps> steps_ = {{{"lags", 0, 0},
@@ -84,6 +89,8 @@ class Checker {
                                      {"coefficients, proposed", 0, 0},
                                      {"coefficients, corrected", 0, 0},
                                      {"coefficients, ends", 0, 0},
+                                     {"bands, proposed", 0, 0},
+                                     {"bands, corrected", 0, 0},
                                      {"bands, ends", 0, 0},
                                      {"bands, close ends", 0, 0}}};
   long differing_ = 0;
@@ -251,40 +258,61 @@ void Checker::check_spectrum(int size, int most_bins) {
   }
 }
 
-void Checker::check_bands() {
-  const int n = number(2, 600);
-  const Floats a = signal(n);
-  const Floats b = signal(n);
+void Checker::count_open(const BandSums& sums, int t, int size, const BandEstimate* proposed,
+                         const BandCorrections* corrections, double plain) {
+  std::array<BandSums::Ends, 4> ends;
+  sums.ends(std::span(&t, 1), std::span(&ends[2], 1));
+  sums.close_ends(std::span(&t, 1), std::span(&ends[3], 1));
+  if (proposed != nullptr) {
+    BandEstimate corrected = *proposed;
+    corrections->correct(std::span(&t, 1), std::span(&corrected, 1));
+    ends[0] = ends_of(*proposed);
+    ends[1] = ends_of(corrected);
+  }
+  bool certain = false;
+  for (std::size_t i = proposed != nullptr ? 0 : 2; i < ends.size(); ++i) {
+    if (!(ends[i].low <= plain && plain <= ends[i].high) && std::isfinite(ends[i].low)) {
+      ++differing_;
+      std::printf("band %d of %d lies outside its ends %zu\n", t, size, i);
+    }
+    if (certain) continue;
+    ++steps_[bands + i].lines;
+    certain = same_fixed6(ends[i].low, ends[i].high);
+    if (!certain) ++steps_[bands + i].open;
+  }
+}
+
+void Checker::check_bands(int n, int most_lines) {
+  // Mostly of a size that text can be proved of.
+  const auto smaller = static_cast<float>(std::pow(10, -number(0, 6)));
+  Floats a = signal(n);
+  Floats b = signal(n);
+  for (Floats* values : {&a, &b})
+    std::ranges::transform(*values, values->begin(), [=](float v) { return v * smaller; });
   const int low = number(1, n - 1);
   const int high = number(1, n - 1);
   const std::array<BinRange, 2> ranges = {{{1, low}, {high, n - 1}}};
   const BandSums sums(a, b, n, number(0, 1) * uniform(), ranges);
   const auto ours = band_values(sums, 0, n, [](int) {});
-  for (int t = 0; t < n; ++t) {
-    BandSums::Ends ends[2];
-    sums.ends(std::span(&t, 1), std::span(ends, 1));
-    sums.close_ends(std::span(&t, 1), std::span(ends + 1, 1));
-    char texts[6][400];
-    const double values[] = {ours[static_cast<std::size_t>(t)],
-                             sums.plain_value(t),
-                             ends[0].low,
-                             ends[0].high,
-                             ends[1].low,
-                             ends[1].high};
-    for (std::size_t i = 0; i < 6; ++i)
-      std::snprintf(texts[i], sizeof texts[i], "%f", values[i]);
-    ++steps_[bands].lines;
-    if (std::strcmp(texts[2], texts[3]) != 0) {
-      ++steps_[bands].open;
-      ++steps_[close_bands].lines;
-      if (std::strcmp(texts[4], texts[5]) != 0) ++steps_[close_bands].open;
+  const auto proposal = transforms::BandProposal::make(sums.terms());
+  std::optional<BandCorrections> corrections;
+  if (proposal) corrections.emplace(sums.terms());
+  std::vector<BandEstimate> estimates(transforms::BandProposal::tile);
+  const int step = std::max(1, n / most_lines);
+  int tile = -1;
+  for (int t = number(0, step - 1); t < n; t += step) {
+    const auto i = static_cast<std::size_t>(t % transforms::BandProposal::tile);
+    if (proposal && tile != t / transforms::BandProposal::tile) {
+      tile = t / transforms::BandProposal::tile;
+      proposal->propose(tile * transforms::BandProposal::tile,
+                        std::span<BandEstimate, transforms::BandProposal::tile>(estimates));
     }
-    for (const BandSums::Ends& e : ends) {
-      if (e.low > values[1] || values[1] > e.high) {
-        ++differing_;
-        std::printf("band %d of %d lies outside its ends\n", t, n);
-      }
-    }
+    const double plain = sums.plain_value(t);
+    count_open(sums, t, n, proposal ? &estimates[i] : nullptr,
+               corrections ? &*corrections : nullptr, plain);
+    char texts[2][400];
+    std::snprintf(texts[0], sizeof texts[0], "%f", ours[static_cast<std::size_t>(t)]);
+    std::snprintf(texts[1], sizeof texts[1], "%f", plain);
     if (std::strcmp(texts[0], texts[1]) == 0) continue;
     ++differing_;
     std::printf("band %d of %d: %s, not %s\n", t, n, texts[0], texts[1]);
@@ -313,8 +341,11 @@ long check_random_lines(unsigned seed, double seconds) {
     for (int k = 0; k < 20; ++k)
       checker.check_lags();
     checker.check_spectrum(checker.number(2, 3000), 200);
-    checker.check_bands();
-    if (i % 50 == 49) checker.check_spectrum(large[i / 50 % large.size()], 50);
+    checker.check_bands(checker.number(2, i % 2 == 0 ? 600 : 5000), 200);
+    if (i % 50 == 49) {
+      checker.check_spectrum(large[i / 50 % large.size()], 50);
+      checker.check_bands(large[i / 50 % large.size()], 20);
+    }
   }
   checker.print();
   return checker.differing();

@@ -17,7 +17,7 @@
 
 #include <benchmark/benchmark.h>
 
-#include "app/signal/band_sums.hpp"
+#include "app/signal/band_values.hpp"
 #include "app/signal/correlation.hpp"
 #include "app/signal/fourier_sums.hpp"
 #include "app/signal/lag_sums.hpp"

@@ -7,8 +7,7 @@
 // are within 0.8 u a component, moved ones within 1.3 u, 1.9 u in length. A turn is the product of
 // two, which adds 1.5 u a component, 2.2 u in length: 6 u. The product of a start and a turn,
 // moved: 1.9 u
-// + 6 u + 2.2 u + 0.8 u = 10.9 u. Or they are not moved, and the roundings of the angle come on
-// top. The library's sine and cosine: u each, 1.5 u in length. A and B
+// + 6 u + 2.2 u + 0.8 u = 10.9 u. The library's sine and cosine: u each, 1.5 u in length. A and B
 // are rounded twice, their products once, the sum once: 4 u. The stated term: products, sum,
 // product and quotient, 4 u. The subtraction: u. Together 21.4 u.
 #include <algorithm>
@@ -72,15 +71,14 @@ void prepare(Samples& samples, int size, std::span<const int> times, double offs
   }
 }
 
-/// The scaled coefficients of a band, and what the ends are apart besides, relative to R.
+/// The scaled coefficients of a band.
 struct Bins {
   const double* a;
   const double* b;
-  const double* angle_error;
 };
 
 /// Adds the bins first .. first + count - 1, at most a block.
-template <bool fused, bool with_excess>
+template <bool fused>
 TORVE_INLINE void turn_and_add(Samples& samples, const Bins& bins, int first, int count) {
   const Divisor k = samples.k;
   SplitFactor turn[lanes];
@@ -100,13 +98,11 @@ TORVE_INLINE void turn_and_add(Samples& samples, const Bins& bins, int first, in
     const double bin = first + r;
     const double factor_a = bins.a[first + r];
     const double factor_b = bins.b[first + r];
-    const double apart = with_excess ? slack : slack + bins.angle_error[first + r];
-    const double less = apart * std::sqrt(factor_a * factor_a + factor_b * factor_b);
+    const double less = slack * std::sqrt(factor_a * factor_a + factor_b * factor_b);
     for (int l = 0; l < lanes; ++l) {
       const SineCosine z = {start_sine[l], start_cosine[l]};
       const SineCosine w = {samples.turn_sines[r][l], samples.turn_cosines[r][l]};
-      SineCosine at = turned<fused>(z, w);
-      if constexpr (with_excess) at = moved<fused>(at, excess_of<fused>(bin, turn[l], k));
+      const SineCosine at = moved<fused>(turned<fused>(z, w), excess_of<fused>(bin, turn[l], k));
       const double term = product_sum<fused>(factor_a, at.cosine, factor_b * at.sine);
       low[l] += term - less;
       high[l] += term + less;
@@ -119,25 +115,11 @@ TORVE_INLINE void turn_and_add(Samples& samples, const Bins& bins, int first, in
 }
 
 TORVE_CLONES void add_bins(Samples& samples, const Bins& bins, int first, int count) {
-  turn_and_add<false, true>(samples, bins, first, count);
-}
-
-TORVE_CLONES void add_small_bins(Samples& samples, const Bins& bins, int first, int count) {
-  turn_and_add<false, false>(samples, bins, first, count);
+  turn_and_add<false>(samples, bins, first, count);
 }
 
 TORVE_FUSED_CLONES void add_bins_fused(Samples& samples, const Bins& bins, int first, int count) {
-  turn_and_add<true, true>(samples, bins, first, count);
-}
-
-TORVE_FUSED_CLONES void add_small_bins_fused(Samples& samples, const Bins& bins, int first,
-                                             int count) {
-  turn_and_add<true, false>(samples, bins, first, count);
-}
-
-auto kernel(bool with_excess) {
-  if (fused_operations()) return with_excess ? add_bins_fused : add_small_bins_fused;
-  return with_excess ? add_bins : add_small_bins;
+  turn_and_add<true>(samples, bins, first, count);
 }
 
 }  // namespace
@@ -145,8 +127,8 @@ auto kernel(bool with_excess) {
 void BandSums::ends(std::span<const int> times, std::span<Ends> ends) const {
   static Samples samples;
   prepare(samples, size_, times, offset_);
-  const auto add = kernel(works_out_angles_);
-  const Bins bins = {scaled_a_.data(), scaled_b_.data(), angle_errors_.data()};
+  const auto add = fused_operations() ? add_bins_fused : add_bins;
+  const Bins bins = {scaled_a_.data(), scaled_b_.data()};
   for_bins(block, [&](int first, int count) { add(samples, bins, first, count); });
   for (std::size_t l = 0; l < ends.size(); ++l)
     ends[l] = {samples.low[l], samples.high[l]};

@@ -6,7 +6,7 @@
 #include <new>
 #include <span>
 
-#include "app/signal/band_sums.hpp"
+#include "app/signal/band_values.hpp"
 #include "app/signal/sample_file.hpp"
 #include "app/signal/sampling_rate.hpp"
 #include "app/signal/say.hpp"

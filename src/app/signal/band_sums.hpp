@@ -6,19 +6,13 @@
 #pragma once
 
 #include <array>
-#include <functional>
 #include <span>
 #include <vector>
 
+#include "app/signal/band_terms.hpp"
 #include "app/signal/ordered_sums.hpp"
 
 namespace torve {
-
-/// Bins from first to last; empty if last < first.
-struct BinRange {
-  int first;
-  int last;
-};
 
 class BandSums {
  public:
@@ -26,6 +20,9 @@ class BandSums {
   /// ranges lie within 1 .. size - 1; size is at most 131072.
   BandSums(std::span<const float> a, std::span<const float> b, int size, double offset,
            std::array<BinRange, 2> ranges);
+
+  /// What is added, scaled; as long as the object lives.
+  [[nodiscard]] BandTerms terms() const { return {scaled_a_, scaled_b_, size_, offset_, ranges_}; }
 
   /// Sample t, literally, with the library's sine and cosine.
   [[nodiscard]] double plain_value(int t) const;
@@ -63,14 +60,6 @@ class BandSums {
   bool zeros_count_;              // whether adding zeros could change a sum
   std::vector<double> scaled_a_;  // 2 a 44100 / K, 2 b 44100 / K
   std::vector<double> scaled_b_;
-  std::vector<double> angle_errors_;  // what the roundings of the angles of each bin are at most
-  bool works_out_angles_ = true;      // or they are small enough to go into the ends
 };
-
-/// Samples first .. first + count - 1 with the text of the literal ones: where the ends of one have
-/// two texts, the literal sum decides. `progress` is told each sample about to be computed, in
-/// order.
-[[nodiscard]] std::vector<double> band_values(const BandSums& sums, int first, int count,
-                                              const std::function<void(int t)>& progress);
 
 }  // namespace torve

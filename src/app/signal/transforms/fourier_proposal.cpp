@@ -11,9 +11,9 @@
 
 #include "app/signal/clones.hpp"
 #include "app/signal/proof.hpp"
+#include "app/signal/transforms/chirp.hpp"
 #include "app/signal/transforms/cut_sums.hpp"
 #include "app/signal/transforms/exact_turn.hpp"
-#include "app/signal/transforms/transform.hpp"
 
 namespace torve::transforms {
 
@@ -26,13 +26,6 @@ constexpr double margin = 1.01;           // for the roundings of the bound
 constexpr double sines_slack = 20 * unit;
 constexpr double cut_slack = 5 * half * unit;
 constexpr std::size_t most_wraps = 8;
-
-TORVE_CLONES void multiply(const Wave& x, const Wave& y, Wave& z) {
-  for (int f = 0; f < points; ++f) {
-    z.re[f] = x.re[f] * y.re[f] - x.im[f] * y.im[f];
-    z.im[f] = x.re[f] * y.im[f] + x.im[f] * y.re[f];
-  }
-}
 
 /// |x| in a block: its sums in the two halves, how many there are, the sum of squares.
 struct Sizes {
@@ -92,19 +85,13 @@ class Proposal : public FourierProposal {
         size_(static_cast<int>(x.size())),
         last_(size_ / 2),
         blocks_((size_ + half - 1) / half),
-        tiles_(last_ / half + 1),
-        chirp_(static_cast<std::size_t>((blocks_ + 1) * half)),
+        chirp_(size_, blocks_, last_ / half + 1),
         in_(static_cast<std::size_t>(blocks_)),
-        filters_(static_cast<std::size_t>(blocks_ + tiles_ - 1)),
         sizes_(static_cast<std::size_t>(blocks_)) {
-    for (std::uint64_t m = 0; m < chirp_.size(); ++m)
-      chirp_[m] = exact_turn(m * m, size_);
     for (std::uint64_t q = 0; q < most_wraps; ++q)
       back_[q] = exact_turn(q << 32, size_);
     for (int b = 0; b < blocks_; ++b)
       load_block(b);
-    for (int d = 1 - blocks_; d < tiles_; ++d)
-      load_filter(d);
   }
 
   [[nodiscard]] bool finite() const { return std::isfinite(constant_error_); }
@@ -113,8 +100,7 @@ class Proposal : public FourierProposal {
     bins_ = {};
     double cut_error = 0;
     for (int b = 0; b < blocks_; ++b) {
-      multiply(in_[index(b)], filters_[index(first_bin / half - b + blocks_ - 1)], wave_);
-      transform_back(wave_);
+      chirp_.convolve(in_[index(b)], b, first_bin / half, wave_);
       find_turns(first_bin, b);
       for (std::size_t i = 0; i < cut_bins_.size(); i += cut_lanes) {
         const auto part = std::span(cut_bins_).subspan(i);
@@ -136,25 +122,13 @@ class Proposal : public FourierProposal {
     const int first = b * half;
     for (int r = 0; r < std::min(half, size_ - first); ++r) {
       const double value = static_cast<double>(x_[index(first + r)]);
-      wave.re[r] = value * chirp_[index(first + r)].cosine;
-      wave.im[r] = value * chirp_[index(first + r)].sine;
+      wave.re[r] = value * chirp_(first + r).cosine;
+      wave.im[r] = value * chirp_(first + r).sine;
       (r < half / 2 ? sizes.first : sizes.second) += std::fabs(value);
       (r < half / 2 ? sizes.first_count : sizes.second_count) += 1;
       sizes.squares += value * value;
     }
-    constant_error_ +=
-        sines_slack * sizes.all() + transform_slack * side * std::sqrt(sizes.squares);
-    transform(wave);
-  }
-
-  /// The conjugate of w from d tiles before its middle on.
-  void load_filter(int d) {
-    Wave& wave = filters_[index(d + blocks_ - 1)];
-    for (int v = 0; v < points; ++v) {
-      const SineCosine& w = chirp_[index(std::abs(d * half + (v < half ? v : v - points)))];
-      wave.re[v] = w.cosine;
-      wave.im[v] = -w.sine;
-    }
+    constant_error_ += sines_slack * sizes.all() + convolution_error(sizes.squares);
     transform(wave);
   }
 
@@ -193,7 +167,7 @@ class Proposal : public FourierProposal {
     }
     sum_to_cut(&x_[static_cast<std::size_t>(first)], cuts);
     for (std::size_t l = 0; l < bins.size(); ++l) {
-      const SineCosine& w = chirp_[index(bins[l])];
+      const SineCosine& w = chirp_(bins[l]);
       const SineCosine& back = back_[1];
       const int s = bins[l] - first_bin;
       const double before_re = (cuts.re[l] * w.cosine + cuts.im[l] * w.sine) * points;
@@ -206,7 +180,7 @@ class Proposal : public FourierProposal {
   }
 
   [[nodiscard]] FourierEstimate estimate_of(int bin, int s, double cut_error) const {
-    const SineCosine& w = chirp_[index(bin)];
+    const SineCosine& w = chirp_(bin);
     return {
         .sums = {bins_.re[s] * w.cosine - bins_.im[s] * w.sine,
                  bins_.re[s] * w.sine + bins_.im[s] * w.cosine},
@@ -220,11 +194,9 @@ class Proposal : public FourierProposal {
   int size_;
   int last_;
   int blocks_;
-  int tiles_;
-  std::vector<SineCosine> chirp_;
+  Chirp chirp_;
   std::array<SineCosine, most_wraps> back_;
-  std::vector<Wave> in_;       // transforms of x w
-  std::vector<Wave> filters_;  // transforms of w's conjugate
+  std::vector<Wave> in_;  // transforms of x w
   std::vector<Sizes> sizes_;
   double constant_error_ = 0;
   Bins bins_ = {};

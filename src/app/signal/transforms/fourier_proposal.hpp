@@ -1,10 +1,9 @@
 // Fourier sums proposed by transforms, with a bound.
 //
-// What is proposed: 2ji = j^2 + i^2 - (j-i)^2, so with w(m) = exp(i m^2 3.14159 / K) the sums of
-// bin j are w(j) times the convolution of x(i) w(i) with the conjugate of w (Bluestein), in blocks
-// of 2048 samples and tiles of 2048 bins. Where the product 2ji wraps around as a 32-bit integer a
-// block's part is turned back by as many 2^32; a block in which it wraps is cut, and what lies
-// before the cut is summed by turning.
+// What is proposed: the angles of sample i and bin j are those of a chirp (chirp.hpp), in blocks of
+// samples and tiles of bins. Where the product 2ji wraps around as a 32-bit integer a block's part
+// is turned back by as many 2^32; a block in which it wraps is cut, and what lies before the cut is
+// summed by turning.
 //
 // What bounds the distance from the stated sums (u = 2^-53, each a worst case):
 //   the stated argument's roundings, of p x 3.14159 and of the quotient: half a unit in the last
@@ -13,8 +12,7 @@
 //     it, and told apart, because it can be worked out (fourier_corrections);
 //   the stated additions: u times the sum of the sizes of all partial sums; these are known behind
 //     each block, and change by at most the sum of |x| in between;
-//   the transforms: transform_slack times the root of a block's squares times 64, the norm of 4096
-//     values of w;
+//   the convolutions of the blocks;
 //   the sines, per |x|: w(i) 1.9 u in length and x w(i) 0.8 u; w(j-i) 1.9 u; w(j) and the turn
 //     for wraps 1.9 u each and 2.2 u for their products; the library's 1.5 u and the stated product
 //     1.5 u. Together 15.8 u; 20 u leave room for sums of blocks;
