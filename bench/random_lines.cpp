@@ -14,6 +14,7 @@
 #include "app/signal/band_corrections.hpp"
 #include "app/signal/band_values.hpp"
 #include "app/signal/correlation.hpp"
+#include "app/signal/fourier_corrections.hpp"
 #include "app/signal/lag_estimate.hpp"
 #include "app/signal/lag_narrowing.hpp"
 #include "app/signal/lag_sums.hpp"
@@ -200,12 +201,12 @@ void Checker::count_open(const Floats& x, int bin, const FourierEstimate* propos
                          const FourierSums& sums) {
   const int size = static_cast<int>(x.size());
   std::array<FourierEnds, 3> ends;
-  FourierCorrection correction;
-  fourier_corrections(x, std::span(&bin, 1), std::span(&correction, 1));
   fourier_sum_ends(x, std::span(&bin, 1), std::span(&ends[2], 1));
   if (proposed != nullptr) {
+    FourierEstimate corrected = *proposed;
+    FourierCorrections(x).correct(std::span(&bin, 1), std::span(&corrected, 1));
     ends[0] = ends_of(*proposed);
-    ends[1] = ends_of(*proposed, correction);
+    ends[1] = ends_of(corrected);
   }
   bool power = false;
   bool both = false;

@@ -2,6 +2,7 @@
 
 #include "app/signal/band_filter.hpp"
 #include "app/signal/correlation.hpp"
+#include "app/signal/fourier_corrections.hpp"
 #include "app/signal/fourier_sums.hpp"
 #include "app/signal/lag_narrowing.hpp"
 #include "app/signal/matching.hpp"
@@ -205,8 +206,7 @@ TEST(FourierSums, WrappingProducts) {
     const std::array bins = {1, 17, 14'000, half / 2, half - 1, half};
     std::array<FourierEnds, bins.size()> ends;
     std::array<FourierSums, bins.size()> sums;
-    std::array<FourierCorrection, bins.size()> corrections;
-    fourier_corrections(x, bins, corrections);
+    FourierCorrections corrections(x);
     fourier_sum_ends(x, bins, ends);
     literal_fourier_sums(x, bins, sums);
     const auto proposal = transforms::FourierProposal::make(x);
@@ -217,7 +217,9 @@ TEST(FourierSums, WrappingProducts) {
       const int place = bins[l] % transforms::FourierProposal::tile;
       proposal->propose(bins[l] - place, std::span<FourierEstimate, 2048>(tile));
       const FourierEstimate& estimate = tile[static_cast<std::size_t>(place)];
-      const FourierEnds all[] = {ends[l], ends_of(estimate), ends_of(estimate, corrections[l])};
+      FourierEstimate corrected = estimate;
+      corrections.correct(std::span(&bins[l], 1), std::span(&corrected, 1));
+      const FourierEnds all[] = {ends[l], ends_of(estimate), ends_of(corrected)};
       for (const auto& [low, high] : all) {
         EXPECT_TRUE(low.cosines <= cosines && cosines <= high.cosines) << bins[l];
         EXPECT_TRUE(low.sines <= sines && sines <= high.sines) << bins[l];

@@ -61,17 +61,26 @@ TORVE_INLINE double scaled_excess(double bin, double turn, const Divisor& k) {
   return angle_excess(bin, split_factor(turn, 17), k) * k.value;
 }
 
-/// Adds what the stated additions of a block err by; unsure: how far off its sums are at most.
-TORVE_CLONES void add_additions(Samples& samples, const Bins& bins, double unsure) {
+/// Adds a block's sums; unsure: how far off those before are at most.
+TORVE_INLINE void add_sums(Samples& samples, const Bins& bins, const float* sums, double unsure) {
   for (int l = 0; l < lanes; ++l) {
-    const double largest = std::fabs(samples.sums[l]) + bins.sum + unsure;
+    const double before = samples.sums[l];
+    const double behind = before + static_cast<double>(sums[l]);
+    const double largest = std::max(std::fabs(before), std::fabs(behind)) + 0.5 * bins.sum + unsure;
     samples.additions[l] += bins.count * half_ulp(largest * margin);
+    samples.sums[l] = behind;
   }
+}
+
+/// Passes a block over.
+TORVE_CLONES void leave_out(Samples& samples, const Bins& bins, double unsure) {
+  constexpr float nothing[lanes] = {};
+  add_sums(samples, bins, nothing, unsure);
 }
 
 /// Adds a block.
 template <bool fused>
-TORVE_INLINE void turn_and_add(Samples& samples, const Bins& bins) {
+TORVE_INLINE void turn_and_add(Samples& samples, const Bins& bins, double unsure) {
   const Divisor k = samples.k;
   double turn_excess[lanes];
   double turn[lanes];
@@ -117,16 +126,16 @@ TORVE_INLINE void turn_and_add(Samples& samples, const Bins& bins) {
   }
   for (int l = 0; l < lanes; ++l) {
     samples.corrections[l] += static_cast<double>(corrections[l]);
-    samples.sums[l] += static_cast<double>(sums[l]);
   }
+  add_sums(samples, bins, sums, unsure);
 }
 
-TORVE_CLONES void add_turning(Samples& samples, const Bins& bins) {
-  turn_and_add<false>(samples, bins);
+TORVE_CLONES void add_turning(Samples& samples, const Bins& bins, double unsure) {
+  turn_and_add<false>(samples, bins, unsure);
 }
 
-TORVE_FUSED_CLONES void add_turning_fused(Samples& samples, const Bins& bins) {
-  turn_and_add<true>(samples, bins);
+TORVE_FUSED_CLONES void add_turning_fused(Samples& samples, const Bins& bins, double unsure) {
+  turn_and_add<true>(samples, bins, unsure);
 }
 
 /// At most what the roundings of a bin's angles are, for the samples 0 .. size.
@@ -173,9 +182,8 @@ void BandCorrections::correct(std::span<const int> times, std::span<BandEstimate
   prepare(samples, size_, times, offset_);
   double unsure = 0;
   for (const Bins& bins : bins_) {
-    add_additions(samples, bins, unsure);
     unsure += (bins.left_out ? 1 : slack) * bins.sum;
-    if (!bins.left_out) add(samples, bins);
+    (bins.left_out ? leave_out : add)(samples, bins, unsure);
   }
   for (std::size_t l = 0; l < estimates.size(); ++l) {
     BandEstimate& estimate = estimates[l];

@@ -11,8 +11,9 @@
 // `vanished_single` is more than 2^17 times that, six times over.
 //
 // The same phasors give the partial sums every 32 bins, as well: each is within 4096 v of the sum
-// of R so far. Within a block no partial sum is larger than the one before it and the sum of R in
-// between. Each stated addition errs by half a unit in the last place of that, at most.
+// of R so far. In between no partial sum is larger than the larger one of its neighbours and half
+// of the sum of R: that is how far it is from the nearer one, at most. Each stated addition errs by
+// half a unit in the last place of that, at most.
 //
 // Bins so small that the roundings of their angles do next to nothing are left out, as long as
 // that is less than `negligible` in all; it goes into the bound.

@@ -1,23 +1,14 @@
-// What the roundings of angles add to Fourier sums: an angle that is rounded by d adds -x d sin to
-// the cosines and x d cos to the sines. d is 10^-11 at most, so that single precision serves.
-//
-// How far off, in terms of v = 2^-24, the largest error of a rounding in single precision, relative
-// to D, the sum of |x d|: a phasor is the product of two that are rounded, 6 v; d and its product
-// with x are, and the addend, 3 v; up to 128 additions in a row, 128 v. Together 137 v. What is
-// beyond the first order is d / 2, far less. 2^-16 is 256 v. Products too small for single
-// precision lose at most 2^-149 each; `vanished_single` is more than 2^17 times that, six times
-// over.
-//
-// The same phasors give the partial sums every 128 samples, as well: each is within 137 v of the
-// sum of |x| so far. Within a block a partial sum is the one before it and at most the sum of |x|
-// in between. Each stated addition errs by 2^-53 of the partial sum that it makes, at most.
+#include "app/signal/fourier_corrections.hpp"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <limits>
+#include <cstdint>
+#include <new>
+#include <numeric>
 
 #include "app/signal/clones.hpp"
-#include "app/signal/fourier_sums.hpp"
+#include "app/signal/fourier_lanes.hpp"
 #include "app/signal/proof.hpp"
 #include "app/signal/trigonometry.hpp"
 
@@ -26,210 +17,274 @@ namespace torve {
 namespace {
 
 constexpr int lanes = fourier_lanes;
-constexpr int block = 128;  // samples between two settings of a phasor, and of sums
-constexpr double correction_slack = 0x1p-16;
+constexpr int group = FourierCorrections::group;
+constexpr int block = FourierCorrections::block;
+constexpr double slack = 0x1p-10;
 constexpr double vanished_single = 0x1p-129;
 constexpr double margin = 1.01;  // for the roundings of the bound
-
-// 31 bits of p times 22 of 3.14159 are exact.
-constexpr SplitFactor turn = split_factor(short_pi, 31);
-
-struct Phasors {
-  alignas(64) float sines[lanes];
-  alignas(64) float cosines[lanes];
-};
-
-/// Cosines and sines of all lanes.
-struct Sums {
-  alignas(64) double cosines[lanes];
-  alignas(64) double sines[lanes];
-};
+// From one of so many blocks on it makes up for the wider bound to leave them out.
+constexpr std::size_t worth_leaving_out = 8;
+constexpr double largest_product = 0x1p31;
 
 /// What the bins of one call have in common, and how far they are.
 struct Bins {
   Divisor k;
-  alignas(64) double step[lanes];  // 2 j
-  Phasors turns[block];            // of r steps
-  Phasors now[block];              // if products wrap, of each sample
-  alignas(64) double product[block][lanes];
-  Sums corrections;                 // times K
-  Sums sums;                        // of x
-  alignas(64) double sizes[lanes];  // bounds the sum of the sizes of all partial sums
+  alignas(64) double step[lanes];      // 2 j
+  alignas(64) double one_sine[lanes];  // the phasor of a step
+  alignas(64) double one_cosine[lanes];
+  alignas(64) double product[lanes];    // of the sample at hand
+  FourierLanes corrections;             // times K
+  FourierLanes sums;                    // of x
+  alignas(64) double additions[lanes];  // what the stated additions err by
 };
 
-TORVE_CLONES void set_phasors(const double* product, double k, Phasors& phasors) {
-  for (int l = 0; l < lanes; ++l) {
-    const SineCosine w = sine_cosine(product[l] * short_pi / k);
-    phasors.sines[l] = static_cast<float>(w.sine);
-    phasors.cosines[l] = static_cast<float>(w.cosine);
-  }
-}
+/// Samples of a block: the sums of |x| of their groups, and how far off the sums before are.
+struct Samples {
+  const float* x;
+  int count;
+  const double* sizes;
+  double unsure;
+};
 
 /// K times the excess of an angle.
 template <bool fused>
 TORVE_INLINE double scaled_excess(double product, const Divisor& k) {
-  if constexpr (fused) return fused_angle_excess(product, turn.whole, k);
-  return angle_excess(product, turn, k) * k.value;
+  if constexpr (fused) return fused_angle_excess(product, fourier_turn.whole, k);
+  return angle_excess(product, fourier_turn, k) * k.value;
 }
 
-/// Adds `count` samples; the first products are product[0], and do not wrap among them.
-template <bool fused>
-TORVE_INLINE void turn_and_add(Bins& bins, const float* x, int count) {
+/// Adds `count` samples, whose sizes sum up to `size`, to the sums.
+TORVE_INLINE void add_sums(Bins& bins, const float* cosines, const float* sines, int count,
+                           double size, double unsure) {
+  for (int l = 0; l < lanes; ++l) {
+    const double cosine = bins.sums.cosines[l] + static_cast<double>(cosines[l]);
+    const double sine = bins.sums.sines[l] + static_cast<double>(sines[l]);
+    const double before = std::max(std::fabs(bins.sums.cosines[l]), std::fabs(bins.sums.sines[l]));
+    const double behind = std::max(std::fabs(cosine), std::fabs(sine));
+    const double largest = std::max(before, behind) + 0.5 * size + unsure;
+    bins.additions[l] += count * half_ulp(largest * margin);
+    bins.sums.cosines[l] = cosine;
+    bins.sums.sines[l] = sine;
+  }
+}
+
+/// Adds a block from bins.product on, of products that do not wrap.
+template <bool fused, bool with_angles>
+TORVE_INLINE void turn_and_add(Bins& bins, const Samples& samples) {
   const Divisor k = bins.k;
   double product[lanes];
+  float twice[lanes];
   float sine[lanes];
   float cosine[lanes];
-  Phasors corrections = {};
-  Phasors sums = {};
+  float last_sine[lanes];
+  float last_cosine[lanes];
+  float cosine_corrections[lanes] = {};
+  float sine_corrections[lanes] = {};
   for (int l = 0; l < lanes; ++l) {
-    product[l] = bins.product[0][l];
-    sine[l] = bins.now[0].sines[l];
-    cosine[l] = bins.now[0].cosines[l];
+    product[l] = bins.product[l];
+    const SineCosine one = {bins.one_sine[l], bins.one_cosine[l]};
+    const SineCosine now = sine_cosine(product[l] * short_pi / k.value);
+    const SineCosine last = turned(now, {-one.sine, one.cosine});
+    twice[l] = static_cast<float>(2 * one.cosine);
+    sine[l] = static_cast<float>(now.sine);
+    cosine[l] = static_cast<float>(now.cosine);
+    last_sine[l] = static_cast<float>(last.sine);
+    last_cosine[l] = static_cast<float>(last.cosine);
   }
-  for (int r = 0; r < count; ++r) {
-    const Phasors& w = bins.turns[r];
-    float excess[lanes];
-    for (int l = 0; l < lanes; ++l) {
-      excess[l] = static_cast<float>(scaled_excess<fused>(product[l], k)) * x[r];
-      product[l] += bins.step[l];
+  for (int first = 0; first < samples.count; first += group) {
+    const int end = std::min(first + group, samples.count);
+    float cosine_sums[lanes] = {};
+    float sine_sums[lanes] = {};
+    for (int r = first; r < end; ++r) {
+      const float value = samples.x[r];
+      float excess[lanes];
+      if constexpr (with_angles) {
+        for (int l = 0; l < lanes; ++l) {
+          excess[l] = static_cast<float>(scaled_excess<fused>(product[l], k)) * value;
+          product[l] += bins.step[l];
+        }
+      }
+      for (int l = 0; l < lanes; ++l) {
+        const float c = cosine[l];
+        const float s = sine[l];
+        if constexpr (with_angles) {
+          cosine_corrections[l] = product_sum<fused>(-excess[l], s, cosine_corrections[l]);
+          sine_corrections[l] = product_sum<fused>(excess[l], c, sine_corrections[l]);
+        }
+        cosine_sums[l] = product_sum<fused>(value, c, cosine_sums[l]);
+        sine_sums[l] = product_sum<fused>(value, s, sine_sums[l]);
+        cosine[l] = product_sum<fused>(twice[l], c, -last_cosine[l]);
+        sine[l] = product_sum<fused>(twice[l], s, -last_sine[l]);
+        last_cosine[l] = c;
+        last_sine[l] = s;
+      }
     }
-    for (int l = 0; l < lanes; ++l) {
-      const float s = product_sum<fused>(sine[l], w.cosines[l], cosine[l] * w.sines[l]);
-      const float c = product_sum<fused>(cosine[l], w.cosines[l], -(sine[l] * w.sines[l]));
-      corrections.cosines[l] = product_sum<fused>(-excess[l], s, corrections.cosines[l]);
-      corrections.sines[l] = product_sum<fused>(excess[l], c, corrections.sines[l]);
-      sums.cosines[l] = product_sum<fused>(x[r], c, sums.cosines[l]);
-      sums.sines[l] = product_sum<fused>(x[r], s, sums.sines[l]);
-    }
+    add_sums(bins, cosine_sums, sine_sums, end - first, samples.sizes[first / group],
+             samples.unsure);
   }
   for (int l = 0; l < lanes; ++l) {
-    bins.corrections.cosines[l] += static_cast<double>(corrections.cosines[l]);
-    bins.corrections.sines[l] += static_cast<double>(corrections.sines[l]);
-    bins.sums.cosines[l] += static_cast<double>(sums.cosines[l]);
-    bins.sums.sines[l] += static_cast<double>(sums.sines[l]);
+    bins.corrections.cosines[l] += static_cast<double>(cosine_corrections[l]);
+    bins.corrections.sines[l] += static_cast<double>(sine_corrections[l]);
   }
 }
 
-TORVE_CLONES void add_turning(Bins& bins, const float* x, int count) {
-  turn_and_add<false>(bins, x, count);
+TORVE_CLONES void add_turning(Bins& bins, const Samples& samples) {
+  turn_and_add<false, true>(bins, samples);
 }
 
-TORVE_FUSED_CLONES void add_turning_fused(Bins& bins, const float* x, int count) {
-  turn_and_add<true>(bins, x, count);
+TORVE_FUSED_CLONES void add_turning_fused(Bins& bins, const Samples& samples) {
+  turn_and_add<true, true>(bins, samples);
 }
 
-/// The same for products that may wrap: each has its phasor.
-TORVE_CLONES void add_wrapping(Bins& bins, const float* x, int count) {
+/// The same without what the roundings of the angles add.
+TORVE_CLONES void add_light(Bins& bins, const Samples& samples) {
+  turn_and_add<false, false>(bins, samples);
+}
+
+TORVE_FUSED_CLONES void add_light_fused(Bins& bins, const Samples& samples) {
+  turn_and_add<true, false>(bins, samples);
+}
+
+/// The same for one sample, whatever its product.
+TORVE_CLONES void add_one(Bins& bins, const Samples& samples) {
   const Divisor k = bins.k;
-  for (int r = 0; r < count; ++r) {
-    const double value = static_cast<double>(x[r]);
-    for (int l = 0; l < lanes; ++l) {
-      const double excess = scaled_excess<false>(bins.product[r][l], k) * value;
-      const auto sine = static_cast<double>(bins.now[r].sines[l]);
-      const auto cosine = static_cast<double>(bins.now[r].cosines[l]);
-      bins.corrections.cosines[l] -= excess * sine;
-      bins.corrections.sines[l] += excess * cosine;
-      bins.sums.cosines[l] += value * cosine;
-      bins.sums.sines[l] += value * sine;
-    }
-  }
-}
-
-/// Bounds the partial sums of the `count` samples to come.
-TORVE_CLONES void add_sizes(Bins& bins, const float* x, int count) {
-  double between = 0;
-  for (int r = 0; r < count; ++r)
-    between += (count - r) * std::fabs(static_cast<double>(x[r]));
+  const double value = static_cast<double>(samples.x[0]);
+  float cosines[lanes];
+  float sines[lanes];
   for (int l = 0; l < lanes; ++l) {
-    const double size = std::max(std::fabs(bins.sums.cosines[l]), std::fabs(bins.sums.sines[l]));
-    bins.sizes[l] += count * size + between;
+    const SineCosine at = sine_cosine(bins.product[l] * short_pi / k.value);
+    const double excess = scaled_excess<false>(bins.product[l], k) * value;
+    bins.corrections.cosines[l] -= excess * at.sine;
+    bins.corrections.sines[l] += excess * at.cosine;
+    cosines[l] = static_cast<float>(value * at.cosine);
+    sines[l] = static_cast<float>(value * at.sine);
   }
+  add_sums(bins, cosines, sines, 1, std::fabs(value), samples.unsure);
 }
 
-void set_turns(Bins& bins) {
-  for (int r = 0; r < block; ++r) {
+/// The products 2ji of some bins, as they wrap.
+struct Products {
+  std::array<std::uint32_t, lanes> step = {};
+
+  explicit Products(std::span<const int> bins) {
+    for (std::size_t l = 0; l < bins.size(); ++l)
+      step[l] = 2U * static_cast<std::uint32_t>(bins[l]);
+  }
+  void set(Bins& bins, int i) const {
     for (std::size_t l = 0; l < lanes; ++l)
-      bins.product[0][l] = r * bins.step[l];
-    set_phasors(bins.product[0], bins.k.value, bins.turns[r]);
+      bins.product[l] = static_cast<std::int32_t>(step[l] * static_cast<std::uint32_t>(i));
   }
+  /// Whether one wraps within `count` samples from the bins' present products on.
+  [[nodiscard]] bool wrap(const Bins& bins, int count) const {
+    bool wraps = false;
+    for (std::size_t l = 0; l < lanes; ++l)
+      wraps |= bins.product[l] + (count - 1) * bins.step[l] >= largest_product;
+    return wraps;
+  }
+};
+
+TORVE_CLONES void prepare(Bins& bins, int size, const std::uint32_t* step) {
+  bins.k = divisor(size);
+  for (int l = 0; l < lanes; ++l) {
+    bins.step[l] = step[l];
+    const SineCosine one = sine_cosine(step[l] * short_pi / bins.k.value);
+    bins.one_sine[l] = one.sine;
+    bins.one_cosine[l] = one.cosine;
+    bins.additions[l] = 0;
+  }
+  bins.corrections = bins.sums = {};
 }
 
-double sum_of_sizes(std::span<const float> x) {
-  double sum = 0;
-  for (const float value : x)
-    sum += std::fabs(static_cast<double>(value));
-  return sum;
-}
-
-/// Sets the products of `count` samples from p on, and their phasors; only the first if none wraps.
-/// Returns whether one does.
-bool set_products(Bins& bins, const std::array<std::uint32_t, lanes>& p,
-                  const std::array<std::uint32_t, lanes>& step, int count) {
-  bool wraps = false;
-  for (std::size_t l = 0; l < lanes; ++l) {
-    const auto first = static_cast<std::int32_t>(p[l]);
-    bins.product[0][l] = first;
-    wraps |= first + std::int64_t{count - 1} * step[l] > std::numeric_limits<std::int32_t>::max();
-  }
-  for (int r = 1; wraps && r < count; ++r) {
-    for (std::size_t l = 0; l < lanes; ++l) {
-      bins.product[r][l] =
-          static_cast<std::int32_t>(p[l] + static_cast<std::uint32_t>(r) * step[l]);
-    }
-  }
-  for (int r = 0; r < (wraps ? count : 1); ++r)
-    set_phasors(bins.product[r], bins.k.value, bins.now[r]);
-  return wraps;
-}
-
-FourierEnds ends_about(const FourierSums& sums, double error) {
-  return {{sums.cosines - error, sums.sines - error}, {sums.cosines + error, sums.sines + error}};
+/// What the roundings of an angle of at most this product are at most.
+double angle_rounding(double product, int size) {
+  constexpr double slightly = 1 + 0x1p-50;
+  const double turned = std::min(product, largest_product) * short_pi * slightly;
+  return (half_ulp(turned) / size + half_ulp(turned / size * slightly)) * slightly;
 }
 
 }  // namespace
 
 FourierEnds ends_of(const FourierEstimate& estimate) {
-  return ends_about(estimate.sums, estimate.error + estimate.angle_error + estimate.addition_error);
+  const FourierSums& sums = estimate.sums;
+  const double error = estimate.error + estimate.angle_error + estimate.addition_error;
+  return {{sums.cosines - error, sums.sines - error}, {sums.cosines + error, sums.sines + error}};
 }
 
-FourierEnds ends_of(const FourierEstimate& estimate, const FourierCorrection& correction) {
-  const FourierSums sums = {estimate.sums.cosines + correction.sums.cosines,
-                            estimate.sums.sines + correction.sums.sines};
-  const double rounding = 0x1p-52 * (std::fabs(sums.cosines) + std::fabs(sums.sines));
-  return ends_about(
-      sums, estimate.error + correction_slack * estimate.angle_error + rounding + vanished_single);
+std::unique_ptr<FourierCorrections> FourierCorrections::make(std::span<const float> x) try {
+  return std::make_unique<FourierCorrections>(x);
+} catch (const std::bad_alloc&) {
+  return nullptr;
 }
 
-void fourier_corrections(std::span<const float> x, std::span<const int> bins,
-                         std::span<FourierCorrection> corrections) {
-  const int size = static_cast<int>(x.size());
+FourierCorrections::FourierCorrections(std::span<const float> x) : x_(x) {
+  sizes_.resize((x.size() + group - 1) / group);
+  block_sizes_.resize((x.size() + block - 1) / block);
+  for (std::size_t i = 0; i < x.size(); ++i) {
+    const double size = std::fabs(static_cast<double>(x[i]));
+    sizes_[i / group] += size;
+    block_sizes_[i / block] += size;
+  }
+  left_out_.resize(block_sizes_.size());
+  lightest_.resize(block_sizes_.size());
+  std::iota(lightest_.begin(), lightest_.end(), 0U);
+  std::ranges::sort(lightest_, {},
+                    [this](std::size_t b) { return block_sizes_[b] * static_cast<double>(b + 1); });
+}
+
+/// Leaves out blocks, if that saves much. Returns a bound of what the roundings of their angles do,
+/// at most the budget.
+double FourierCorrections::leave_out(int largest_bin, double budget) {
+  std::ranges::fill(left_out_, 0);
+  std::size_t count = 0;
+  double sum = 0;
+  for (const std::size_t b : lightest_) {
+    const double product = 2.0 * largest_bin * static_cast<double>((b + 1) * block);
+    const double error = block_sizes_[b] * angle_rounding(product, static_cast<int>(x_.size()));
+    if (!(sum + error <= budget)) break;
+    sum += error;
+    left_out_[b] = 1;
+    ++count;
+  }
+  if (count * worth_leaving_out >= lightest_.size()) return sum;
+  std::ranges::fill(left_out_, 0);
+  return 0;
+}
+
+void FourierCorrections::correct(std::span<const int> bins, std::span<FourierEstimate> estimates) {
   static Bins tile;
-  const auto add = fused_operations() ? add_turning_fused : add_turning;
-  tile.k = divisor(size);
-  std::array<std::uint32_t, lanes> step = {};
-  std::array<std::uint32_t, lanes> p = {};
-  for (std::size_t l = 0; l < bins.size(); ++l)
-    step[l] = 2U * static_cast<std::uint32_t>(bins[l]);
-  for (std::size_t l = 0; l < lanes; ++l) {
-    tile.step[l] = step[l];
-  }
-  tile.corrections = tile.sums = {};
-  std::fill_n(tile.sizes, lanes, 0.0);
-  set_turns(tile);
+  const bool fused = fused_operations();
+  const int size = static_cast<int>(x_.size());
+  const double budget = std::ranges::min(estimates, {}, &FourierEstimate::error).error;
+  const double left_out = leave_out(std::ranges::max(bins), budget);
+  const Products products(bins);
+  prepare(tile, size, products.step.data());
+  double unsure = 0;
   for (int i = 0; i < size; i += block) {
+    const auto b = static_cast<std::size_t>(i / block);
     const int count = std::min(block, size - i);
-    const bool wraps = set_products(tile, p, step, count);
-    const float* const values = &x[static_cast<std::size_t>(i)];
-    add_sizes(tile, values, count);
-    (wraps ? add_wrapping : add)(tile, values, count);
-    for (std::size_t l = 0; l < lanes; ++l)
-      p[l] += static_cast<std::uint32_t>(count) * step[l];
+    const float* const values = &x_[static_cast<std::size_t>(i)];
+    unsure += slack * block_sizes_[b];
+    products.set(tile, i);
+    if (products.wrap(tile, count)) {
+      for (int r = 0; r < count; ++r) {
+        products.set(tile, i + r);
+        add_one(tile, {values + r, 1, nullptr, unsure});
+      }
+    } else {
+      const Samples samples = {values, count, &sizes_[b * (block / group)], unsure};
+      const auto add = left_out_[b] != 0 ? (fused ? add_light_fused : add_light)
+                                         : (fused ? add_turning_fused : add_turning);
+      add(tile, samples);
+    }
   }
-  const double all = sum_of_sizes(x);
-  for (std::size_t l = 0; l < corrections.size(); ++l) {
-    const double sizes = tile.sizes[l] + correction_slack * size * all;
-    corrections[l] = {{tile.corrections.cosines[l] / size, tile.corrections.sines[l] / size},
-                      margin * 0x1p-53 * sizes};
+  for (std::size_t l = 0; l < estimates.size(); ++l) {
+    FourierEstimate& estimate = estimates[l];
+    estimate.sums.cosines += tile.corrections.cosines[l] / size;
+    estimate.sums.sines += tile.corrections.sines[l] / size;
+    estimate.error += margin * (slack * estimate.angle_error + left_out) + vanished_single +
+                      0x1p-52 * (std::fabs(estimate.sums.cosines) + std::fabs(estimate.sums.sines));
+    estimate.angle_error = 0;
+    estimate.addition_error = margin * tile.additions[l];
   }
 }
 

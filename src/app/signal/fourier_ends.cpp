@@ -12,7 +12,7 @@
 #include <limits>
 
 #include "app/signal/clones.hpp"
-#include "app/signal/fourier_sums.hpp"
+#include "app/signal/fourier_lanes.hpp"
 #include "app/signal/trigonometry.hpp"
 
 namespace torve {
@@ -25,21 +25,12 @@ constexpr double slack = 11 * 0x1p-53;
 // turns should stay in the nearest cache.
 constexpr int block = 64;
 
-// 31 bits of p times 22 of 3.14159 are exact.
-constexpr SplitFactor turn = split_factor(short_pi, 31);
-
-/// One end of the sums of all lanes.
-struct Sums {
-  alignas(64) double cosines[lanes];
-  alignas(64) double sines[lanes];
-};
-
 /// What the bins of one call have in common, and how far they are.
 struct Bins {
   Divisor k;
   alignas(64) double step[lanes];  // 2 j
-  Sums low;
-  Sums high;
+  FourierLanes low;
+  FourierLanes high;
   alignas(64) double turn_sines[block][lanes];    // of r steps
   alignas(64) double turn_cosines[block][lanes];  // of r steps
 };
@@ -52,7 +43,7 @@ TORVE_CLONES void prepare(Bins& bins, int size, const std::uint32_t* step) {
   bins.low = bins.high = {};
   for (int r = 0; r < block; ++r) {
     for (int l = 0; l < lanes; ++l) {
-      const SineCosine w = true_sine_cosine(r * bins.step[l], turn, k);
+      const SineCosine w = true_sine_cosine(r * bins.step[l], fourier_turn, k);
       bins.turn_sines[r][l] = w.sine;
       bins.turn_cosines[r][l] = w.cosine;
     }
@@ -66,11 +57,11 @@ TORVE_INLINE void turn_and_add(Bins& bins, const float* x, int count, const std:
   double product[lanes];
   double start_sine[lanes];
   double start_cosine[lanes];
-  Sums low = bins.low;
-  Sums high = bins.high;
+  FourierLanes low = bins.low;
+  FourierLanes high = bins.high;
   for (int l = 0; l < lanes; ++l) {
     product[l] = p[l];
-    const SineCosine z = true_sine_cosine(product[l], turn, k);
+    const SineCosine z = true_sine_cosine(product[l], fourier_turn, k);
     start_sine[l] = z.sine;
     start_cosine[l] = z.cosine;
   }
@@ -81,7 +72,7 @@ TORVE_INLINE void turn_and_add(Bins& bins, const float* x, int count, const std:
       const SineCosine z = {start_sine[l], start_cosine[l]};
       const SineCosine w = {bins.turn_sines[r][l], bins.turn_cosines[r][l]};
       const SineCosine at =
-          moved<fused>(turned<fused>(z, w), excess_of<fused>(product[l], turn, k));
+          moved<fused>(turned<fused>(z, w), excess_of<fused>(product[l], fourier_turn, k));
       low.cosines[l] += product_sum<fused>(value, at.cosine, -less);
       high.cosines[l] += product_sum<fused>(value, at.cosine, less);
       low.sines[l] += product_sum<fused>(value, at.sine, -less);

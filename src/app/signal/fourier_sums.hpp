@@ -33,12 +33,6 @@ struct FourierEstimate {
   double error;           // all else
 };
 
-/// What the roundings of the angles add to the sums, and a closer bound.
-struct FourierCorrection {
-  FourierSums sums;
-  double addition_error;
-};
-
 /// 2 x j x i as a signed 32-bit product.
 [[nodiscard]] constexpr std::int32_t wrapped_product(int j, int i) {
   return static_cast<std::int32_t>(2U * static_cast<std::uint32_t>(j) *
@@ -51,15 +45,8 @@ struct FourierCorrection {
 /// How many bins the others take at a time.
 inline constexpr int fourier_lanes = sum_lanes;
 
-/// The corrections of some bins, at most fourier_lanes, in single precision; x holds at most 131072
-/// finite values.
-void fourier_corrections(std::span<const float> x, std::span<const int> bins,
-                         std::span<FourierCorrection> corrections);
-
-/// What a bin lies between by its estimate, alone or with its correction.
+/// What a bin lies between by its estimate.
 [[nodiscard]] FourierEnds ends_of(const FourierEstimate& estimate);
-[[nodiscard]] FourierEnds ends_of(const FourierEstimate& estimate,
-                                  const FourierCorrection& correction);
 
 /// The ends of the sums of some bins, at most fourier_lanes, in any order; x holds at most 131072
 /// finite values. A phasor a bin is turned from sample to sample, and set anew every 64; what the

@@ -100,11 +100,12 @@ void OpenBins::push_undecided(int bin) {
 }
 
 void OpenBins::try_corrections() {
-  std::array<FourierCorrection, fourier_lanes> corrections;
-  fourier_corrections(x_, estimated_.all(), std::span(corrections).first(estimated_.count));
+  if (!corrections_) corrections_ = FourierCorrections::make(x_);
+  const auto estimates = std::span(estimates_).first(estimated_.count);
+  if (corrections_) corrections_->correct(estimated_.all(), estimates);
   int certain = 0;
   for (std::size_t l = 0; l < estimated_.count; ++l) {
-    if (settle(estimated_.bins[l], ends_of(estimates_[l], corrections[l]))) {
+    if (settle(estimated_.bins[l], ends_of(estimates[l]))) {
       ++certain;
     } else {
       add(estimated_.bins[l]);

@@ -4,8 +4,10 @@
 
 #include <array>
 #include <cstdint>
+#include <memory>
 #include <span>
 
+#include "app/signal/fourier_corrections.hpp"
 #include "app/signal/fourier_sums.hpp"
 
 namespace torve {
@@ -65,6 +67,7 @@ class OpenBins {
   Wanted wanted_;
   Batch estimated_;  // the estimates leave them open
   std::array<FourierEstimate, fourier_lanes> estimates_;
+  std::unique_ptr<FourierCorrections> corrections_;  // made for the first that need them
   Batch new_;        // without an estimate, or it is not enough even if corrected
   Batch undecided_;  // the ends leave them open
 };
