@@ -5,6 +5,7 @@
 
 #include "app/signal/band_bins.hpp"
 #include "app/signal/clones.hpp"
+#include "app/signal/end_sums.hpp"
 #include "app/signal/proof.hpp"
 #include "app/signal/sampling_rate.hpp"
 #include "app/signal/trigonometry.hpp"
@@ -38,21 +39,11 @@ TORVE_CLONES void make_terms(const float* a, const float* b, int first, int coun
     const double slack_a = std::copysign(sine_slack, value_a);
     const double slack_b = std::copysign(sine_slack, value_b);
     for (int l = 0; l < lanes; ++l) {
-      const SineCosine at = sine_cosine(turn[l] * (first + r) / size);
-      ends.one[r][l] = scaled(value_a * (at.cosine - slack_a), value_b * (at.sine - slack_b), size);
-      ends.other[r][l] =
-          scaled(value_a * (at.cosine + slack_a), value_b * (at.sine + slack_b), size);
-    }
-  }
-}
-
-TORVE_CLONES void add_ends(double* low, double* high, const TermEnds& ends, int count) {
-  for (int r = 0; r < count; ++r) {
-    for (int l = 0; l < lanes; ++l) {
-      const double one = ends.one[r][l];
-      const double other = ends.other[r][l];
-      low[l] += one < other ? one : other;
-      high[l] += one < other ? other : one;
+      const SplitSineCosine at = split_sine_cosine(turn[l] * (first + r) / size);
+      ends.one[r][l] = scaled(value_a * (at.cosine + (at.cosine_rest - slack_a)),
+                              value_b * (at.sine + (at.sine_rest - slack_b)), size);
+      ends.other[r][l] = scaled(value_a * (at.cosine + (at.cosine_rest + slack_a)),
+                                value_b * (at.sine + (at.sine_rest + slack_b)), size);
     }
   }
 }

@@ -4,6 +4,8 @@
 #include <cmath>
 
 #include "app/signal/clones.hpp"
+#include "app/signal/end_sums.hpp"
+#include "app/signal/fourier_lanes.hpp"
 #include "app/signal/trigonometry.hpp"
 #include "base/progress.hpp"
 
@@ -33,11 +35,12 @@ TORVE_CLONES void make_terms(const float* x, int count, double size, std::uint32
   for (int r = 0; r < count; ++r) {
     const double value = static_cast<double>(x[r]);
     for (int l = 0; l < lanes; ++l) {
-      const SineCosine at = sine_cosine(static_cast<std::int32_t>(p[l]) * short_pi / size);
-      cosines.one[r][l] = value * (at.cosine - sine_slack);
-      cosines.other[r][l] = value * (at.cosine + sine_slack);
-      sines.one[r][l] = value * (at.sine - sine_slack);
-      sines.other[r][l] = value * (at.sine + sine_slack);
+      const SplitSineCosine at =
+          split_sine_cosine(static_cast<std::int32_t>(p[l]) * short_pi / size);
+      cosines.one[r][l] = value * (at.cosine + (at.cosine_rest - sine_slack));
+      cosines.other[r][l] = value * (at.cosine + (at.cosine_rest + sine_slack));
+      sines.one[r][l] = value * (at.sine + (at.sine_rest - sine_slack));
+      sines.other[r][l] = value * (at.sine + (at.sine_rest + sine_slack));
       p[l] += step[l];
     }
   }
@@ -61,6 +64,27 @@ FourierSums plain_fourier_sums(std::span<const float> x, int bin) {
   FourierSums sums = {};
   add_plainly(x, bin, 0, sums);
   return sums;
+}
+
+void fourier_close_ends(std::span<const float> x, std::span<const int> bins,
+                        std::span<FourierEnds> ends) {
+  static TermEnds cosine_ends;
+  static TermEnds sine_ends;
+  const int size = static_cast<int>(x.size());
+  std::uint32_t step[lanes] = {};
+  std::uint32_t p[lanes] = {};
+  for (std::size_t l = 0; l < bins.size(); ++l)
+    step[l] = 2U * static_cast<std::uint32_t>(bins[l]);
+  FourierLanes low = {};
+  FourierLanes high = {};
+  for (int i = 0; i < size; i += terms_at_once) {
+    const int count = std::min(terms_at_once, size - i);
+    make_terms(&x[static_cast<std::size_t>(i)], count, size, p, step, cosine_ends, sine_ends);
+    add_ends(low.cosines, high.cosines, cosine_ends, count);
+    add_ends(low.sines, high.sines, sine_ends, count);
+  }
+  for (std::size_t l = 0; l < ends.size(); ++l)
+    ends[l] = {{low.cosines[l], low.sines[l]}, {high.cosines[l], high.sines[l]}};
 }
 
 void literal_fourier_sums(std::span<const float> x, std::span<const int> bins,

@@ -54,6 +54,10 @@ inline constexpr int fourier_lanes = sum_lanes;
 void fourier_sum_ends(std::span<const float> x, std::span<const int> bins,
                       std::span<FourierEnds> ends);
 
+/// The same about a seventh as far apart, in twice the time: each angle has its own sine.
+void fourier_close_ends(std::span<const float> x, std::span<const int> bins,
+                        std::span<FourierEnds> ends);
+
 /// The sums of some bins, to the bit; x as above. For sums much larger than their terms this takes
 /// four times the time of their ends, at worst that of the plain sums.
 void literal_fourier_sums(std::span<const float> x, std::span<const int> bins,

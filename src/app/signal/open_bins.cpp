@@ -65,74 +65,71 @@ bool OpenBins::settle(int bin, const FourierEnds& ends) {
   return true;
 }
 
-bool OpenBins::Batch::push(int bin) {
-  bins[count++] = bin;
-  return count == bins.size();
-}
-
-void OpenBins::Batch::clear(int certain) {
-  count = 0;
-  if (certain < worth_trying) straight = straight_bins;
-}
-
 void OpenBins::take(int bin, const FourierEstimate& estimate) {
   if (settle(bin, ends_of(estimate))) return;
-  if (estimated_.straight > 0) {
-    --estimated_.straight;
-    add(bin);
-    return;
-  }
-  estimates_[estimated_.count] = estimate;
-  if (estimated_.push(bin)) try_corrections();
+  estimates_[batches_[corrected].count] = estimate;
+  push(corrected, bin);
 }
 
 void OpenBins::add(int bin) {
-  if (new_.straight > 0) {
-    --new_.straight;
-    push_undecided(bin);
-  } else if (new_.push(bin)) {
-    try_ends();
+  push(by_ends, bin);
+}
+
+void OpenBins::finish() {
+  for (std::size_t way = 0; way < ways; ++way)
+    empty(way);
+}
+
+void OpenBins::push(std::size_t way, int bin) {
+  Batch& batch = batches_[way];
+  if (batch.straight > 0) {
+    --batch.straight;
+    push(way + 1, bin);
+    return;
   }
+  batch.bins[batch.count++] = bin;
+  if (batch.count == batch.bins.size()) empty(way);
 }
 
-void OpenBins::push_undecided(int bin) {
-  if (undecided_.push(bin)) decide();
+/// Tries a way on its bins; few certain ones, and the next bins pass it by.
+void OpenBins::empty(std::size_t way) {
+  Batch& batch = batches_[way];
+  const std::span<const int> bins(batch.bins.data(), batch.count);
+  if (bins.empty()) return;
+  if (way == literally) {
+    decide(bins);
+  } else {
+    AllEnds ends;
+    find_ends(way, bins, ends);
+    int certain = 0;
+    for (std::size_t l = 0; l < bins.size(); ++l) {
+      if (settle(bins[l], ends[l])) {
+        ++certain;
+      } else {
+        push(way + 1, bins[l]);
+      }
+    }
+    if (certain < worth_trying) batch.straight = straight_bins;
+  }
+  batch.count = 0;
 }
 
-void OpenBins::try_corrections() {
+void OpenBins::find_ends(std::size_t way, std::span<const int> bins, AllEnds& ends) {
+  const auto out = std::span(ends).first(bins.size());
+  if (way == by_ends) return fourier_sum_ends(x_, bins, out);
+  if (way == by_close_ends) return fourier_close_ends(x_, bins, out);
   if (!corrections_) corrections_ = FourierCorrections::make(x_);
-  const auto estimates = std::span(estimates_).first(estimated_.count);
-  if (corrections_) corrections_->correct(estimated_.all(), estimates);
-  int certain = 0;
-  for (std::size_t l = 0; l < estimated_.count; ++l) {
-    if (settle(estimated_.bins[l], ends_of(estimates[l]))) {
-      ++certain;
-    } else {
-      add(estimated_.bins[l]);
-    }
-  }
-  estimated_.clear(certain);
+  const auto estimates = std::span(estimates_).first(bins.size());
+  if (corrections_) corrections_->correct(bins, estimates);
+  std::ranges::transform(estimates, out.begin(),
+                         [](const FourierEstimate& estimate) { return ends_of(estimate); });
 }
 
-void OpenBins::try_ends() {
-  std::array<FourierEnds, fourier_lanes> ends;
-  fourier_sum_ends(x_, new_.all(), std::span(ends).first(new_.count));
-  int certain = 0;
-  for (std::size_t l = 0; l < new_.count; ++l) {
-    if (settle(new_.bins[l], ends[l])) {
-      ++certain;
-    } else {
-      push_undecided(new_.bins[l]);
-    }
-  }
-  new_.clear(certain);
-}
-
-void OpenBins::decide() {
+void OpenBins::decide(std::span<const int> bins) {
   std::array<FourierSums, fourier_lanes> sums;
-  literal_fourier_sums(x_, undecided_.all(), std::span(sums).first(undecided_.count));
-  for (std::size_t l = 0; l < undecided_.count; ++l) {
-    const auto j = static_cast<std::size_t>(undecided_.bins[l]);
+  literal_fourier_sums(x_, bins, std::span(sums).first(bins.size()));
+  for (std::size_t l = 0; l < bins.size(); ++l) {
+    const auto j = static_cast<std::size_t>(bins[l]);
     const double a = coefficient(sums[l].cosines, static_cast<int>(x_.size()));
     const double b = coefficient(sums[l].sines, static_cast<int>(x_.size()));
     table_.a[j] = static_cast<float>(a);
@@ -140,13 +137,6 @@ void OpenBins::decide() {
     table_.open[j] = 0;
     if (wanted_ == Wanted::power_text) table_.power[j] = power_of(a, b);
   }
-  undecided_.count = 0;
-}
-
-void OpenBins::finish() {
-  if (estimated_.count > 0) try_corrections();
-  if (new_.count > 0) try_ends();
-  if (undecided_.count > 0) decide();
 }
 
 }  // namespace torve

@@ -1,5 +1,6 @@
 // The bins of a spectrum that are not proved yet, 32 at a time: by what the roundings of angles
-// change, if there is an estimate; by the ends of their sums; the literal sums decide the rest.
+// change, if there is an estimate; by the ends of their sums, then by closer ones; the literal sums
+// decide the rest.
 #pragma once
 
 #include <array>
@@ -46,30 +47,26 @@ class OpenBins {
   void finish();
 
  private:
+  enum Way { corrected, by_ends, by_close_ends, literally, ways };
   struct Batch {
     std::array<int, fourier_lanes> bins;
     std::size_t count = 0;
     int straight = 0;  // so many more bins pass it by
-    [[nodiscard]] std::span<const int> all() const { return std::span(bins).first(count); }
-    /// Whether the bin made it full.
-    bool push(int bin);
-    /// Empties it; few certain bins, and the next ones pass it by.
-    void clear(int certain);
   };
+  using AllEnds = std::array<FourierEnds, fourier_lanes>;
+
   bool settle(int bin, const FourierEnds& ends);
-  void try_corrections();
-  void try_ends();
-  void decide();
-  void push_undecided(int bin);
+  void push(std::size_t way, int bin);
+  void empty(std::size_t way);
+  void find_ends(std::size_t way, std::span<const int> bins, AllEnds& ends);
+  void decide(std::span<const int> bins);
 
   std::span<const float> x_;
   BinTable table_;
   Wanted wanted_;
-  Batch estimated_;  // the estimates leave them open
-  std::array<FourierEstimate, fourier_lanes> estimates_;
-  std::unique_ptr<FourierCorrections> corrections_;  // made for the first that need them
-  Batch new_;        // without an estimate, or it is not enough even if corrected
-  Batch undecided_;  // the ends leave them open
+  std::array<Batch, ways> batches_;  // each way's bins: those that the ways before leave open
+  std::array<FourierEstimate, fourier_lanes> estimates_;  // of those to be corrected
+  std::unique_ptr<FourierCorrections> corrections_;       // made for the first of them
 };
 
 }  // namespace torve

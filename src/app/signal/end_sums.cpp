@@ -1,0 +1,28 @@
+#include "app/signal/end_sums.hpp"
+
+#include "app/signal/clones.hpp"
+
+namespace torve {
+
+TORVE_CLONES void add_ends(double* low, double* high, const TermEnds& ends, int count) {
+  double lowest[sum_lanes];
+  double highest[sum_lanes];
+  for (int l = 0; l < sum_lanes; ++l) {
+    lowest[l] = low[l];
+    highest[l] = high[l];
+  }
+  for (int r = 0; r < count; ++r) {
+    for (int l = 0; l < sum_lanes; ++l) {
+      const double one = ends.one[r][l];
+      const double other = ends.other[r][l];
+      lowest[l] += one < other ? one : other;
+      highest[l] += one < other ? other : one;
+    }
+  }
+  for (int l = 0; l < sum_lanes; ++l) {
+    low[l] = lowest[l];
+    high[l] = highest[l];
+  }
+}
+
+}  // namespace torve
