@@ -99,7 +99,8 @@ void BandSums::close_ends(std::span<const int> times, std::span<Ends> ends) cons
     ends[l] = {low[l], high[l]};
 }
 
-void BandSums::literal_values(std::span<const int> times, std::span<double> values) const {
+bool BandSums::literal_values(std::span<const int> times, std::span<double> values,
+                              bool plainly) const {
   static TermEnds term_ends;
   double turn[lanes];
   double sums[lanes];
@@ -114,10 +115,13 @@ void BandSums::literal_values(std::span<const int> times, std::span<double> valu
   int groups = 0;
   for_bins(terms_at_once, [&](int first, int count) {
     if (groups++ % groups_between_words == 0) tell_alive();
-    if (terms >= trial && worked_out >= lanes * terms / dense) {
-      for (int j = first; j < first + count; ++j) {
-        for (std::size_t l = 0; l < values.size(); ++l)
-          sums[l] += term(time[l], j);
+    plainly = plainly || (terms >= trial && worked_out >= lanes * terms / dense);
+    if (plainly) {
+      for (std::size_t l = 0; l < values.size(); ++l) {
+        double sum = sums[l];
+        for (int j = first; j < first + count; ++j)
+          sum += term(time[l], j);
+        sums[l] = sum;
       }
       return;
     }
@@ -128,6 +132,7 @@ void BandSums::literal_values(std::span<const int> times, std::span<double> valu
     terms += count;
   });
   std::copy_n(sums, values.size(), values.begin());
+  return plainly && terms < 2 * trial;
 }
 
 }  // namespace torve

@@ -44,7 +44,9 @@ class BandSums {
   void close_ends(std::span<const int> times, std::span<Ends> ends) const;
 
   /// Some samples, at most `lanes`, to the bit, in four to thirty times the time of their ends.
-  void literal_values(std::span<const int> times, std::span<double> values) const;
+  /// plainly: all terms are worked out, which takes less time where nearly all would have to be.
+  /// Returns whether that was so, or was seen soon.
+  bool literal_values(std::span<const int> times, std::span<double> values, bool plainly) const;
 
  private:
   [[nodiscard]] double term(int t, int bin) const;

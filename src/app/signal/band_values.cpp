@@ -19,9 +19,13 @@ constexpr int lanes = BandSums::lanes;
 constexpr int tile = transforms::BandProposal::tile;
 static_assert(BandCorrections::lanes == lanes);
 
-// Of 32 samples this many must become certain, or the next ones go straight to the next way.
+// Of 32 samples this many must become certain, or the next ones go straight to the next way; more
+// of them if none did.
 constexpr std::size_t worth_trying = 8;
 constexpr int straight_samples = 8 * lanes;
+constexpr int more_straight_samples = 64 * lanes;
+// After a batch whose terms nearly all had to be worked out so many are summed plainly.
+constexpr int plain_batches = 16;
 
 /// Settles samples that are told one by one, in the first way that leaves one text.
 class OpenSamples {
@@ -86,7 +90,9 @@ class OpenSamples {
           push(way + 1, times[l]);
         }
       }
-      if (certain < worth_trying) batch.straight = straight_samples;
+      if (certain < worth_trying) {
+        batch.straight = certain > 0 ? straight_samples : more_straight_samples;
+      }
     }
     batch.count = 0;
   }
@@ -102,7 +108,9 @@ class OpenSamples {
 
   void decide(std::span<const int> times) {
     std::array<double, lanes> decided;
-    sums_.literal_values(times, std::span(decided).first(times.size()));
+    const bool plainly = plain_ > 0;
+    const bool dense = sums_.literal_values(times, std::span(decided).first(times.size()), plainly);
+    plain_ = plainly ? plain_ - 1 : dense ? plain_batches : 0;
     for (std::size_t l = 0; l < times.size(); ++l)
       values_[static_cast<std::size_t>(times[l] - first_)] = decided[l];
   }
@@ -112,6 +120,7 @@ class OpenSamples {
   int first_;
   std::span<double> values_;
   std::array<Batch, ways> batches_;
+  int plain_ = 0;  // so many more batches are decided by plain sums
   std::array<BandEstimate, lanes> estimates_;
 };
 
