@@ -24,8 +24,8 @@
 // output hold each input once: so what a rounding does to an output, or to the norm of all, is its
 // relative size times |x| |y|. A pass of four points does two additions in a row, u each, and a
 // product with a rounded root, sqrt(5) u + u / sqrt(2) = 2.95 u; in the last of three passes roots
-// are 1, exactly. Six passes and the grid: 12 u + 5 x 2.95 u = 26.8 u a transform; three of them and
-// the product make 82.5 u. The slack is 84 u.
+// are 1, exactly. Six passes and the grid: 12 u + 5 x 2.95 u = 26.8 u a transform; three of them
+// and the product make 82.5 u. The slack is 84 u.
 #pragma once
 
 namespace torve::transforms {
