@@ -192,7 +192,7 @@ TEST(Memory, MayRunOutAtAnyRequest) {
   ASSERT_EQ(undisturbed.status, exit_by_request);
   ASSERT_GT(undisturbed.requests, 500);
   const char* asked = std::getenv("TORVE_FAULT_STEP");
-  const long step = asked != nullptr ? std::atol(asked) : undisturbed.requests / 12;
+  const long step = asked != nullptr ? std::atol(asked) : undisturbed.requests / 8;
   int sessions = 0;
   for (long n = 1; n <= undisturbed.requests; n += step) {
     for (const bool all_behind : {false, true}) {

@@ -353,7 +353,7 @@ class StackingTest : public ScreenTest {
 };
 
 TEST_F(StackingTest, RandomUsersLeaveTheScreenRight) {
-  const unsigned seeds = asked("TORVE_SEEDS", 12), steps = asked("TORVE_STEPS", 100);
+  const unsigned seeds = asked("TORVE_SEEDS", 8), steps = asked("TORVE_STEPS", 100);
   for (unsigned seed = 1; seed <= seeds; ++seed) {
     start(seed);
     for (unsigned i = 0; i < steps; ++i) {

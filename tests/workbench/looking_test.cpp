@@ -16,6 +16,7 @@
 #include "diagram/editor.hpp"
 #include "dialogs/player.hpp"
 #include "draw/lines.hpp"
+#include "wm/stacking.hpp"
 
 namespace torve {
 namespace {
@@ -245,6 +246,19 @@ TEST_F(Looking, NothingIsReadWhereSomethingElseIsMeant) {
   add({.type = Type::press, .button = 4, .x = 600, .y = 90}), rounds();
   EXPECT_NE(shown_view(0), before) << "the wheel zooms all the same";
   exit_ope();
+}
+
+TEST_F(Looking, TheKeysAreListedOnTopOfEverything) {
+  write_file("keys.txt", "? shows this list\n");
+  const auto is_on_top = [] {
+    return is_eligible(wd(help_window_id)) && over_is_zero(help_window_id - 1) != 0;
+  };
+  for (const bool is_again : {false, true}) {
+    if (is_again) open_menu(20, pen_menu, 380, 60);
+    EXPECT_FALSE(is_on_top());
+    add({.type = Type::key, .x = 100, .y = 90, .keysym = '?'}), rounds();
+    EXPECT_TRUE(is_on_top());
+  }
 }
 
 TEST_F(Looking, ADenseCurveIsDrawnAsAnyOther) {
