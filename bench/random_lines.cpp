@@ -58,9 +58,9 @@ class Checker {
     all_lags,
     lags,
     narrowed_to,
-    powers,  // proposed, corrected, ends
-    coefficients = powers + 3,
-    bands = coefficients + 3,  // the same, close ends
+    powers,  // proposed, corrected, ends, close ends
+    coefficients = powers + 4,
+    bands = coefficients + 4,
     steps = bands + 4
   };
 
@@ -75,6 +75,7 @@ class Checker {
   void count_open_lags(std::span<const double> a, std::span<const double> b,
                        std::span<const float> plain);
   void compare(const char* what, int size, int index, float ours, float plain);
+  void check_within(const FourierEnds& ends, const FourierSums& sums, int bin, int size);
   void count_open(const Floats& x, int bin, const FourierEstimate* proposed,
                   const FourierSums& sums);
   void count_open(const BandSums& sums, int t, int size, const BandEstimate* proposed,
@@ -87,9 +88,11 @@ class Checker {
                                      {"powers, proposed", 0, 0},
                                      {"powers, corrected", 0, 0},
                                      {"powers, ends", 0, 0},
+                                     {"powers, close ends", 0, 0},
                                      {"coefficients, proposed", 0, 0},
                                      {"coefficients, corrected", 0, 0},
                                      {"coefficients, ends", 0, 0},
+                                     {"coefficients, close ends", 0, 0},
                                      {"bands, proposed", 0, 0},
                                      {"bands, corrected", 0, 0},
                                      {"bands, ends", 0, 0},
@@ -197,26 +200,35 @@ void Checker::count_open_lags(std::span<const double> a, std::span<const double>
   }
 }
 
+void Checker::check_within(const FourierEnds& ends, const FourierSums& sums, int bin, int size) {
+  const auto& [low, high] = ends;
+  if (low.cosines > sums.cosines || sums.cosines > high.cosines || low.sines > sums.sines ||
+      sums.sines > high.sines) {
+    ++differing_;
+    std::printf("bin %d of %d lies outside its ends\n", bin, size);
+  }
+}
+
 void Checker::count_open(const Floats& x, int bin, const FourierEstimate* proposed,
                          const FourierSums& sums) {
   const int size = static_cast<int>(x.size());
-  std::array<FourierEnds, 3> ends;
+  std::array<FourierEnds, 4> ends;
   fourier_sum_ends(x, std::span(&bin, 1), std::span(&ends[2], 1));
+  fourier_close_ends(x, std::span(&bin, 1), std::span(&ends[3], 1));
   if (proposed != nullptr) {
-    FourierEstimate corrected = *proposed;
-    FourierCorrections(x).correct(std::span(&bin, 1), std::span(&corrected, 1));
+    CorrectedBin corrected(*proposed);
+    FourierCorrections corrections(x);
+    for (int part = 0; part < FourierCorrections::parts; ++part) {
+      corrections.correct(part, std::span(&bin, 1), std::span(&corrected, 1));
+      check_within(ends_of(corrected.estimate), sums, bin, size);
+    }
     ends[0] = ends_of(*proposed);
-    ends[1] = ends_of(corrected);
+    ends[1] = ends_of(corrected.estimate);
   }
   bool power = false;
   bool both = false;
   for (std::size_t i = proposed != nullptr ? 0 : 2; i < ends.size(); ++i) {
-    const auto& [low, high] = ends[i];
-    if (low.cosines > sums.cosines || sums.cosines > high.cosines || low.sines > sums.sines ||
-        sums.sines > high.sines) {
-      ++differing_;
-      std::printf("bin %d of %d lies outside its ends %zu\n", bin, size, i);
-    }
+    check_within(ends[i], sums, bin, size);
     const BinVerdict verdict = judge_bin(ends[i], size);
     const auto count = [this](std::size_t step, bool certain) {
       ++steps_[step].lines;

@@ -24,6 +24,7 @@ constexpr double vanished_single = 0x1p-129;
 constexpr double margin = 1.01;  // for the roundings of the bound
 // From one of so many blocks on it makes up for the wider bound to leave them out.
 constexpr std::size_t worth_leaving_out = 8;
+constexpr std::size_t blocks_at_once = 8;  // that a bound of angles takes together
 constexpr double largest_product = 0x1p31;
 
 /// What the bins of one call have in common, and how far they are.
@@ -32,9 +33,9 @@ struct Bins {
   alignas(64) double step[lanes];      // 2 j
   alignas(64) double one_sine[lanes];  // the phasor of a step
   alignas(64) double one_cosine[lanes];
-  alignas(64) double product[lanes];    // of the sample at hand
+  alignas(64) double product[lanes];    // of the first sample of a block
   FourierLanes corrections;             // times K
-  FourierLanes sums;                    // of x
+  FourierLanes before;                  // sums of x before the samples that were gone through
   alignas(64) double additions[lanes];  // what the stated additions err by
 };
 
@@ -53,55 +54,56 @@ TORVE_INLINE double scaled_excess(double product, const Divisor& k) {
   return angle_excess(product, fourier_turn, k) * k.value;
 }
 
-/// Adds `count` samples, whose sizes sum up to `size`, to the sums.
-TORVE_INLINE void add_sums(Bins& bins, const float* cosines, const float* sines, int count,
-                           double size, double unsure) {
+/// Takes the sums of `count` samples, whose sizes sum up to `size`, from those before.
+TORVE_INLINE void take_sums(Bins& bins, const float* cosines, const float* sines, int count,
+                            double size, double unsure) {
   for (int l = 0; l < lanes; ++l) {
-    const double cosine = bins.sums.cosines[l] + static_cast<double>(cosines[l]);
-    const double sine = bins.sums.sines[l] + static_cast<double>(sines[l]);
-    const double before = std::max(std::fabs(bins.sums.cosines[l]), std::fabs(bins.sums.sines[l]));
-    const double behind = std::max(std::fabs(cosine), std::fabs(sine));
+    const double cosine = bins.before.cosines[l] - static_cast<double>(cosines[l]);
+    const double sine = bins.before.sines[l] - static_cast<double>(sines[l]);
+    const double behind =
+        std::max(std::fabs(bins.before.cosines[l]), std::fabs(bins.before.sines[l]));
+    const double before = std::max(std::fabs(cosine), std::fabs(sine));
     const double largest = std::max(before, behind) + 0.5 * size + unsure;
     bins.additions[l] += count * half_ulp(largest * margin);
-    bins.sums.cosines[l] = cosine;
-    bins.sums.sines[l] = sine;
+    bins.before.cosines[l] = cosine;
+    bins.before.sines[l] = sine;
   }
 }
 
-/// Adds a block from bins.product on, of products that do not wrap.
+/// Goes through a block from bins.product on, of products that do not wrap, last sample first.
 template <bool fused, bool with_angles>
-TORVE_INLINE void turn_and_add(Bins& bins, const Samples& samples) {
+TORVE_INLINE void turn_back(Bins& bins, const Samples& samples) {
   const Divisor k = bins.k;
   double product[lanes];
   float twice[lanes];
   float sine[lanes];
   float cosine[lanes];
-  float last_sine[lanes];
-  float last_cosine[lanes];
+  float next_sine[lanes];
+  float next_cosine[lanes];
   float cosine_corrections[lanes] = {};
   float sine_corrections[lanes] = {};
   for (int l = 0; l < lanes; ++l) {
-    product[l] = bins.product[l];
+    product[l] = bins.product[l] + (samples.count - 1) * bins.step[l];
     const SineCosine one = {bins.one_sine[l], bins.one_cosine[l]};
     const SineCosine now = sine_cosine(product[l] * short_pi / k.value);
-    const SineCosine last = turned(now, {-one.sine, one.cosine});
+    const SineCosine next = turned(now, one);
     twice[l] = static_cast<float>(2 * one.cosine);
     sine[l] = static_cast<float>(now.sine);
     cosine[l] = static_cast<float>(now.cosine);
-    last_sine[l] = static_cast<float>(last.sine);
-    last_cosine[l] = static_cast<float>(last.cosine);
+    next_sine[l] = static_cast<float>(next.sine);
+    next_cosine[l] = static_cast<float>(next.cosine);
   }
-  for (int first = 0; first < samples.count; first += group) {
-    const int end = std::min(first + group, samples.count);
+  for (int end = samples.count; end > 0;) {
+    const int first = (end - 1) / group * group;
     float cosine_sums[lanes] = {};
     float sine_sums[lanes] = {};
-    for (int r = first; r < end; ++r) {
+    for (int r = end - 1; r >= first; --r) {
       const float value = samples.x[r];
       float excess[lanes];
       if constexpr (with_angles) {
         for (int l = 0; l < lanes; ++l) {
           excess[l] = static_cast<float>(scaled_excess<fused>(product[l], k)) * value;
-          product[l] += bins.step[l];
+          product[l] -= bins.step[l];
         }
       }
       for (int l = 0; l < lanes; ++l) {
@@ -113,14 +115,15 @@ TORVE_INLINE void turn_and_add(Bins& bins, const Samples& samples) {
         }
         cosine_sums[l] = product_sum<fused>(value, c, cosine_sums[l]);
         sine_sums[l] = product_sum<fused>(value, s, sine_sums[l]);
-        cosine[l] = product_sum<fused>(twice[l], c, -last_cosine[l]);
-        sine[l] = product_sum<fused>(twice[l], s, -last_sine[l]);
-        last_cosine[l] = c;
-        last_sine[l] = s;
+        cosine[l] = product_sum<fused>(twice[l], c, -next_cosine[l]);
+        sine[l] = product_sum<fused>(twice[l], s, -next_sine[l]);
+        next_cosine[l] = c;
+        next_sine[l] = s;
       }
     }
-    add_sums(bins, cosine_sums, sine_sums, end - first, samples.sizes[first / group],
-             samples.unsure);
+    take_sums(bins, cosine_sums, sine_sums, end - first, samples.sizes[first / group],
+              samples.unsure);
+    end = first;
   }
   for (int l = 0; l < lanes; ++l) {
     bins.corrections.cosines[l] += static_cast<double>(cosine_corrections[l]);
@@ -128,25 +131,25 @@ TORVE_INLINE void turn_and_add(Bins& bins, const Samples& samples) {
   }
 }
 
-TORVE_CLONES void add_turning(Bins& bins, const Samples& samples) {
-  turn_and_add<false, true>(bins, samples);
+TORVE_CLONES void go_back(Bins& bins, const Samples& samples) {
+  turn_back<false, true>(bins, samples);
 }
 
-TORVE_FUSED_CLONES void add_turning_fused(Bins& bins, const Samples& samples) {
-  turn_and_add<true, true>(bins, samples);
+TORVE_FUSED_CLONES void go_back_fused(Bins& bins, const Samples& samples) {
+  turn_back<true, true>(bins, samples);
 }
 
 /// The same without what the roundings of the angles add.
-TORVE_CLONES void add_light(Bins& bins, const Samples& samples) {
-  turn_and_add<false, false>(bins, samples);
+TORVE_CLONES void go_back_lightly(Bins& bins, const Samples& samples) {
+  turn_back<false, false>(bins, samples);
 }
 
-TORVE_FUSED_CLONES void add_light_fused(Bins& bins, const Samples& samples) {
-  turn_and_add<true, false>(bins, samples);
+TORVE_FUSED_CLONES void go_back_lightly_fused(Bins& bins, const Samples& samples) {
+  turn_back<true, false>(bins, samples);
 }
 
 /// The same for one sample, whatever its product.
-TORVE_CLONES void add_one(Bins& bins, const Samples& samples) {
+TORVE_CLONES void take_one(Bins& bins, const Samples& samples) {
   const Divisor k = bins.k;
   const double value = static_cast<double>(samples.x[0]);
   float cosines[lanes];
@@ -159,7 +162,7 @@ TORVE_CLONES void add_one(Bins& bins, const Samples& samples) {
     cosines[l] = static_cast<float>(value * at.cosine);
     sines[l] = static_cast<float>(value * at.sine);
   }
-  add_sums(bins, cosines, sines, 1, std::fabs(value), samples.unsure);
+  take_sums(bins, cosines, sines, 1, std::fabs(value), samples.unsure);
 }
 
 /// The products 2ji of some bins, as they wrap.
@@ -175,7 +178,7 @@ struct Products {
       bins.product[l] = static_cast<std::int32_t>(step[l] * static_cast<std::uint32_t>(i));
   }
   /// Whether one wraps within `count` samples from the bins' present products on.
-  [[nodiscard]] bool wrap(const Bins& bins, int count) const {
+  [[nodiscard]] static bool wrap(const Bins& bins, int count) {
     bool wraps = false;
     for (std::size_t l = 0; l < lanes; ++l)
       wraps |= bins.product[l] + (count - 1) * bins.step[l] >= largest_product;
@@ -190,9 +193,8 @@ TORVE_CLONES void prepare(Bins& bins, int size, const std::uint32_t* step) {
     const SineCosine one = sine_cosine(step[l] * short_pi / bins.k.value);
     bins.one_sine[l] = one.sine;
     bins.one_cosine[l] = one.cosine;
-    bins.additions[l] = 0;
   }
-  bins.corrections = bins.sums = {};
+  bins.corrections = {};
 }
 
 /// What the roundings of an angle of at most this product are at most.
@@ -209,6 +211,12 @@ FourierEnds ends_of(const FourierEstimate& estimate) {
   const double error = estimate.error + estimate.angle_error + estimate.addition_error;
   return {{sums.cosines - error, sums.sines - error}, {sums.cosines + error, sums.sines + error}};
 }
+
+CorrectedBin::CorrectedBin(const FourierEstimate& proposed)
+    : estimate(proposed),
+      before(proposed.sums),
+      unsure(proposed.error + proposed.angle_error + proposed.addition_error),
+      additions(0) {}
 
 std::unique_ptr<FourierCorrections> FourierCorrections::make(std::span<const float> x) try {
   return std::make_unique<FourierCorrections>(x);
@@ -231,13 +239,32 @@ FourierCorrections::FourierCorrections(std::span<const float> x) : x_(x) {
                     [this](std::size_t b) { return block_sizes_[b] * static_cast<double>(b + 1); });
 }
 
-/// Leaves out blocks, if that saves much. Returns a bound of what the roundings of their angles do,
-/// at most the budget.
-double FourierCorrections::leave_out(int largest_bin, double budget) {
+FourierCorrections::Range FourierCorrections::blocks_of(int part) const {
+  const auto border = [this](int parts_left) {
+    return block_sizes_.size() * static_cast<std::size_t>(parts_left) / parts;
+  };
+  return {border(parts - part - 1), border(parts - part)};
+}
+
+double FourierCorrections::angle_error(int bin, std::size_t blocks) const {
+  double sum = 0;
+  for (std::size_t first = 0; first < blocks; first += blocks_at_once) {
+    const std::size_t end = std::min(first + blocks_at_once, blocks);
+    double size = 0;
+    for (std::size_t b = first; b < end; ++b)
+      size += block_sizes_[b];
+    const double product = 2.0 * bin * static_cast<double>(end * block);
+    sum += size * angle_rounding(product, static_cast<int>(x_.size()));
+  }
+  return margin * sum;
+}
+
+double FourierCorrections::leave_out(const Range& range, int largest_bin, double budget) {
   std::ranges::fill(left_out_, 0);
   std::size_t count = 0;
   double sum = 0;
   for (const std::size_t b : lightest_) {
+    if (b < range.first || b >= range.last) continue;
     const double product = 2.0 * largest_bin * static_cast<double>((b + 1) * block);
     const double error = block_sizes_[b] * angle_rounding(product, static_cast<int>(x_.size()));
     if (!(sum + error <= budget)) break;
@@ -245,46 +272,59 @@ double FourierCorrections::leave_out(int largest_bin, double budget) {
     left_out_[b] = 1;
     ++count;
   }
-  if (count * worth_leaving_out >= lightest_.size()) return sum;
+  if (count * worth_leaving_out >= range.last - range.first) return sum;
   std::ranges::fill(left_out_, 0);
   return 0;
 }
 
-void FourierCorrections::correct(std::span<const int> bins, std::span<FourierEstimate> estimates) {
+void FourierCorrections::correct(int part, std::span<const int> bins,
+                                 std::span<CorrectedBin> corrected) {
   static Bins tile;
   const bool fused = fused_operations();
   const int size = static_cast<int>(x_.size());
-  const double budget = std::ranges::min(estimates, {}, &FourierEstimate::error).error;
-  const double left_out = leave_out(std::ranges::max(bins), budget);
+  const Range range = blocks_of(part);
+  double unsure = 0;
+  double budget = corrected.front().estimate.error / parts;
+  for (std::size_t l = 0; l < lanes; ++l) {
+    const CorrectedBin& bin = corrected[std::min(l, corrected.size() - 1)];
+    tile.before.cosines[l] = bin.before.cosines;
+    tile.before.sines[l] = bin.before.sines;
+    tile.additions[l] = bin.additions;
+    unsure = std::max(unsure, bin.unsure);
+    budget = std::min(budget, bin.estimate.error / parts);
+  }
+  const double left_out = leave_out(range, std::ranges::max(bins), budget);
   const Products products(bins);
   prepare(tile, size, products.step.data());
-  double unsure = 0;
-  for (int i = 0; i < size; i += block) {
-    const auto b = static_cast<std::size_t>(i / block);
+  for (std::size_t b = range.last; b-- > range.first;) {
+    const int i = static_cast<int>(b) * block;
     const int count = std::min(block, size - i);
     const float* const values = &x_[static_cast<std::size_t>(i)];
     unsure += slack * block_sizes_[b];
     products.set(tile, i);
-    if (products.wrap(tile, count)) {
-      for (int r = 0; r < count; ++r) {
+    if (Products::wrap(tile, count)) {
+      for (int r = count - 1; r >= 0; --r) {
         products.set(tile, i + r);
-        add_one(tile, {values + r, 1, nullptr, unsure});
+        take_one(tile, {values + r, 1, nullptr, unsure});
       }
     } else {
-      const Samples samples = {values, count, &sizes_[b * (block / group)], unsure};
-      const auto add = left_out_[b] != 0 ? (fused ? add_light_fused : add_light)
-                                         : (fused ? add_turning_fused : add_turning);
-      add(tile, samples);
+      const auto go = left_out_[b] != 0 ? (fused ? go_back_lightly_fused : go_back_lightly)
+                                        : (fused ? go_back_fused : go_back);
+      go(tile, {values, count, &sizes_[b * (block / group)], unsure});
     }
   }
-  for (std::size_t l = 0; l < estimates.size(); ++l) {
-    FourierEstimate& estimate = estimates[l];
+  for (std::size_t l = 0; l < corrected.size(); ++l) {
+    CorrectedBin& bin = corrected[l];
+    bin.before = {tile.before.cosines[l], tile.before.sines[l]};
+    bin.additions = tile.additions[l];
+    bin.unsure = unsure;
+    FourierEstimate& estimate = bin.estimate;
     estimate.sums.cosines += tile.corrections.cosines[l] / size;
     estimate.sums.sines += tile.corrections.sines[l] / size;
     estimate.error += margin * (slack * estimate.angle_error + left_out) + vanished_single +
                       0x1p-52 * (std::fabs(estimate.sums.cosines) + std::fabs(estimate.sums.sines));
-    estimate.angle_error = 0;
-    estimate.addition_error = margin * tile.additions[l];
+    estimate.angle_error = angle_error(bins[l], range.first);
+    if (range.first == 0) estimate.addition_error = margin * bin.additions;
   }
 }
 

@@ -67,8 +67,18 @@ bool OpenBins::settle(int bin, const FourierEnds& ends) {
 
 void OpenBins::take(int bin, const FourierEstimate& estimate) {
   if (settle(bin, ends_of(estimate))) return;
-  estimates_[batches_[corrected].count] = estimate;
-  push(corrected, bin);
+  if (batches_[corrected].straight > 0) {
+    --batches_[corrected].straight;
+    push(by_ends, bin);
+  } else {
+    correct(bin, 0, CorrectedBin(estimate));
+  }
+}
+
+/// Has a part corrected.
+void OpenBins::correct(int bin, std::size_t part, const CorrectedBin& so_far) {
+  corrected_[part][batches_[part].count] = so_far;
+  push(part, bin);
 }
 
 void OpenBins::add(int bin) {
@@ -91,7 +101,7 @@ void OpenBins::push(std::size_t way, int bin) {
   if (batch.count == batch.bins.size()) empty(way);
 }
 
-/// Tries a way on its bins; few certain ones, and the next bins pass it by.
+/// Tries a way on its bins.
 void OpenBins::empty(std::size_t way) {
   Batch& batch = batches_[way];
   const std::span<const int> bins(batch.bins.data(), batch.count);
@@ -105,13 +115,27 @@ void OpenBins::empty(std::size_t way) {
     for (std::size_t l = 0; l < bins.size(); ++l) {
       if (settle(bins[l], ends[l])) {
         ++certain;
+      } else if (way + 1 < by_ends) {
+        correct(bins[l], way + 1, corrected_[way][l]);
       } else {
         push(way + 1, bins[l]);
       }
     }
-    if (certain < worth_trying) batch.straight = straight_bins;
+    leave_way_that_fails(way, certain);
   }
   batch.count = 0;
+}
+
+/// Few certain bins, and the next ones pass a way by. Who has taken one part of the corrections
+/// takes the others, too, so these count together.
+void OpenBins::leave_way_that_fails(std::size_t way, int certain) {
+  if (way < by_ends) {
+    certain = certain_if_corrected_ += certain;
+    if (way + 1 < by_ends) return;
+    way = corrected;
+    certain_if_corrected_ = 0;
+  }
+  if (certain < worth_trying) batches_[way].straight = straight_bins;
 }
 
 void OpenBins::find_ends(std::size_t way, std::span<const int> bins, AllEnds& ends) {
@@ -119,10 +143,10 @@ void OpenBins::find_ends(std::size_t way, std::span<const int> bins, AllEnds& en
   if (way == by_ends) return fourier_sum_ends(x_, bins, out);
   if (way == by_close_ends) return fourier_close_ends(x_, bins, out);
   if (!corrections_) corrections_ = FourierCorrections::make(x_);
-  const auto estimates = std::span(estimates_).first(bins.size());
-  if (corrections_) corrections_->correct(bins, estimates);
-  std::ranges::transform(estimates, out.begin(),
-                         [](const FourierEstimate& estimate) { return ends_of(estimate); });
+  const auto so_far = std::span(corrected_[way]).first(bins.size());
+  if (corrections_) corrections_->correct(static_cast<int>(way), bins, so_far);
+  std::ranges::transform(so_far, out.begin(),
+                         [](const CorrectedBin& bin) { return ends_of(bin.estimate); });
 }
 
 void OpenBins::decide(std::span<const int> bins) {

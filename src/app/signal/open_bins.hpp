@@ -47,7 +47,13 @@ class OpenBins {
   void finish();
 
  private:
-  enum Way { corrected, by_ends, by_close_ends, literally, ways };
+  enum Way : std::size_t {
+    corrected,  // and what follows: part by part
+    by_ends = corrected + FourierCorrections::parts,
+    by_close_ends,
+    literally,
+    ways
+  };
   struct Batch {
     std::array<int, fourier_lanes> bins;
     std::size_t count = 0;
@@ -57,7 +63,9 @@ class OpenBins {
 
   bool settle(int bin, const FourierEnds& ends);
   void push(std::size_t way, int bin);
+  void correct(int bin, std::size_t part, const CorrectedBin& so_far);
   void empty(std::size_t way);
+  void leave_way_that_fails(std::size_t way, int certain);
   void find_ends(std::size_t way, std::span<const int> bins, AllEnds& ends);
   void decide(std::span<const int> bins);
 
@@ -65,8 +73,9 @@ class OpenBins {
   BinTable table_;
   Wanted wanted_;
   std::array<Batch, ways> batches_;  // each way's bins: those that the ways before leave open
-  std::array<FourierEstimate, fourier_lanes> estimates_;  // of those to be corrected
-  std::unique_ptr<FourierCorrections> corrections_;       // made for the first of them
+  std::array<std::array<CorrectedBin, fourier_lanes>, FourierCorrections::parts> corrected_;
+  int certain_if_corrected_ = 0;                     // since the last part was last tried
+  std::unique_ptr<FourierCorrections> corrections_;  // made for the first of them
 };
 
 }  // namespace torve
