@@ -5,6 +5,9 @@
 // signal_check random SEED SECONDS: random signals of many kinds and sizes, every line against the
 // plain loops; the status is 1 if one differs.
 //
+// signal_check squares FIRST LAST: spectra and filters of square waves of these half periods,
+// likewise.
+//
 // For bench/peers: signal_check signal "within 1"|16-bit N writes one.res and two.res; signal_check
 // time ONE.res TWO.res tells the processor time, in seconds, that the analyses take in memory.
 
@@ -116,6 +119,8 @@ int main(int argc, char** argv) {
     const auto seed = static_cast<unsigned>(std::stoul(argv[2]));
     return check_random_lines(seed, std::stod(argv[3])) == 0 ? 0 : 1;
   }
+  if (std::string(argv[1]) == "squares")
+    return check_square_waves(std::stoi(argv[2]), std::stoi(argv[3])) == 0 ? 0 : 1;
   if (std::string(argv[1]) == "signal") write_signals(argv[2], std::stoul(argv[3]));
   if (std::string(argv[1]) == "time") tell_times(argv[2], argv[3]);
   const bool fast = std::string(argv[1]) == "fast";
