@@ -7,7 +7,4 @@ namespace torve {
 /// were open at each step, and each line that differs. The number of lines that differ.
 [[nodiscard]] long check_random_lines(unsigned seed, double seconds);
 
-/// The same for the spectra and filters of square waves of these half periods.
-[[nodiscard]] long check_square_waves(int first, int last);
-
 }  // namespace torve

@@ -27,6 +27,7 @@
 #include "bench/literal.hpp"
 #include "bench/random_lines.hpp"
 #include "bench/signals.hpp"
+#include "bench/square_waves.hpp"
 
 namespace {
 
