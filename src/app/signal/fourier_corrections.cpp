@@ -18,7 +18,6 @@ namespace {
 
 constexpr int lanes = fourier_lanes;
 constexpr int group = FourierCorrections::group;
-constexpr int block = FourierCorrections::block;
 constexpr double slack = 0x1p-10;
 constexpr double vanished_single = 0x1p-129;
 constexpr double margin = 1.01;  // for the roundings of the bound
