@@ -279,9 +279,10 @@ class Proposer {
   void propose(int t, const std::function<void(const LagTile&)>& take) {
     const int count_here = std::min(2, tiles() - t);
     tiles_ = {};
-    double error = a_.all_squares() == 0 || b_.all_squares() == 0 ? 0 : vanished;
+    const double least = a_.all_squares() == 0 || b_.all_squares() == 0 ? 0 : vanished;
+    std::array<double, 2> errors = {least, least};
     for (int g = 0; g + t < a_.count(); g += group) {
-      error += convolve(t, g);
+      convolve(t, g, errors);
       for (int s = 0; s < count_here; ++s) {
         const int begin = g * half;
         const int lag = (t + s) * half;
@@ -299,17 +300,16 @@ class Proposer {
       take({.first = at(lag),
             .sums = std::span(tile.sum).first(count),
             .roundings = std::span(tile.sizes).first(count),
-            .error = margin * error});
+            .error = margin * errors[at(s)]});
     }
   }
 
  private:
   static constexpr int ahead = group + 2;
 
-  /// A group's part of the sums of two tiles, to wave_; returns its error.
-  double convolve(int t, int g) {
+  /// A group's part of the sums of two tiles, to wave_; adds to their errors.
+  void convolve(int t, int g, std::array<double, 2>& errors) {
     Factors factors;
-    double error = 0;
     for (int j = 0; j < group; ++j) {
       factors.blocks[at(j)] = g + j < a_.count() ? &a_.spectrum(g + j) : &nothing_;
     }
@@ -318,13 +318,14 @@ class Proposer {
       factors.windows[at(j)] = window < b_.count() ? &windows_[at(window)] : &nothing_;
     }
     multiply(factors, wave_);
-    for (int j = g; j < std::min(g + group, a_.count() - t); ++j) {
-      // Both share the transform back, so each gets the error of both.
-      error += transform_slack * a_.norm(j) *
-               (b_.norm(j + t) + 2 * b_.norm(j + t + 1) + b_.norm(j + t + 2));
-    }
     transform_back(wave_);
-    return error;
+    for (int j = g; j < std::min(g + group, a_.count() - t); ++j) {
+      const double first = a_.norm(j) * (b_.norm(j + t) + b_.norm(j + t + 1));
+      const double second = a_.norm(j) * (b_.norm(j + t + 1) + b_.norm(j + t + 2));
+      const double both = backward_slack * (first + second);
+      errors[0] += forward_slack * first + both;
+      errors[1] += forward_slack * second + both;
+    }
   }
 
   int size_;

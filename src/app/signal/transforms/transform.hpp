@@ -4,28 +4,26 @@
 // gives the same bits.
 //
 // What it computes is used as a proposal only. How far it may be from the truth is here, because
-// the proofs rest on it: for a convolution of x and y, that is two transforms, their product, a
-// transform back,
-//   |error of any value| <= transform_slack |x| |y|,  |x| = sqrt(sum of squares).
-//
-// For radix-2 transforms of 2^n points Percival (Rapid multiplication modulo the sum and difference
-// of highly composite numbers, Mathematics of Computation 72, 2003) proves
-//   |x| |y| ((1 + u)^3n (1 + sqrt(5) u)^(3n + 1) (1 + r)^3n - 1),
-// with u = 2^-53 for an addition, sqrt(5) u for a complex product, and r for a root of unity: here
-// they are rounded from long double, r = u / sqrt(2). The first order, (3n + (3n + 1) sqrt(5) +
-// 3n / sqrt(2)) u with n = 12, is 144.2 u. These transforms do no more of each: a radix-4 stage
-// does the additions of two and at most the products of one, the grid is one product more. What the
-// proposals do besides, in terms of |x| |y| too: a window made of two transforms (u), a sum of up
-// to four products (4 u), two results packed as one (u). Together 150.2 u; the slack is 160 u,
-// which leaves room for the higher orders and the rounding of the norms. Scaling by 1/4096 is
-// exact.
-// A single convolution, nothing packed, is closer; counted by what these passes do. In a transform
-// every rounding is relative to an intermediate value, and of each pass those that go into one
-// output hold each input once: so what a rounding does to an output, or to the norm of all, is its
-// relative size times |x| |y|. A pass of four points does two additions in a row, u each, and a
-// product with a rounded root, sqrt(5) u + u / sqrt(2) = 2.95 u; in the last of three passes roots
-// are 1, exactly. Six passes and the grid: 12 u + 5 x 2.95 u = 26.8 u a transform; three of them
-// and the product make 82.5 u. The slack is 84 u.
+// the proofs rest on it (u = 2^-53, |x| = sqrt(sum of squares)). A sum of complex numbers is wrong
+// by u of its size, a product by sqrt(5) u, a root of unity, rounded from long double, by u /
+// sqrt(2). A pass of four points does two additions in a row and a product with a root; in the last
+// of three passes roots are 1, exactly. Six passes and the grid come to
+//   t = 6 x 2 u + 5 (sqrt(5) + 1 / sqrt(2)) u = 26.8 u:
+// - of the transform's |X|, in |X' - X|, because every pass keeps that norm but for a factor;
+// - of the sum of all |Z|, in any value of the transform back: at each pass the value is a sum of
+//   numbers that are sums of the Z of disjoint sets.
+// A convolution of x and y is two transforms, their product Z and a transform back. By Cauchy and
+// Schwarz the sum of all |Z| is at most |X| |Y| = 4096 |x| |y|, and what is wrong with X comes to
+// as much of it. Scaling by 1/4096 is exact. So
+//   |error of any value| <= convolution_slack |x| |y|,  3 t + sqrt(5) u = 82.5 u.
+// Lags do more. Of the transforms of real values half are used, and stand for their mirror images:
+// errors are doubled in their squares, sqrt(2) t. A window is made of two transforms (u), up to
+// four products are added up (4 u), two results share a transform back (u). That is
+//   forward_slack   2 sqrt(2) t + sqrt(5) u + 5 u = 83.0 u, of the result alone, and
+//   backward_slack  t + u = 27.8 u, of both results that share the transform back.
+// The slacks have room for the higher orders and the rounding of the norms. (Percival, Rapid
+// multiplication modulo the sum and difference of highly composite numbers, Mathematics of
+// Computation 72, 2003, proves 144.2 u for convolutions by radix-2 transforms.)
 #pragma once
 
 namespace torve::transforms {
@@ -36,8 +34,9 @@ inline constexpr int half = points / 2;
 
 /// 2^-53: the largest relative error of a rounding to nearest.
 inline constexpr double unit = 0x1p-53;
-inline constexpr double transform_slack = 160 * unit;
 inline constexpr double convolution_slack = 84 * unit;
+inline constexpr double forward_slack = 86 * unit;
+inline constexpr double backward_slack = 29 * unit;
 
 struct Wave {
   alignas(64) double re[points];
