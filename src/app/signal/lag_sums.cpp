@@ -69,12 +69,13 @@ void sum_run(Values a, Values b, std::size_t k, std::span<float> means) {
     means[k + l] = finished_mean(a, b, k + l, common, sums[l]);
 }
 
-/// sums[l] += a[i] x b[l][i], for lags anywhere. Not compiled for wider instructions, which
-/// would gather: that takes twice the time.
+/// sums[l] += a[i] x b[l][i] for i = begin .. end - 1, for lags anywhere. Not compiled for wider
+/// instructions, which would gather: that takes twice the time.
 void add_picked_products(const double* a, const std::array<const double*, picked_lanes>& b,
-                         std::size_t count, std::array<double, picked_lanes>& sums) {
+                         std::size_t begin, std::size_t end,
+                         std::array<double, picked_lanes>& sums) {
   std::array<double, picked_lanes> sum = sums;
-  for (std::size_t i = 0; i < count; ++i) {
+  for (std::size_t i = begin; i < end; ++i) {
     const double factor = a[i];
     for (std::size_t l = 0; l < picked_lanes; ++l)
       sum[l] += factor * b[l][i];
@@ -82,16 +83,22 @@ void add_picked_products(const double* a, const std::array<const double*, picked
   sums = sum;
 }
 
-/// Some lags, ascending.
+/// Some lags, ascending. The longer ones go on when a shorter one is finished; what its lane does
+/// then counts no more.
 void sum_picked(Values a, Values b, std::span<const std::size_t> lags, std::span<float> means) {
   std::array<const double*, picked_lanes> from;
-  for (std::size_t l = 0; l < picked_lanes; ++l)
-    from[l] = b.data() + lags[std::min(l, lags.size() - 1)];
-  std::array<double, picked_lanes> sums = {};
-  const std::size_t common = a.size() - lags.back();
-  add_picked_products(a.data(), from, common, sums);
+  from.fill(b.data());
   for (std::size_t l = 0; l < lags.size(); ++l)
-    means[lags[l]] = finished_mean(a, b, lags[l], common, sums[l]);
+    from[l] = b.data() + lags[l];
+  std::array<double, picked_lanes> sums = {};
+  std::size_t done = 0;
+  for (std::size_t l = lags.size(); l-- > 0;) {
+    const std::size_t terms = a.size() - lags[l];
+    add_picked_products(a.data(), from, done, terms, sums);
+    means[lags[l]] = static_cast<float>(sums[l] / static_cast<double>(terms));
+    from[l] = b.data();
+    done = terms;
+  }
 }
 
 /// The means of some lags, ascending, each summed as it is stated.

@@ -10,6 +10,7 @@
 
 #include "app/signal/clones.hpp"
 #include "app/signal/proof.hpp"
+#include "app/signal/transforms/lag_squares.hpp"
 #include "app/signal/transforms/transform.hpp"
 #include "base/progress.hpp"
 
@@ -17,9 +18,9 @@ namespace torve::transforms {
 
 namespace {
 
-constexpr int group = 4;
-constexpr int half_group = group / 2 * half;
-constexpr int run = 32;  // lags and values that are bounded together
+constexpr int half_group = LagSquares::half_group;
+constexpr int group = 2 * half_group / half;
+constexpr int run = LagSquares::run;
 constexpr double margin = 1.01;
 constexpr std::size_t least_lags = 2048;  // from here on proposals pay
 
@@ -39,35 +40,11 @@ struct Tile {
   alignas(64) double sizes[half];  // bounds the |s| of all additions and all |p|
 };
 
-/// Prefix sums of squares, P(m) of the first m, and theirs, Q(m) = P(0) + .. + P(m-1), from some
-/// value on, for every 32nd m; what rounding may have taken from sums weighted by up to the size of
-/// the signal.
-struct Squares {
-  const double* p;
-  const double* q;
-  double slack;
-};
-
-/// At least count x(0)^2 + (count-1) x(1)^2 + .. + 1 x(count-1)^2, x beginning at `from`. Both are
-/// multiples of 32.
-TORVE_INLINE double falling(const Squares& x, int from, int count) {
-  const int begin = from / run;
-  const int end = begin + count / run;
-  return (x.q[end] + x.p[end]) - (x.q[begin] + x.p[begin]) - count * x.p[begin] + x.slack;
-}
-
-/// At least 1 x(0)^2 + 2 x(1)^2 + .. + count x(count-1)^2.
-TORVE_INLINE double rising(const Squares& x, int from, int count) {
-  const int begin = from / run;
-  const int end = begin + count / run;
-  return count * x.p[end] - (x.q[end] - x.q[begin]) + x.slack;
-}
-
 /// A group's terms: a from its first, b from where the tile's first lag meets it.
 struct Terms {
   double left;  // of the first lag
-  Squares a;
-  Squares b;
+  LagSquares::Roots a;
+  LagSquares::Roots b;
 };
 
 /// The spectra of a group's blocks, and of the windows that they meet at the lags of two tiles.
@@ -123,19 +100,13 @@ TORVE_CLONES void multiply(const Factors& factors, Wave& wave) {
   wave.im[half] = middle.im[0] + middle.re[1];
 }
 
-/// Adds a group's part of the sums; the products are bounded for 32 lags at a time, so b counts 31
-/// values more. A weight is at least one more than the number of |s| that a product is part of: the
-/// last is its own rounding. The rounding of `after` is one |s| more.
+/// Adds a group's part of the sums; the products are bounded for 32 lags at a time. The rounding of
+/// `after` is one |s| more.
 TORVE_CLONES void add_group(Tile& tile, const double* part, const Terms& terms) {
-  constexpr int count = half_group + run;
-  constexpr int second = half_group - run;
-  const double a1 = falling(terms.a, 0, count);
-  const double a2 = rising(terms.a, second, count);
-  for (int first = 0; first < half; first += run) {
-    const double b1 = falling(terms.b, first, count);
-    const double b2 = rising(terms.b, first + second, count + run);
-    const double products = std::sqrt(a1 * b1) + std::sqrt(a2 * b2);
-    for (int l = first; l < first + run; ++l) {
+  for (int r = 0; r < half / run; ++r) {
+    const double products =
+        terms.a.falling[0] * terms.b.falling[r] + terms.a.rising[0] * terms.b.rising[r];
+    for (int l = r * run; l < (r + 1) * run; ++l) {
       const double left = terms.left - l;
       const double terms1 = std::min(std::max(left, 0.0), double{half_group});
       const double terms2 = std::min(std::max(left - half_group, 0.0), double{half_group});
@@ -152,31 +123,6 @@ TORVE_CLONES void finish(Tile& tile) {
     size *= margin * unit;
 }
 
-/// The sum of 32 squares, and of the first 31, the first 30 and so on.
-struct RunSquares {
-  double all;
-  double prefixes;
-};
-
-TORVE_CLONES RunSquares squares_of(const double* x) {
-  constexpr int lanes = 8;
-  double all[lanes] = {};
-  double prefixes[lanes] = {};
-  for (int i = 0; i < run; i += lanes) {
-    for (int l = 0; l < lanes; ++l) {
-      const double square = x[i + l] * x[i + l];
-      all[l] += square;
-      prefixes[l] += (run - 1 - i - l) * square;
-    }
-  }
-  RunSquares sums = {};
-  for (int l = 0; l < lanes; ++l) {
-    sums.all += all[l];
-    sums.prefixes += prefixes[l];
-  }
-  return sums;
-}
-
 std::unique_ptr<Spectrum[]> spectra(int count) {
   return std::make_unique_for_overwrite<Spectrum[]>(at(count));
 }
@@ -187,8 +133,7 @@ class Blocks {
   /// `ahead` blocks of nothing are known behind the last.
   Blocks(std::span<const double> values, int ahead)
       : count_(static_cast<int>((values.size() + half - 1) / half)),
-        p_(at((count_ + ahead) * half / run)),
-        q_(p_.size()),
+        squares_(values, (count_ + ahead) * half),
         spectra_(spectra(count_)) {
     Wave wave;
     for (int j = 0; j < count_; ++j) {
@@ -196,50 +141,25 @@ class Blocks {
       const auto block = rest.first(std::min<std::size_t>(half, rest.size()));
       std::fill(std::copy(block.begin(), block.end(), wave.re), wave.re + points, 0.0);
       std::fill_n(wave.im, points, 0.0);
-      add_squares(at(j * half / run), wave.re);
       transform(wave);
       std::copy_n(wave.re, half + 8, spectra_[at(j)].re);
       std::copy_n(wave.im, half + 8, spectra_[at(j)].im);
     }
-    for (auto r = at(count_ * half / run); r + 1 < p_.size(); ++r) {
-      p_[r + 1] = p_[r];
-      q_[r + 1] = q_[r] + run * p_[r];
-    }
-    const auto size = static_cast<double>(values.size());
-    const auto known = static_cast<double>(p_.size() * run);
-    slack_ = 2 * unit * size * all_squares();
-    weighted_slack_ = 4 * unit * known * known * all_squares();
   }
 
   [[nodiscard]] int count() const { return count_; }
-  [[nodiscard]] double all_squares() const { return p_.back(); }
+  [[nodiscard]] const LagSquares& squares() const { return squares_; }
   [[nodiscard]] const Spectrum& spectrum(int block) const { return spectra_[at(block)]; }
   [[nodiscard]] std::unique_ptr<Spectrum[]> take_spectra() { return std::move(spectra_); }
-  [[nodiscard]] Squares squares_from(int first) const {
-    return {p_.data() + first / run, q_.data() + first / run, weighted_slack_};
-  }
   /// At least the root of a block's squares; 0 behind the last.
   [[nodiscard]] double norm(int block) const {
-    if (block >= count_) return 0;
-    const double* const begin = p_.data() + block * (half / run);
-    return std::sqrt(begin[half / run] - begin[0] + slack_);
+    return block < count_ ? squares_.norm(block * half, half) : 0;
   }
 
  private:
-  void add_squares(std::size_t first, const double* block) {
-    for (std::size_t r = first; r < first + half / run; ++r) {
-      const RunSquares squares = squares_of(block + (r - first) * run);
-      p_[r + 1] = p_[r] + squares.all;
-      q_[r + 1] = q_[r] + run * p_[r] + squares.prefixes;
-    }
-  }
-
   int count_;
-  std::vector<double> p_;
-  std::vector<double> q_;
+  LagSquares squares_;
   std::unique_ptr<Spectrum[]> spectra_;
-  double slack_ = 0;           // of P
-  double weighted_slack_ = 0;  // of Q, and of as many P
 };
 
 /// The transform of a window: a block and what follows it. A block half a length further has its
@@ -269,7 +189,7 @@ class Proposer {
   }
 
   [[nodiscard]] bool finite() const {
-    return std::isfinite(a_.all_squares()) && std::isfinite(b_.all_squares());
+    return std::isfinite(a_.squares().all()) && std::isfinite(b_.squares().all());
   }
 
   /// How many tiles of 2048 lags there are.
@@ -279,7 +199,7 @@ class Proposer {
   void propose(int t, const std::function<void(const LagTile&)>& take) {
     const int count_here = std::min(2, tiles() - t);
     tiles_ = {};
-    const double least = a_.all_squares() == 0 || b_.all_squares() == 0 ? 0 : vanished;
+    const double least = a_.squares().all() == 0 || b_.squares().all() == 0 ? 0 : vanished;
     std::array<double, 2> errors = {least, least};
     for (int g = 0; g + t < a_.count(); g += group) {
       convolve(t, g, errors);
@@ -287,8 +207,8 @@ class Proposer {
         const int begin = g * half;
         const int lag = (t + s) * half;
         const Terms terms = {.left = static_cast<double>(size_ - lag - begin),
-                             .a = a_.squares_from(begin),
-                             .b = b_.squares_from(begin + lag)};
+                             .a = a_.squares().roots_from(begin),
+                             .b = b_.squares().roots_from(begin + lag)};
         add_group(tiles_[at(s)], s == 0 ? wave_.re : wave_.im, terms);
       }
     }

@@ -7,8 +7,7 @@
 // What bounds it (u = 2^-53): the stated sum is within u (sum of |s| + sum of |p|) of the true one,
 // s its partial sums and p its products. Within half a group s is the sum at the group's border
 // nearby and the products in between, so the sum of |s| is at most the half's terms times the size
-// at the border, plus each |p| as often as it lies in between; and by Cauchy and Schwarz the sum of
-// w |a b| is at most the root of the sum of w a^2 times the sum of w b^2, which prefix sums give.
+// at the border, plus each |p| as often as it lies in between, which lag_squares.hpp bounds.
 // The partial sums of signals that swing are small, and the bound with them: far fewer lags stay
 // open than with |s| <= sum of all |p|. Added are the error of the transforms, and 1 % for the
 // roundings of the bound itself.
