@@ -48,7 +48,8 @@ LagSquares::LagSquares(std::span<const double> values, int known)
     : p_(at(known / run)), q_(p_.size()) {
   add_prefixes(values);
   slack_ = 2 * unit * static_cast<double>(values.size()) * all();
-  weighted_slack_ = 4 * unit * double{known} * double{known} * all();
+  const double weight = known;
+  weighted_slack_ = 4 * unit * weight * weight * all();
   for (int r = 0; r + reach / run < known / run; ++r) {
     falling_.push_back(std::sqrt(falling(r)));
     rising_.push_back(std::sqrt(rising(r + half_group / run - 1)));
