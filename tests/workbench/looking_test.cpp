@@ -285,6 +285,27 @@ TEST_F(Looking, ADenseCurveIsDrawnAsAnyOther) {
     clearwin(0, 0, 800, 600, 15), draw_dense_curve(part, place);
     EXPECT_TRUE(all_pixels() == wanted) << spacing;
   }
+  // From before the left edge, where it is half way up, to behind the right one, half way down.
+  points.assign(40, 1);
+  points[0] = points[8] = -1;
+  clearwin(0, 0, 800, 600, 15);
+  draw_dense_curve(points, {.left = 32,
+                            .right = 732,
+                            .top = 12,
+                            .bottom = 154,
+                            .shift = -50,
+                            .spacing = 100,
+                            .zero = 75,
+                            .scale = 60,
+                            .magnification = 1,
+                            .colour = 0,
+                            .target = target_screen});
+  for (const int column : {32, 732}) {
+    for (int row = 12; row < 154; ++row) {
+      const bool is_ink = getpixel2c(column, row) == colour_pixel(0);
+      EXPECT_TRUE(is_ink ? std::abs(row - 75) <= 1 : row != 75) << column << " " << row;
+    }
+  }
 }
 
 }  // namespace
