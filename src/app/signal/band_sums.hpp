@@ -40,7 +40,7 @@ class BandSums {
   /// and set anew every 64 bins; what the rounding of each angle does is put in.
   void ends(std::span<const int> times, std::span<Ends> ends) const;
 
-  /// The same a fifth as far apart, in three times the time: each angle has its own sine.
+  /// The same a tenth as far apart, in seven times the time: each angle has its own sine.
   void close_ends(std::span<const int> times, std::span<Ends> ends) const;
 
   /// Some samples, at most `lanes`, to the bit, in four to thirty times the time of their ends.

@@ -69,29 +69,40 @@ TORVE_INLINE void take_sums(Bins& bins, const float* cosines, const float* sines
   }
 }
 
+/// The phasors of a sample and of the next one, in single precision.
+struct Phasors {
+  float sine[lanes];
+  float cosine[lanes];
+  float next_sine[lanes];
+  float next_cosine[lanes];
+};
+
+TORVE_INLINE void set_phasors(const Bins& bins, const double* product, Phasors& phasors) {
+  for (int l = 0; l < lanes; ++l) {
+    const SineCosine one = {bins.one_sine[l], bins.one_cosine[l]};
+    const SineCosine now = sine_cosine(product[l] * short_pi / bins.k.value);
+    const SineCosine next = turned(now, one);
+    phasors.sine[l] = static_cast<float>(now.sine);
+    phasors.cosine[l] = static_cast<float>(now.cosine);
+    phasors.next_sine[l] = static_cast<float>(next.sine);
+    phasors.next_cosine[l] = static_cast<float>(next.cosine);
+  }
+}
+
 /// Goes through a block from bins.product on, of products that do not wrap, last sample first.
 template <bool fused, bool with_angles>
 TORVE_INLINE void turn_back(Bins& bins, const Samples& samples) {
   const Divisor k = bins.k;
   double product[lanes];
   float twice[lanes];
-  float sine[lanes];
-  float cosine[lanes];
-  float next_sine[lanes];
-  float next_cosine[lanes];
+  Phasors at;
   float cosine_corrections[lanes] = {};
   float sine_corrections[lanes] = {};
   for (int l = 0; l < lanes; ++l) {
     product[l] = bins.product[l] + (samples.count - 1) * bins.step[l];
-    const SineCosine one = {bins.one_sine[l], bins.one_cosine[l]};
-    const SineCosine now = sine_cosine(product[l] * short_pi / k.value);
-    const SineCosine next = turned(now, one);
-    twice[l] = static_cast<float>(2 * one.cosine);
-    sine[l] = static_cast<float>(now.sine);
-    cosine[l] = static_cast<float>(now.cosine);
-    next_sine[l] = static_cast<float>(next.sine);
-    next_cosine[l] = static_cast<float>(next.cosine);
+    twice[l] = static_cast<float>(2 * bins.one_cosine[l]);
   }
+  set_phasors(bins, product, at);
   for (int end = samples.count; end > 0;) {
     const int first = (end - 1) / group * group;
     float cosine_sums[lanes] = {};
@@ -106,18 +117,18 @@ TORVE_INLINE void turn_back(Bins& bins, const Samples& samples) {
         }
       }
       for (int l = 0; l < lanes; ++l) {
-        const float c = cosine[l];
-        const float s = sine[l];
+        const float c = at.cosine[l];
+        const float s = at.sine[l];
         if constexpr (with_angles) {
           cosine_corrections[l] = product_sum<fused>(-excess[l], s, cosine_corrections[l]);
           sine_corrections[l] = product_sum<fused>(excess[l], c, sine_corrections[l]);
         }
         cosine_sums[l] = product_sum<fused>(value, c, cosine_sums[l]);
         sine_sums[l] = product_sum<fused>(value, s, sine_sums[l]);
-        cosine[l] = product_sum<fused>(twice[l], c, -next_cosine[l]);
-        sine[l] = product_sum<fused>(twice[l], s, -next_sine[l]);
-        next_cosine[l] = c;
-        next_sine[l] = s;
+        at.cosine[l] = product_sum<fused>(twice[l], c, -at.next_cosine[l]);
+        at.sine[l] = product_sum<fused>(twice[l], s, -at.next_sine[l]);
+        at.next_cosine[l] = c;
+        at.next_sine[l] = s;
       }
     }
     take_sums(bins, cosine_sums, sine_sums, end - first, samples.sizes[first / group],

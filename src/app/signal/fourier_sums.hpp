@@ -3,8 +3,8 @@
 // Bin j of the signal x(0 .. K-1) has the sums over i of x(i) cos(angle) and x(i) sin(angle), with
 // angle = p x 3.14159 / K, left to right in double, where p = 2 x j x i wraps around as a signed
 // 32-bit integer does. There are three ways to them: an estimate from the true angles with what
-// the roundings of the angles change; their ends; and for what these leave open, the sums to the
-// bit.
+// the roundings of the angles change; their ends, and closer ones; and for what these leave open,
+// the sums to the bit.
 #pragma once
 
 #include <cstdint>
@@ -54,12 +54,12 @@ inline constexpr int fourier_lanes = sum_lanes;
 void fourier_sum_ends(std::span<const float> x, std::span<const int> bins,
                       std::span<FourierEnds> ends);
 
-/// The same about a seventh as far apart, in twice the time: each angle has its own sine.
+/// The same a seventh as far apart, in five times the time: each angle has its own sine.
 void fourier_close_ends(std::span<const float> x, std::span<const int> bins,
                         std::span<FourierEnds> ends);
 
-/// The sums of some bins, to the bit; x as above. For sums much larger than their terms this takes
-/// four times the time of their ends, at worst that of the plain sums.
+/// The sums of some bins, to the bit; x as above, in five to twenty times the time of their ends:
+/// at worst that of the plain sums.
 void literal_fourier_sums(std::span<const float> x, std::span<const int> bins,
                           std::span<FourierSums> sums);
 
