@@ -34,8 +34,8 @@ class LagSquares {
 
   /// The sum of all squares, not finite if a value is not.
   [[nodiscard]] double all() const { return p_.back(); }
-  /// At least the root of the sum of `count` squares; multiples of 32.
-  [[nodiscard]] double norm(int first, int count) const;
+  /// At least the root of the sum of `size` squares; multiples of 32.
+  [[nodiscard]] double norm(int first, int size) const;
   /// `first` is a multiple of 32, and `reach` values from it on are known.
   [[nodiscard]] Roots roots_from(int first) const {
     return {falling_.data() + first / run, rising_.data() + first / run};
