@@ -142,7 +142,12 @@ TEST_F(Messages, QuestionsWaitForAKey) {
 }
 
 TEST_F(Messages, ErrorsOfTheirOwnAreSwallowed) {
+  const Rect home = rect_of(wd(1));
   set_pool_allocator([](std::size_t) -> void* { return nullptr; });
+  static_cast<void>(unknown_parameter("width"));
+  EXPECT_EQ(rect_of(wd(1)), home) << "no room for a wider one";
+  hide_errormsg();
+  EXPECT_EQ(all_pixels(), bare);
   EXPECT_EQ(no_memory(), 1);
   set_pool_allocator(std::malloc);
   EXPECT_EQ(no_memory(), 0) << "the window is still there";

@@ -73,7 +73,7 @@ TEST(Cancelling, LeavesFilesAndTheLastSpectrum) {
   // Of square waves coefficients stay open until a filter asks for them, and take long then.
   std::vector<float> square(10'100, 20'000);
   for (std::size_t i = 0; i < square.size(); ++i)
-    square[i] *= i / 50 % 2 == 0 ? 1 : -1;
+    square[i] *= i / 50 % 2 == 0 ? 1.0F : -1.0F;
   literal::write("a", square);
   literal::write("b", integers(recorded(12'000, 4), 32'000));
   const struct {
