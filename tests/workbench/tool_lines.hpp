@@ -197,11 +197,12 @@ class ToolLines : public DialogTest {
   }
 
   // The command that the strip shows does the same to files, and draws the pane as it is drawn.
-  void expect_equal_command(const Case& test, const std::string& command, const Result& line) {
+  void expect_equal_command(const Case& test, const std::string& programs,
+                            const std::string& command, const Result& line) {
     ASSERT_TRUE(command.starts_with("torve-batch ")) << test.what << ": " << command;
     const auto run = [&] {
-      EXPECT_EQ(std::system(("PATH=" TORVE_BIN ":$PATH " + command + " </dev/null >said").c_str()),
-                0)
+      EXPECT_EQ(
+          std::system(("PATH=" + programs + ":$PATH " + command + " </dev/null >said").c_str()), 0)
           << command;
     };
     const Result start = outcome(test, [] {});

@@ -386,7 +386,7 @@ TEST_F(ToolLines, DoWhatTheirFieldsSay) {
     EXPECT_EQ(found.files.size(), wanted.files.size()) << test.what;
     EXPECT_EQ(found.message, test.message) << test.what;
     if (has_equal_command(test)) {
-      expect_equal_command(test, found.strip, found);
+      expect_equal_command(test, TORVE_BIN, found.strip, found);
     } else {
       EXPECT_EQ(found.strip, test.strip) << test.what;
     }
