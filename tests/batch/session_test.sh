@@ -153,7 +153,8 @@ END
 # Results on standard output that do not arrive.
 # shellcheck disable=SC2016
 for lost in '"$batch" --help >/dev/full' '"$batch" report made.au </dev/null >/dev/full' \
-  '"$batch" to-au cut.res - >/dev/full' '"$batch" to-au cut.res - >&-' '"$batch" to-au - x.au <&-'; do
+  '"$batch" to-au cut.res - >/dev/full' '"$batch" to-au cut.res - >&-' '"$batch" to-au - x.au <&-' \
+  '"$batch" to-au - x.au <.'; do
   status=0
   eval "$lost" 2>said || status=$?
   [[ $status == 2 ]] || fail "status $status from $lost"
