@@ -81,7 +81,8 @@ TEST_F(InputTest, KeysComeOneAtATimeAndNothingElseIsForgotten) {
   Hands::type("Ab");
   EXPECT_EQ(getch(), 'A') << "Shift alone is no key";
   EXPECT_TRUE(user_events.empty()) << "typed ahead";
-  EXPECT_EQ(std::tuple(cur_button, window_width, closed), std::tuple(0, 850, 1));
+  EXPECT_EQ(std::tuple(cur_button, window_width, window_height, closed),
+            std::tuple(0, 850, 610, 1));
   EXPECT_EQ(dirty_rect(), whole_screen) << "the expose event is answered at the next wait";
 }
 
