@@ -169,6 +169,9 @@ TEST_F(FiguresTest, ProgramsMakeThemAtOnce) {
   }
   EXPECT_EQ(vobjmode, 7);
   vobjmode = mode_idle;
+  nodec_ope();
+  EXPECT_EQ(cvobj->x2 - cvobj->x1, 10) << "before it is placed, too";
+  exit_ope();
   reset_history();
 }
 
