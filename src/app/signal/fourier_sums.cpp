@@ -46,6 +46,22 @@ TORVE_CLONES void make_terms(const float* x, int count, double size, std::uint32
   }
 }
 
+/// The terms of some bins, some samples at a time from the first one on.
+struct Terms {
+  explicit Terms(std::span<const int> bins) {
+    for (std::size_t l = 0; l < bins.size(); ++l)
+      step[l] = 2U * static_cast<std::uint32_t>(bins[l]);
+  }
+  void make(const float* x, int count, double size) {
+    make_terms(x, count, size, next, step, cosines, sines);
+  }
+
+  std::uint32_t step[lanes] = {};
+  std::uint32_t next[lanes] = {};
+  static inline TermEnds cosines;  // too large for the stack
+  static inline TermEnds sines;
+};
+
 /// Adds the samples from `first` on.
 void add_plainly(std::span<const float> x, int bin, int first, FourierSums& sums) {
   const int size = static_cast<int>(x.size());
@@ -68,20 +84,15 @@ FourierSums plain_fourier_sums(std::span<const float> x, int bin) {
 
 void fourier_close_ends(std::span<const float> x, std::span<const int> bins,
                         std::span<FourierEnds> ends) {
-  static TermEnds cosine_ends;
-  static TermEnds sine_ends;
   const int size = static_cast<int>(x.size());
-  std::uint32_t step[lanes] = {};
-  std::uint32_t p[lanes] = {};
-  for (std::size_t l = 0; l < bins.size(); ++l)
-    step[l] = 2U * static_cast<std::uint32_t>(bins[l]);
+  Terms terms(bins);
   FourierLanes low = {};
   FourierLanes high = {};
   for (int i = 0; i < size; i += terms_at_once) {
     const int count = std::min(terms_at_once, size - i);
-    make_terms(&x[static_cast<std::size_t>(i)], count, size, p, step, cosine_ends, sine_ends);
-    add_ends(low.cosines, high.cosines, cosine_ends, count);
-    add_ends(low.sines, high.sines, sine_ends, count);
+    terms.make(&x[static_cast<std::size_t>(i)], count, size);
+    add_ends(low.cosines, high.cosines, terms.cosines, count);
+    add_ends(low.sines, high.sines, terms.sines, count);
   }
   for (std::size_t l = 0; l < ends.size(); ++l)
     ends[l] = {{low.cosines[l], low.sines[l]}, {high.cosines[l], high.sines[l]}};
@@ -89,13 +100,8 @@ void fourier_close_ends(std::span<const float> x, std::span<const int> bins,
 
 void literal_fourier_sums(std::span<const float> x, std::span<const int> bins,
                           std::span<FourierSums> sums) {
-  static TermEnds cosine_ends;
-  static TermEnds sine_ends;
   const int size = static_cast<int>(x.size());
-  std::uint32_t step[lanes] = {};
-  std::uint32_t p[lanes] = {};
-  for (std::size_t l = 0; l < bins.size(); ++l)
-    step[l] = 2U * static_cast<std::uint32_t>(bins[l]);
+  Terms terms(bins);
   double cosines[lanes] = {};
   double sines[lanes] = {};
   int worked_out = 0;
@@ -104,14 +110,15 @@ void literal_fourier_sums(std::span<const float> x, std::span<const int> bins,
     const int count = std::min(terms_at_once, size - i);
     if (i % samples_between_words == 0) tell_alive();
     const float* const values = &x[static_cast<std::size_t>(i)];
-    make_terms(values, count, size, p, step, cosine_ends, sine_ends);
+    terms.make(values, count, size);
     const auto angle = [&](int r, int l) {
-      return angle_of(static_cast<std::int32_t>(step[l] * static_cast<std::uint32_t>(i + r)), size);
+      return angle_of(static_cast<std::int32_t>(terms.step[l] * static_cast<std::uint32_t>(i + r)),
+                      size);
     };
     const auto value = [&](int r) { return static_cast<double>(values[r]); };
-    worked_out += add_in_order(cosines, cosine_ends, count,
+    worked_out += add_in_order(cosines, terms.cosines, count,
                                [&](int r, int l) { return value(r) * std::cos(angle(r, l)); });
-    worked_out += add_in_order(sines, sine_ends, count,
+    worked_out += add_in_order(sines, terms.sines, count,
                                [&](int r, int l) { return value(r) * std::sin(angle(r, l)); });
     i += count;
   }
