@@ -91,8 +91,8 @@ void fourier_close_ends(std::span<const float> x, std::span<const int> bins,
   for (int i = 0; i < size; i += terms_at_once) {
     const int count = std::min(terms_at_once, size - i);
     terms.make(&x[static_cast<std::size_t>(i)], count, size);
-    add_ends(low.cosines, high.cosines, terms.cosines, count);
-    add_ends(low.sines, high.sines, terms.sines, count);
+    add_ends(low.cosines, high.cosines, Terms::cosines, count);
+    add_ends(low.sines, high.sines, Terms::sines, count);
   }
   for (std::size_t l = 0; l < ends.size(); ++l)
     ends[l] = {{low.cosines[l], low.sines[l]}, {high.cosines[l], high.sines[l]}};
@@ -116,9 +116,9 @@ void literal_fourier_sums(std::span<const float> x, std::span<const int> bins,
                       size);
     };
     const auto value = [&](int r) { return static_cast<double>(values[r]); };
-    worked_out += add_in_order(cosines, terms.cosines, count,
+    worked_out += add_in_order(cosines, Terms::cosines, count,
                                [&](int r, int l) { return value(r) * std::cos(angle(r, l)); });
-    worked_out += add_in_order(sines, terms.sines, count,
+    worked_out += add_in_order(sines, Terms::sines, count,
                                [&](int r, int l) { return value(r) * std::sin(angle(r, l)); });
     i += count;
   }
