@@ -81,8 +81,8 @@ void reset_text_state() {
 }
 
 void use_default_font() {
-  // A default font that cannot be had leaves the current one: its message says so.
-  if (curfnt != defaultfont && init_font(defaultfont) != 0) return;
+  // One that cannot be had leaves the current one: its message says so.
+  if (curfnt != defaultfont) static_cast<void>(init_font(defaultfont));
 }
 
 KeptFont::KeptFont() : font_(curfnt) {}

@@ -12,6 +12,11 @@
 namespace torve {
 namespace {
 
+int told = 0;  // with the last bad id
+int and_told(int result) {
+  return 100 * result + told;
+}
+
 constexpr int menu = 3, text = 4, label = 5, note = 6;
 
 class Given : public DialogTest {
@@ -63,12 +68,19 @@ TEST_F(Given, ModesAndNumbersOfTheKinds) {
       {"an icon", [] { return draw_old_icon(menu); }, -2},
       {"freed", [] { return free_label(label) + free_file_window(text); }, 0},
       {"gone", [] { return get_any_card(490, 190, 700, 500); }, 0},
-      {"bad", [] { return free_label(0) + free_pop_up_menu(0) + free_file_window(0); }, 3}};
+      {"bad", [] { return free_label(0); }, 1},
+      {"no menu to free", [] { return and_told(free_pop_up_menu(0)); }, 107},
+      {"no text to free", [] { return and_told(free_file_window(0)); }, 106},
+      {"no label to draw", [] { return and_told(draw_label(0, mode_refresh)); }, 109}};
+  ErrorReporters reporters = console_reporters;
+  reporters.illegal_pointer = [](int code) { return told = code; };
+  set_error_reporters(reporters);
   for (const auto& [what, call, expected] : cases) {
     int result = 0;
     printed_by([call = call, &result] { result = call(); });
     EXPECT_EQ(result, expected) << what;
   }
+  set_error_reporters(console_reporters);
 }
 
 TEST_F(Given, TheRoundAsANumber) {

@@ -106,6 +106,20 @@ void resize(int id) {
   }
 }
 
+void paint_beneath() {
+  const int x = any(0, 700);
+  const int y = any(0, 500);
+  const Rect rect = {x, y, x + any(1, 300), y + any(1, 200)};
+  const std::uint32_t pixel = static_cast<std::uint32_t>(any(0, 0xFFFFFF));
+  const CanvasPaint scope(rect);
+  clear_win1(rect.x1, rect.y1, rect.x2, rect.y2, pixel);
+  const Rect shown = intersection(rect, whole_screen);
+  for (int row = shown.y1; row < shown.y2; ++row) {
+    const auto first = model.base.begin() + row * screen_width;
+    std::fill(first + shown.x1, first + shown.x2, pixel);
+  }
+}
+
 // Serves as menus do: waits for events of its own and acts on the press that ends it.
 Served serve_until_outside(int id, PointerEvent event) {
   while (more_events()) {
@@ -128,6 +142,7 @@ Served serve(int id, const PointerEvent& press) {
     ++model.version[id];
     paint(id);
   }
+  if (any(0, 5) == 0) paint_beneath();
   const int command = any(id == message_window_id ? 1 : 0, 11);
   switch (command) {
     case 0:
@@ -213,20 +228,6 @@ class StackingTest : public ScreenTest {
     ++model.version[id];
     EXPECT_EQ(put_wd_objects(id, id), 0);
     model.put_on_top(id);
-  }
-
-  static void paint_beneath() {
-    const int x = any(0, 700);
-    const int y = any(0, 500);
-    const Rect rect = {x, y, x + any(1, 300), y + any(1, 200)};
-    const std::uint32_t pixel = static_cast<std::uint32_t>(any(0, 0xFFFFFF));
-    const CanvasPaint scope(rect);
-    clear_win1(rect.x1, rect.y1, rect.x2, rect.y2, pixel);
-    const Rect shown = intersection(rect, whole_screen);
-    for (int row = shown.y1; row < shown.y2; ++row) {
-      const auto first = model.base.begin() + row * screen_width;
-      std::fill(first + shown.x1, first + shown.x2, pixel);
-    }
   }
 
   static InputEvent mouse(Type type, int button) {
