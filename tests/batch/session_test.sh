@@ -64,6 +64,12 @@ expect 0 "$batch" plot cut.res 2 cut.eps
 [[ $(grep -c 'rlineto stroke' cut.eps) -gt 17640 ]] || fail "segments are missing"
 expect 0 "$batch" plot cut.spe 3 cut.gif 0 1 0.4 1 all
 [[ $(od -An -tu2 -j6 -N4 cut.gif | tr -s ' ') == ' 957 171' ]] || fail "size of the picture"
+printf 'size=8\n0 1000\n1 100\n2 10\n3 1\n4 100\n' >steps.spe
+expect 0 "$batch" plot steps.spe 1 steps.eps --db
+grep -q '(dB) show' steps.eps || fail "no decibels"
+# A tenth is as far below everywhere, and 20 dB twice as far.
+[[ $(grep -oE 'CX (-15|30) CX rlineto' steps.eps | sort | uniq -c | tr -s ' \n' ' ') == \
+  ' 3 CX -15 CX rlineto 1 CX 30 CX rlineto ' ]] || fail "no scale of decibels"
 
 # Parts of signals, names of their own, and a line for scripts.
 expect 0 "$batch" match "$signals"/bhld1.res "$signals"/bhld2.res rest.res 1000 0.7 --values
