@@ -6,7 +6,7 @@
 
 namespace torve::transforms {
 
-TORVE_CLONES void sum_to_cut(const float* x, Cuts& cuts) {
+TORVE_CLONES void sum_to_cut(const float* x, Way way, Cuts& cuts) {
   double count[cut_lanes];
   double cosine[cut_lanes];
   double sine[cut_lanes];
@@ -24,7 +24,7 @@ TORVE_CLONES void sum_to_cut(const float* x, Cuts& cuts) {
     last = std::max(last, count[l]);
   }
   for (int n = 0; n < static_cast<int>(last); ++n) {
-    const double sample = static_cast<double>(x[n]);
+    const double sample = static_cast<double>(x[n * static_cast<int>(way)]);
     for (int l = 0; l < cut_lanes; ++l) {
       const double value = n < count[l] ? sample : 0;
       const double next = cosine[l] * turn_cosine[l] - sine[l] * turn_sine[l];

@@ -1,5 +1,5 @@
-// The part of a block's Fourier sums that lies before a cut, for bins that are cut at different
-// places.
+// The part of a block's Fourier sums that lies on one side of a cut, for bins that are cut at
+// different places.
 #pragma once
 
 #include "app/signal/transforms/transform.hpp"
@@ -19,7 +19,9 @@ struct Cuts {
   double im[cut_lanes];
 };
 
-/// x holds at least as many samples as the largest count.
-void sum_to_cut(const float* x, Cuts& cuts);
+enum class Way : int { forwards = 1, backwards = -1 };
+
+/// From x[0] on, or from there back; there are at least as many samples as the largest count.
+void sum_to_cut(const float* x, Way way, Cuts& cuts);
 
 }  // namespace torve::transforms

@@ -152,30 +152,37 @@ class Proposal : public FourierProposal {
     }
   }
 
-  /// Turns what lies behind the wrap by one 2^32 more.
+  /// Turns what lies behind the wrap by one 2^32 more. What is on the shorter side is summed.
   void cut(int b, std::span<const int> bins, int first_bin) {
     const std::int64_t first = std::int64_t{b} * half;
     const std::int64_t last = std::min<std::int64_t>(first + half, size_) - 1;
+    // The first i with 2ji >= (2q - 1) 2^31, q the wraps behind it.
+    const auto behind = [last](std::int64_t j) {
+      return (((2 * wraps(2 * j * last) - 1) << 30) + j - 1) / j;
+    };
+    const bool before = behind(bins.front()) - first <= last - behind(bins.back());
+    const std::int64_t from = before ? first : last;
     Cuts cuts;
     for (std::size_t l = 0; l < cut_lanes; ++l) {
       const std::int64_t j = bins[std::min(l, bins.size() - 1)];
-      // The first i with 2ji >= (2q - 1) 2^31, q the wraps behind it.
-      const std::int64_t behind = (((2 * wraps(2 * j * last) - 1) << 30) + j - 1) / j;
-      cuts.count[l] = static_cast<double>(behind - first);
+      cuts.count[l] = static_cast<double>(before ? behind(j) - first : last + 1 - behind(j));
       cuts.turn[l] = exact_turn(static_cast<std::uint64_t>(2 * j), size_);
-      cuts.start[l] = exact_turn(static_cast<std::uint64_t>(2 * j * first), size_);
+      if (!before) cuts.turn[l].sine = -cuts.turn[l].sine;
+      cuts.start[l] = exact_turn(static_cast<std::uint64_t>(2 * j * from), size_);
     }
-    sum_to_cut(&x_[static_cast<std::size_t>(first)], cuts);
+    sum_to_cut(&x_[static_cast<std::size_t>(from)], before ? Way::forwards : Way::backwards, cuts);
     for (std::size_t l = 0; l < bins.size(); ++l) {
       const SineCosine& w = chirp_(bins[l]);
       const SineCosine& back = back_[1];
       const int s = bins[l] - first_bin;
-      const double before_re = (cuts.re[l] * w.cosine + cuts.im[l] * w.sine) * points;
-      const double before_im = (cuts.im[l] * w.cosine - cuts.re[l] * w.sine) * points;
-      const double re = wave_.re[s] - before_re;
-      const double im = wave_.im[s] - before_im;
-      wave_.re[s] = before_re + (re * back.cosine + im * back.sine);
-      wave_.im[s] = before_im + (im * back.cosine - re * back.sine);
+      const double summed_re = (cuts.re[l] * w.cosine + cuts.im[l] * w.sine) * points;
+      const double summed_im = (cuts.im[l] * w.cosine - cuts.re[l] * w.sine) * points;
+      const double rest_re = wave_.re[s] - summed_re;
+      const double rest_im = wave_.im[s] - summed_im;
+      const double re = before ? rest_re : summed_re;
+      const double im = before ? rest_im : summed_im;
+      wave_.re[s] = (before ? summed_re : rest_re) + (re * back.cosine + im * back.sine);
+      wave_.im[s] = (before ? summed_im : rest_im) + (im * back.cosine - re * back.sine);
     }
   }
 
