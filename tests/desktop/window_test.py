@@ -119,8 +119,9 @@ def pasted(desk, selection, target):
     """What another program gets of a selection; None when it cannot be had so."""
     atom = desk.display.intern_atom
     asker = desk.root.create_window(0, 0, 1, 1, 0, X.CopyFromParent)
-    asker.convert_selection(atom(selection), atom(target), atom("PASTED"), X.CurrentTime)
+    asker.convert_selection(atom(selection), atom(target), atom("PASTED"), 4711)
     event = desk.await_event(lambda event: event.type == X.SelectionNotify)
+    assert event.time == 4711, "by this the asker knows which request is answered"
     got = asker.get_full_property(event.property, X.AnyPropertyType) if event.property else None
     asker.destroy()
     return got and got.value
@@ -131,7 +132,11 @@ def test_a_line_is_read_copied_and_leaves_no_trace(desk):
     before = desk.screenshot()
     desk.move_pointer(305, 92)
     desk.settle()
-    assert not same(desk.screenshot(), before)
+    reading = desk.screenshot()
+    assert not same(reading, before)
+    desk.key(SHIFT)  # is no key yet
+    desk.settle()
+    assert same(desk.screenshot(), reading)
     desk.key(ord("c"))
     line = b"1 bhld1.res sample 13650  309.524 ms  -0.002594"
     for selection in "PRIMARY", "CLIPBOARD":

@@ -86,6 +86,7 @@ TEST_F(Messages, ShowTheirLinesAndDetails) {
     EXPECT_EQ(all_pixels(), pixels) << "the detail belongs to the picture";
     EXPECT_EQ(no_memory(), 1) << "not before the first has gone";
     hide_errormsg();
+    EXPECT_EQ(remove_current_errormsg(), 1);
     EXPECT_EQ(all_pixels(), bare);
   }
 }

@@ -149,6 +149,7 @@ TEST_F(Faults, WhatIsEmptiedIsKept) {
        }},
       {"few bins", [](const std::string& name) { power_spectrum("few.res", name, "all"); }},
   };
+  EXPECT_EQ(keep_content("none", Keeping::copy), "");
   const std::string good = read_file("good.au");
   for (const auto& [what, action, left] : emptied) {
     for (const std::string where : {"alone", "twice", "link"}) {
