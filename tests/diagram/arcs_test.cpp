@@ -1,9 +1,12 @@
 // Arcs and texts, drawn and moved as a person does.
 
+#include "diagram/model/arcs.hpp"
+
 #include <tuple>
 
 #include "diagram/arc_editing.hpp"
 #include "diagram/diagram_room.hpp"
+#include "diagram/editor.hpp"
 #include "diagram/labels.hpp"
 #include "diagram/model/diagram_text.hpp"
 #include "diagram/model/figure_kinds.hpp"
@@ -147,6 +150,7 @@ TEST_F(Arcs, TextsAreNamesOrGoAlong) {
   ASSERT_NE(figure_of(queue)->label, nullptr);
   click(296, 92, 1, 600), play(), type(" 2"), play();  // the same text goes on
   EXPECT_STREQ(figure_of(queue)->label->text, "jobs 2");
+  EXPECT_TRUE(diagram_key('d') && diagram_key('\b')) << "nothing else happens with a letter";
   click(105, 205, 1, 600), play(), type("slow"), play();
   click(500, 300, 1, 600), play();  // nothing is typed
   pointer_ope(), drag(100, 150, 150, 180), play();
@@ -172,6 +176,14 @@ TEST_F(Arcs, SayWhatIsKnownOfThem) {
     std::snprintf(arc.name, sizeof arc.name, "%s", name);
     EXPECT_EQ(row_of(FigureKind::arc).label(arc).text, text);
   }
+}
+
+TEST_F(Arcs, HoldOnAsFarAsThereAreCoordinates) {
+  FigureRecord figure;
+  figure.x1 = figure.y2 = 9;
+  const Hold hold = {.figure = 1, .x_of = 1, .y_of = 2, .dx = -40'000, .dy = 40'000};
+  const auto [x, y] = held_point(hold, figure);
+  EXPECT_EQ(std::pair(x, y), std::pair(-32'768, 32'767));
 }
 
 // A node that has shrunk to nothing is not kept; what held on to it is.

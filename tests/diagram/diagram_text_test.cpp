@@ -110,6 +110,8 @@ TEST(DiagramText, RefusesABadLine) {
       {node + "\n" + arc + " to=1 to_x=x3+1", 3},
       {node + "\n" + arc + " to=1 to_x=x1+-1", 3},
       {node + "\n" + arc + " bends=\"1,2 3\"", 3},
+      {arc + " bends=\"-32768,32767\"", 0},
+      {arc + " bends=\"-32769,0\"", 2},
   };
   for (const auto& [lines, expected] : cases) {
     int bad_line = 0;
