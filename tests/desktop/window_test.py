@@ -115,6 +115,11 @@ def test_every_pixel_is_shown_as_a_square_and_pressed_as_one(desk, scale, words,
     assert desk.process.exit_status() == 1
 
 
+def test_on_a_screen_that_is_too_small_pixels_are_not_enlarged(desk):
+    desk.start(screen="640x480x24", resources="Xft.dpi:\t200\n")
+    assert desk.window.get_geometry().width == 800
+
+
 def pasted(desk, selection, target):
     """What another program gets of a selection; None when it cannot be had so."""
     atom = desk.display.intern_atom
