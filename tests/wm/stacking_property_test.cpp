@@ -4,6 +4,7 @@
 
 #include <cstdlib>
 #include <deque>
+#include <filesystem>
 #include <random>
 #include <tuple>
 
@@ -393,8 +394,12 @@ TEST_F(StackingTest, RefusalsSayWhy) {
   start_wd_object(5, test_kind, {100, 100, 200, 200}, WdFlags::none);
   start_wd_object(6, test_kind, {100, 100, 200, 200}, WdFlags::none);
   ASSERT_EQ(put_wd_objects(6, 6), 0);
+  start_wd_object(7, test_kind, {100, 100, 200, 200}, WdFlags::background_on_file);
+  std::snprintf(wd(7).name, sizeof wd(7).name, "full");
+  std::filesystem::create_symlink("/dev/full", "full.tmp");
   ErrorReporters reporters = console_reporters;
   reporters.illegal_pointer = [](int code) { return std::printf("%d", code); };
+  reporters.file_error = [](int code) { return std::printf("file %d", code); };
   set_error_reporters(reporters);
   const std::string order_of = "find_stacking_order: ";
   const std::pair<std::string, int (*)()> cases[] = {
@@ -412,6 +417,10 @@ TEST_F(StackingTest, RefusalsSayWhy) {
       {"no fgbuf\n100", [] { return release_staging(), fg_to_fgbuf(6); }},
       {"3", [] { return if_b_opt_bgtofile(0); }},
       {"", [] { return -if_b_opt_bgtofile(6); }},
+      {"4", [] { return if_b_opt_bgtofile(7); }},
+      {"file 1", [] { return make_background(wd(7), false) + if_b_opt_bgtofile(7); }},
+      {"", [] { return wd(7).background != nullptr ? 1 : 0; }},
+      {"3", [] { return if_b_opt_bgfromfile(0); }},
       {order_of + "id=6 is hidden\n314",
        [] { return hide_wd_object(6), find_stacking_order(6, &order) + 1; }}};
   for (const auto& [said, call] : cases) {
@@ -419,6 +428,7 @@ TEST_F(StackingTest, RefusalsSayWhy) {
     EXPECT_EQ(printed_by([call = call] { EXPECT_EQ(call(), 1); }), said);
   }
   set_error_reporters(console_reporters);
+  std::filesystem::remove("full.tmp");
 }
 
 }  // namespace
