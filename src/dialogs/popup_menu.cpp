@@ -71,10 +71,7 @@ class MenuWindow : public ServedWindow {
     draw_menu_lines(text());
   }
 
-  void draw_scrolled() override {
-    clearwin(X1_min, Y1_min, X1_max, Y1_max, colour(text_area_colour));
-    draw_menu_lines(text());
-  }
+  void draw_scrolled() override { draw_menu_lines(text()); }
 
   [[nodiscard]] bool scrolls_at_once() const override { return true; }
 

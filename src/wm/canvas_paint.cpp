@@ -45,9 +45,8 @@ Marks objects_to_lift(const Rect& rect) {
       bool& mark = marked[static_cast<std::size_t>(id)];
       const WdObject& object = wd(id);
       // What is not painted has been lifted by a scope around this one.
-      const bool liftable = object.painted && (is_eligible(object) || is_lifted(object));
       const bool held = covered_pixels(object) != nullptr || is_on_file(object);
-      if (mark || !liftable || !held) continue;
+      if (mark || !object.painted || !held) continue;
       mark = meet(object, rect) || covers_a_marked_one(id, marked);
       grown = grown || mark;
     }
