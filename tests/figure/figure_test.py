@@ -183,6 +183,11 @@ def check_titles():
             assert left >= 0 and right >= 0, f"{letter} x {length}: {left}, {right}"
             assert 5 <= height <= 10 and size in (height, None), f"{letter} x {length}: {height}"
             assert (text == letter * length) == kept, text
+    # Half of a pair, a letter in a byte too many, no character: not UTF-8, and so Latin-1.
+    for odd in (b"\xed\xa0\x80", b"\xe0\x9f\xbf", b"\xef\xbf\xbf"):
+        run(BATCH, "figure", "figure.svg", "slow.res", "--title", odd)
+        shown = "".join(t for e in ElementTree.parse("figure.svg").iter(SVG_TEXT) for t in e.itertext())
+        assert shown.startswith(odd.decode("latin-1")), ascii(shown)
 
 
 def check_refusals():
