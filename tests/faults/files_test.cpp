@@ -128,6 +128,7 @@ TEST_F(Faults, OtherNamesOfAFileStayItsNames) {
   EXPECT_TRUE(std::filesystem::is_symlink("link"));
   EXPECT_EQ(static_cast<int>(std::filesystem::status("old").permissions()), 0640);
   OutputFile without_target("twin");
+  without_target.write("new");
   std::filesystem::remove("twin");
   EXPECT_FALSE(without_target.finish());
 }
