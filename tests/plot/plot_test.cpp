@@ -194,33 +194,21 @@ TEST_F(PlotTest, SegmentsAndNumbersInEps) {
     int yoff, start, step;
     double xsc;
     std::vector<const char*> parts;
-  } cases[] = {{"s.res",
-                0,
-                0,
-                1,
-                100,
-                {"moveto 32 CX 83 CX rmoveto 100 CX 63 CX", "132 CX 146 CX rmoveto 100 CX -142"}},
-               {"s.res", 0, 0, 1, 100.7, {"Or moveto 132 CX 146 CX rmoveto 101 CX -142 CX"}},
-               {"s.res", 352, 0, 1, 100, {"Or moveto 32 CX -269 CX rmoveto 100 CX 63 CX"}},
-               {"s.res",
-                0,
-                0,
-                1,
-                0.02,
-                {"(56.68)", "(793.6)", "(0.797)", "(-1)", "(num)", "(ms)", "(s.res)"}},
-               {"s.res", 0, 0, 1, 0.3, {"moveto 32 CX 83 CX rmoveto 0 CX 63 CX"}},
-               {"s.res", 0, 1, 441, 1, {"(ms)", "(0.022)", "(500.0)"}},
-               {"s.res", 0, 1, 442, 1, {"(sec)", "(2.267e-5)", "(1.002)"}},
-               {"s.spe",
-                0,
-                0,
-                1,
-                0.4,
-                {"(0)", "(275)", "(551)", "(3858)", "(4.229)", "(Hz)", "(Power spectrum)"}},
-               {"s.spe", 0, 0, 1, 10, {"(0)", "(11.02)", "(22.05)"}},
-               {"s.spe", 0, 1, 1, 5, {"(1)", "(23)"}},
-               {"s.spe", 0, 0, 999, 2, {"(Hz)", "(55069)"}},
-               {"s.spe", 0, 0, 1000, 2, {"(kHz)", "(55)"}}};
+  } cases[] = {
+      {"s.res", 0, 0, 1, 100, {"moveto 32 CX 83 CX rmoveto 100 CX 63 CX"}},
+      {"s.res", 0, 0, 1, 100, {"132 CX 146 CX rmoveto 100 CX -142"}},
+      {"s.res", 0, 0, 1, 100.7, {"Or moveto 132 CX 146 CX rmoveto 101 CX -142 CX"}},
+      {"s.res", 352, 0, 1, 100, {"Or moveto 32 CX -269 CX rmoveto 100 CX 63 CX"}},
+      {"s.res", 0, 0, 1, 0.02, {"(56.68)", "(793.6)", "(0.797)", "(-1)", "(num)", "(ms)"}},
+      {"s.res", 0, 0, 1, 0.3, {"moveto 32 CX 83 CX rmoveto 0 CX 63 CX", "(s.res)"}},
+      {"s.res", 0, 1, 441, 1, {"(ms)", "(0.022)", "(500.0)"}},
+      {"s.res", 0, 1, 442, 1, {"(sec)", "(2.267e-5)", "(1.002)"}},
+      {"s.spe", 0, 0, 1, 0.4, {"(0)", "(275)", "(551)", "(3858)", "(4.229)", "(Hz)"}},
+      {"s.spe", 0, 0, 1, 10, {"(0)", "(11.02)", "(22.05)", "(Power spectrum)"}},
+      {"s.spe", 0, 1, 1, 5, {"(1)", "(23)"}},
+      {"s.spe", 0, 0, 999, 2, {"(Hz)", "(55069)"}},
+      {"s.spe", 0, 0, 1000, 2, {"(kHz)", "(55)"}},
+  };
   for (const auto& test : cases) {
     const auto draw = [&test] {
       const auto& [name, yoff, start, step, xsc, parts] = test;
