@@ -7,6 +7,8 @@
 #include "diagram/arc_editing.hpp"
 #include "diagram/diagram_room.hpp"
 #include "diagram/editor.hpp"
+#include "diagram/figure_change.hpp"
+#include "diagram/figure_menu.hpp"
 #include "diagram/labels.hpp"
 #include "diagram/model/diagram_text.hpp"
 #include "diagram/model/figure_kinds.hpp"
@@ -176,6 +178,22 @@ TEST_F(Arcs, SayWhatIsKnownOfThem) {
     std::snprintf(arc.job_class, sizeof arc.job_class, "%s", job_class);
     std::snprintf(arc.name, sizeof arc.name, "%s", name);
     EXPECT_EQ(row_of(FigureKind::arc).label(arc).text, text);
+  }
+}
+
+TEST_F(Arcs, LetGoOfAFigureThatIsCut) {
+  arc_ope(), click(110, 105, 1, 600), play(), click(304, 160, 1, 600), play();
+  cut_figure(figure_of(queue));
+  const FigureRecord arc = all(FigureKind::arc).at(0);
+  EXPECT_EQ(std::pair(arc.from.figure, arc.to.figure), std::pair(node, 0));
+}
+
+TEST_F(Arcs, ALeftToolLeavesNothing) {
+  for (int (*const leave)() : {pointer_ope, exit_ope}) {
+    node_ope(), leave();
+    EXPECT_EQ(keep_diagram().size(), 2U);
+    open_figure_menu(figure_of(node), 300, 300), leave();
+    EXPECT_EQ(wd(figure_menu_id).kind, kind_free);
   }
 }
 

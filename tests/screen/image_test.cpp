@@ -53,6 +53,12 @@ TEST_F(ImageTest, RectanglesEqualPixelByPixelOnes) {
   EXPECT_EQ(all_pixels(), expected_);
   fillbox2(790, 590, highest, highest, 5);
   EXPECT_EQ(getpixel2c(799, 599), 5U);
+  const auto before = all_pixels();
+  for (const auto& [x, y] : {std::pair(800, 5), {-1, 5}, {5, -1}, {5, 600}}) {
+    drawpixel2c(x, y, 7);
+    EXPECT_EQ(getpixel2c(x, y), 0U);
+  }
+  EXPECT_EQ(all_pixels(), before);
 }
 
 TEST_F(ImageTest, OnlyWhatChangedIsDirty) {
