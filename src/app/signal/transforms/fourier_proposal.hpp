@@ -2,14 +2,13 @@
 //
 // What is proposed: the angles of sample i and bin j are those of a chirp (chirp.hpp), in blocks of
 // samples and tiles of bins. Where the product 2ji wraps around as a 32-bit integer a block's part
-// is turned back by as many 2^32; a block in which it wraps is cut, and what lies before the cut is
-// summed by turning.
+// is turned back by as many 2^32; a block in which it wraps is cut, and what lies on the shorter
+// side of the cut is summed by turning.
 //
 // What bounds the distance from the stated sums (u = 2^-53, each a worst case):
 //   the stated argument's roundings, of p x 3.14159 and of the quotient: half a unit in the last
-//   place
-//     of each at the largest |p| of a block, times the block's sum of |x|. This is nearly all of
-//     it, and told apart, because it can be worked out (fourier_corrections);
+//     place of each at the largest |p| of a block, times the block's sum of |x|. This is nearly all
+//     of it, and told apart, because it can be worked out (fourier_corrections);
 //   the stated additions: u times the sum of the sizes of all partial sums; these are known behind
 //     each block, and change by at most the sum of |x| in between;
 //   the convolutions of the blocks;
@@ -17,7 +16,7 @@
 //     for wraps 1.9 u each and 2.2 u for their products; the library's 1.5 u and the stated product
 //     1.5 u. Together 15.8 u; 20 u leave room for sums of blocks;
 //   a cut block: a phasor turned up to 2048 times errs by at most 4.1 u a turn; 5 u leave room for
-//     taking the part before the cut out of the whole.
+//     taking that side out of the whole.
 #pragma once
 
 #include <memory>
