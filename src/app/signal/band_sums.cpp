@@ -40,10 +40,10 @@ TORVE_CLONES void make_terms(const float* a, const float* b, int first, int coun
     const double slack_b = std::copysign(sine_slack, value_b);
     for (int l = 0; l < lanes; ++l) {
       const SplitSineCosine at = split_sine_cosine(turn[l] * (first + r) / size);
-      ends.one[r][l] = scaled(value_a * (at.cosine + (at.cosine_rest - slack_a)),
+      ends.low[r][l] = scaled(value_a * (at.cosine + (at.cosine_rest - slack_a)),
                               value_b * (at.sine + (at.sine_rest - slack_b)), size);
-      ends.other[r][l] = scaled(value_a * (at.cosine + (at.cosine_rest + slack_a)),
-                                value_b * (at.sine + (at.sine_rest + slack_b)), size);
+      ends.high[r][l] = scaled(value_a * (at.cosine + (at.cosine_rest + slack_a)),
+                               value_b * (at.sine + (at.sine_rest + slack_b)), size);
     }
   }
 }
@@ -127,7 +127,7 @@ bool BandSums::literal_values(std::span<const int> times, std::span<double> valu
     }
     const auto i = static_cast<std::size_t>(first);
     make_terms(&a_[i], &b_[i], first, count, size_, turn, term_ends);
-    worked_out += add_in_order(sums, term_ends, count,
+    worked_out += add_in_order(sums, static_cast<int>(times.size()), term_ends, count,
                                [&](int r, int l) { return term(time[l], first + r); });
     terms += count;
   });

@@ -13,10 +13,8 @@ TORVE_CLONES void add_ends(double* low, double* high, const TermEnds& ends, int 
   }
   for (int r = 0; r < count; ++r) {
     for (int l = 0; l < sum_lanes; ++l) {
-      const double one = ends.one[r][l];
-      const double other = ends.other[r][l];
-      lowest[l] += one < other ? one : other;
-      highest[l] += one < other ? other : one;
+      lowest[l] += ends.low[r][l];
+      highest[l] += ends.high[r][l];
     }
   }
   for (int l = 0; l < sum_lanes; ++l) {

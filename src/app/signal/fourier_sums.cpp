@@ -34,13 +34,14 @@ TORVE_CLONES void make_terms(const float* x, int count, double size, std::uint32
                              const std::uint32_t* step, TermEnds& cosines, TermEnds& sines) {
   for (int r = 0; r < count; ++r) {
     const double value = static_cast<double>(x[r]);
+    const double slack = std::copysign(sine_slack, value);
     for (int l = 0; l < lanes; ++l) {
       const SplitSineCosine at =
           split_sine_cosine(static_cast<std::int32_t>(p[l]) * short_pi / size);
-      cosines.one[r][l] = value * (at.cosine + (at.cosine_rest - sine_slack));
-      cosines.other[r][l] = value * (at.cosine + (at.cosine_rest + sine_slack));
-      sines.one[r][l] = value * (at.sine + (at.sine_rest - sine_slack));
-      sines.other[r][l] = value * (at.sine + (at.sine_rest + sine_slack));
+      cosines.low[r][l] = value * (at.cosine + (at.cosine_rest - slack));
+      cosines.high[r][l] = value * (at.cosine + (at.cosine_rest + slack));
+      sines.low[r][l] = value * (at.sine + (at.sine_rest - slack));
+      sines.high[r][l] = value * (at.sine + (at.sine_rest + slack));
       p[l] += step[l];
     }
   }
@@ -101,12 +102,13 @@ void fourier_close_ends(std::span<const float> x, std::span<const int> bins,
 void literal_fourier_sums(std::span<const float> x, std::span<const int> bins,
                           std::span<FourierSums> sums) {
   const int size = static_cast<int>(x.size());
+  const int used = static_cast<int>(bins.size());
   Terms terms(bins);
   double cosines[lanes] = {};
   double sines[lanes] = {};
   int worked_out = 0;
   int i = 0;
-  while (i < size && (i < trial || worked_out < 2 * lanes * i / dense)) {
+  while (i < size && (i < trial || worked_out < 2 * used * i / dense)) {
     const int count = std::min(terms_at_once, size - i);
     if (i % samples_between_words == 0) tell_alive();
     const float* const values = &x[static_cast<std::size_t>(i)];
@@ -116,9 +118,9 @@ void literal_fourier_sums(std::span<const float> x, std::span<const int> bins,
                       size);
     };
     const auto value = [&](int r) { return static_cast<double>(values[r]); };
-    worked_out += add_in_order(cosines, Terms::cosines, count,
+    worked_out += add_in_order(cosines, used, Terms::cosines, count,
                                [&](int r, int l) { return value(r) * std::cos(angle(r, l)); });
-    worked_out += add_in_order(sines, Terms::sines, count,
+    worked_out += add_in_order(sines, used, Terms::sines, count,
                                [&](int r, int l) { return value(r) * std::sin(angle(r, l)); });
     i += count;
   }

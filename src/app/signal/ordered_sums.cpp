@@ -4,31 +4,32 @@
 
 namespace torve {
 
-TORVE_CLONES int add_while_certain(double* sums, const TermEnds& ends, int first, int count,
-                                   std::uint32_t& between) {
+TORVE_CLONES bool add_if_certain(double* sums, const TermEnds& ends, int count,
+                                 std::uint32_t* doubtful) {
   double sum[sum_lanes];
   for (int l = 0; l < sum_lanes; ++l)
     sum[l] = sums[l];
-  between = 0;
-  int r = first;
-  for (; r < count; ++r) {
+  bool certain = true;
+  for (int r = 0; r < count; ++r) {
     std::uint64_t difference[sum_lanes];
     std::uint64_t any = 0;
     for (int l = 0; l < sum_lanes; ++l) {
-      const double one = sum[l] + ends.one[r][l];
-      const double other = sum[l] + ends.other[r][l];
-      difference[l] = std::bit_cast<std::uint64_t>(one) ^ std::bit_cast<std::uint64_t>(other);
+      const double low = sum[l] + ends.low[r][l];
+      const double high = sum[l] + ends.high[r][l];
+      difference[l] = std::bit_cast<std::uint64_t>(low) ^ std::bit_cast<std::uint64_t>(high);
       any |= difference[l];
-      sum[l] = difference[l] == 0 ? one : sum[l];
+      sum[l] = low;
     }
+    doubtful[r] = 0;
     if (any == 0) continue;
+    certain = false;
     for (int l = 0; l < sum_lanes; ++l)
-      between |= static_cast<std::uint32_t>(difference[l] != 0) << l;
-    break;
+      doubtful[r] |= static_cast<std::uint32_t>(difference[l] != 0) << l;
   }
+  if (!certain) return false;
   for (int l = 0; l < sum_lanes; ++l)
     sums[l] = sum[l];
-  return r;
+  return true;
 }
 
 }  // namespace torve

@@ -16,27 +16,35 @@ inline constexpr int sum_lanes = 32;
 /// How many terms are prepared at a time: two tables of them fit the nearest cache.
 inline constexpr int terms_at_once = 16;
 
-/// The ends of some terms of each sum, in either order.
+/// The ends of some terms of each sum, low <= high.
 struct TermEnds {
-  alignas(64) double one[terms_at_once][sum_lanes];
-  alignas(64) double other[terms_at_once][sum_lanes];
+  alignas(64) double low[terms_at_once][sum_lanes];
+  alignas(64) double high[terms_at_once][sum_lanes];
 };
 
-/// Adds the terms first .. count - 1 to the sums until some have a sum between two, and that term
-/// to all others; returns its number, or count, and marks these lanes.
-[[nodiscard]] int add_while_certain(double* sums, const TermEnds& ends, int first, int count,
-                                    std::uint32_t& between);
+/// Adds the terms 0 .. count - 1 to the sums if none has a sum between two. Otherwise the sums stay
+/// as they are, and in each term's row of `doubtful` these lanes are marked; after the first one of
+/// a lane that is a guess.
+[[nodiscard]] bool add_if_certain(double* sums, const TermEnds& ends, int count,
+                                  std::uint32_t* doubtful);
 
-/// Adds the terms 0 .. count - 1; `term(r, lane)` works out one. Returns how many had to be.
+/// Adds the terms 0 .. count - 1 to the first `used` sums; the others are not what they should be.
+/// `term(r, lane)` works out one, which goes into `ends`. Returns how many had to be. Guessing
+/// which they are lets the library work out many in a row, while their sums would wait for each.
 template <typename Term>
-int add_in_order(double* sums, const TermEnds& ends, int count, Term term) {
+int add_in_order(double* sums, int used, TermEnds& ends, int count, Term term) {
+  std::uint32_t doubtful[terms_at_once];
   int worked_out = 0;
-  std::uint32_t between = 0;
-  for (int r = 0; (r = add_while_certain(sums, ends, r, count, between)) < count; ++r) {
-    for (; between != 0; between &= between - 1) {
-      const int l = std::countr_zero(between);
-      sums[l] += term(r, l);
-      ++worked_out;
+  while (!add_if_certain(sums, ends, count, doubtful)) {
+    for (int r = 0; r < count; ++r) {
+      for (std::uint32_t rest = doubtful[r]; rest != 0; rest &= rest - 1) {
+        const int l = std::countr_zero(rest);
+        if (l < used) {
+          ends.low[r][l] = term(r, l);
+          ++worked_out;
+        }
+        ends.high[r][l] = ends.low[r][l];
+      }
     }
   }
   return worked_out;
