@@ -209,10 +209,11 @@ TEST(FourierSums, WrappingProducts) {
     x[size / 3] = 3e7F;  // what the rounding of its angle does is seen
     const int half = static_cast<int>(size / 2);
     const std::array bins = {1, 17, 14'000, half / 2, half - 1, half};
-    std::array<FourierEnds, bins.size()> ends;
+    std::array<FourierEnds, bins.size()> ends, close;
     std::array<FourierSums, bins.size()> sums;
     FourierCorrections corrections(x);
     fourier_sum_ends(x, bins, ends);
+    fourier_close_ends(x, bins, close);
     literal_fourier_sums(x, bins, sums);
     const auto proposal = transforms::FourierProposal::make(x);
     std::vector<FourierEstimate> tile(transforms::FourierProposal::tile);
@@ -228,7 +229,7 @@ TEST(FourierSums, WrappingProducts) {
         const auto [low, high] = ends_of(corrected.estimate);
         EXPECT_TRUE(low.cosines <= cosines && cosines <= high.cosines) << bins[l] << ' ' << part;
       }
-      const FourierEnds all[] = {ends[l], ends_of(estimate), ends_of(corrected.estimate)};
+      const FourierEnds all[] = {ends[l], ends_of(estimate), ends_of(corrected.estimate), close[l]};
       for (const auto& [low, high] : all) {
         EXPECT_TRUE(low.cosines <= cosines && cosines <= high.cosines) << bins[l];
         EXPECT_TRUE(low.sines <= sines && sines <= high.sines) << bins[l];

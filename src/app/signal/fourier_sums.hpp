@@ -54,12 +54,13 @@ inline constexpr int fourier_lanes = sum_lanes;
 void fourier_sum_ends(std::span<const float> x, std::span<const int> bins,
                       std::span<FourierEnds> ends);
 
-/// The same a seventh as far apart, in five times the time: each angle has its own sine.
+/// The same a 200th as far apart, in twice the time: each term is rounded as it is stated, and
+/// most are known.
 void fourier_close_ends(std::span<const float> x, std::span<const int> bins,
                         std::span<FourierEnds> ends);
 
-/// The sums of some bins, to the bit; x as above, in five to twenty times the time of their ends:
-/// at worst that of the plain sums.
+/// The sums of some bins, to the bit; x as above, in three to ten times the time of their ends: at
+/// worst that of the plain sums.
 void literal_fourier_sums(std::span<const float> x, std::span<const int> bins,
                           std::span<FourierSums> sums);
 

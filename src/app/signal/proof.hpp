@@ -16,10 +16,15 @@ namespace torve {
 /// Far below any text: what products may lose that are too small for a double.
 inline constexpr double vanished = 1e-290;
 
+/// The power of two that |value| is at least, or 0.
+[[nodiscard]] TORVE_INLINE double power_below(double value) {
+  constexpr std::uint64_t exponent = 0x7ff0000000000000;
+  return std::bit_cast<double>(std::bit_cast<std::uint64_t>(value) & exponent);
+}
+
 /// Half a unit in the last place.
 [[nodiscard]] TORVE_INLINE double half_ulp(double value) {
-  constexpr std::uint64_t exponent = 0x7ff0000000000000;
-  return std::bit_cast<double>(std::bit_cast<std::uint64_t>(value) & exponent) * 0x1p-53;
+  return power_below(value) * 0x1p-53;
 }
 
 /// Whether both are one float, the sign of zero included.
