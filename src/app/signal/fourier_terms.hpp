@@ -46,8 +46,8 @@ struct SplitPhasors {
 /// The terms of some bins of x, a block of samples at a time from the first one on. Large: not for
 /// the stack.
 struct FourierTerms {
-  /// x holds at most 131072 values.
-  void begin(std::span<const float> x, std::span<const int> bins);
+  /// At most 131072 samples; they must outlive the terms.
+  void begin(std::span<const float> samples, std::span<const int> bins);
   /// Makes the terms of the next samples; how many there are, 0 after the last.
   int next();
 
