@@ -117,6 +117,10 @@ char* put_fixed6(char* out, double value) {
 }
 
 bool same_fixed6(double a, double b) {
+  const double magnitude_a = std::fabs(a);
+  const double magnitude_b = std::fabs(b);
+  if (magnitude_a < fixed6_limit && magnitude_b < fixed6_limit)
+    return std::signbit(a) == std::signbit(b) && millionths(magnitude_a) == millionths(magnitude_b);
   std::array<char, longest_fixed6> text_a;
   std::array<char, longest_fixed6> text_b;
   const char* const end_a = put_fixed6(text_a.data(), a);
