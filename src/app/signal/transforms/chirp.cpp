@@ -4,7 +4,7 @@
 #include <cstdint>
 
 #include "app/signal/clones.hpp"
-#include "app/signal/transforms/exact_turn.hpp"
+#include "app/signal/transforms/close_turn.hpp"
 
 namespace torve::transforms {
 
@@ -24,7 +24,7 @@ Chirp::Chirp(int size, int blocks, int tiles)
       turns_(static_cast<std::size_t>((std::max(blocks, tiles) + 1) * half)),
       filters_(static_cast<std::size_t>(blocks + tiles - 1)) {
   for (std::uint64_t m = 0; m < turns_.size(); ++m)
-    turns_[m] = exact_turn(m * m, size);
+    turns_[m] = rounded_turn(m * m, size);
   for (int d = 1 - blocks; d < tiles; ++d) {
     Wave& wave = filters_[static_cast<std::size_t>(d + blocks - 1)];
     for (int v = 0; v < points; ++v) {

@@ -12,8 +12,8 @@
 #include "app/signal/clones.hpp"
 #include "app/signal/proof.hpp"
 #include "app/signal/transforms/chirp.hpp"
+#include "app/signal/transforms/close_turn.hpp"
 #include "app/signal/transforms/cut_sums.hpp"
-#include "app/signal/transforms/exact_turn.hpp"
 
 namespace torve::transforms {
 
@@ -25,7 +25,6 @@ constexpr std::size_t least_size = 1024;  // from here on proposals pay
 constexpr double margin = 1.01;           // for the roundings of the bound
 constexpr double sines_slack = 20 * unit;
 constexpr double cut_slack = 5 * half * unit;
-constexpr std::size_t most_wraps = 8;
 
 /// |x| in a block: its sums in the two halves, how many there are, the sum of squares.
 struct Sizes {
@@ -73,11 +72,6 @@ TORVE_CLONES void add_block(Bins& bins, const Wave& part, const Sizes& x, double
   }
 }
 
-/// How often 2^32 has been taken from a product to make it a 32-bit integer.
-constexpr std::int64_t wraps(std::int64_t product) {
-  return (product + (std::int64_t{1} << 31)) >> 32;
-}
-
 class Proposal : public FourierProposal {
  public:
   explicit Proposal(std::span<const float> x)
@@ -89,7 +83,7 @@ class Proposal : public FourierProposal {
         in_(static_cast<std::size_t>(blocks_)),
         sizes_(static_cast<std::size_t>(blocks_)) {
     for (std::uint64_t q = 0; q < most_wraps; ++q)
-      back_[q] = exact_turn(q << 32, size_);
+      back_[q] = rounded_turn(q << 32, size_);
     for (int b = 0; b < blocks_; ++b)
       load_block(b);
   }
@@ -155,22 +149,15 @@ class Proposal : public FourierProposal {
   /// Turns what lies behind the wrap by one 2^32 more. What is on the shorter side is summed.
   void cut(int b, std::span<const int> bins, int first_bin) {
     const std::int64_t first = std::int64_t{b} * half;
-    const std::int64_t last = std::min<std::int64_t>(first + half, size_) - 1;
-    // The first i with 2ji >= (2q - 1) 2^31, q the wraps behind it.
-    const auto behind = [last](std::int64_t j) {
-      return (((2 * wraps(2 * j * last) - 1) << 30) + j - 1) / j;
-    };
-    const bool before = behind(bins.front()) - first <= last - behind(bins.back());
-    const std::int64_t from = before ? first : last;
+    const CutPlan plan = plan_cuts({first, std::min<std::int64_t>(first + half, size_) - 1}, bins);
     Cuts cuts;
     for (std::size_t l = 0; l < cut_lanes; ++l) {
       const std::int64_t j = bins[std::min(l, bins.size() - 1)];
-      cuts.count[l] = static_cast<double>(before ? behind(j) - first : last + 1 - behind(j));
-      cuts.turn[l] = exact_turn(static_cast<std::uint64_t>(2 * j), size_);
-      if (!before) cuts.turn[l].sine = -cuts.turn[l].sine;
-      cuts.start[l] = exact_turn(static_cast<std::uint64_t>(2 * j * from), size_);
+      cuts.turn[l] = rounded_turn(static_cast<std::uint64_t>(2 * j), size_);
+      if (!plan.before) cuts.turn[l].sine = -cuts.turn[l].sine;
+      cuts.start[l] = rounded_turn(static_cast<std::uint64_t>(2 * j * plan.from), size_);
     }
-    sum_to_cut(&x_[static_cast<std::size_t>(from)], before ? Way::forwards : Way::backwards, cuts);
+    sum_to_cut(x_.data(), plan, cuts);
     for (std::size_t l = 0; l < bins.size(); ++l) {
       const SineCosine& w = chirp_(bins[l]);
       const SineCosine& back = back_[1];
@@ -179,10 +166,10 @@ class Proposal : public FourierProposal {
       const double summed_im = (cuts.im[l] * w.cosine - cuts.re[l] * w.sine) * points;
       const double rest_re = wave_.re[s] - summed_re;
       const double rest_im = wave_.im[s] - summed_im;
-      const double re = before ? rest_re : summed_re;
-      const double im = before ? rest_im : summed_im;
-      wave_.re[s] = (before ? summed_re : rest_re) + (re * back.cosine + im * back.sine);
-      wave_.im[s] = (before ? summed_im : rest_im) + (im * back.cosine - re * back.sine);
+      const double re = plan.before ? rest_re : summed_re;
+      const double im = plan.before ? rest_im : summed_im;
+      wave_.re[s] = (plan.before ? summed_re : rest_re) + (re * back.cosine + im * back.sine);
+      wave_.im[s] = (plan.before ? summed_im : rest_im) + (im * back.cosine - re * back.sine);
     }
   }
 
