@@ -33,6 +33,12 @@ struct FourierEstimate {
   double error;           // all else
 };
 
+/// The sums with angles that are not rounded, and how far off each may be.
+struct TrueSums {
+  FourierSums sums;
+  double error;
+};
+
 /// 2 x j x i as a signed 32-bit product.
 [[nodiscard]] constexpr std::int32_t wrapped_product(int j, int i) {
   return static_cast<std::int32_t>(2U * static_cast<std::uint32_t>(j) *

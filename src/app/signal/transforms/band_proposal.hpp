@@ -2,8 +2,8 @@
 //
 // What is proposed: a term is A cos + B sin, with A = 2 a 44100 / K and B likewise, so sample t is
 // the offset and the real part of the sums over the bins j of (A - i B) exp(i angle); the angles,
-// 2tj x 3.14159 / K, are those of a chirp (chirp.hpp), in blocks of bins and tiles of samples. No
-// product wraps here.
+// 2tj x 3.14159 / K, are those of a chirp (close_chirp.hpp), in blocks of bins and tiles of
+// samples. No product wraps here.
 //
 // What bounds the distance from the stated sample (u = 2^-53, R = |(A, B)|, each a worst case):
 //   the stated argument's roundings, of 2 x 3.14159 x t, of its product with j and of the quotient:
@@ -11,11 +11,11 @@
 //     R. This is nearly all of it, and told apart, because it can be worked out (band_corrections);
 //   the stated additions: u times the sum of the sizes of all partial sums; these are known behind
 //     each block, and change by at most the sum of R in between;
-//   the convolutions of the blocks;
-//   the rest, per R: A and B are rounded twice, 2 u; w(j) 1.9 u in length and the product with it
-//     2.2 u; w(t-j) and w(t) 1.9 u each and 2 u for the real part of the product with w(t); the
-//     library's sine and cosine 1.5 u; the stated products, sum, product and quotient 4 u. Together
-//     17.4 u; 20 u leave room for the roundings of R.
+//   the convolutions and turns (close_chirp.hpp);
+//   the rest, per R: A and B are rounded twice, 2 u; the library's sine and cosine 1.5 u; the
+//   stated
+//     products, sum, product and quotient 4 u. Together 7.5 u; 10 u leave room for the roundings of
+//     R.
 #pragma once
 
 #include <memory>
