@@ -12,6 +12,7 @@
 #include "app/signal/fourier_corrections.hpp"
 #include "app/signal/lag_narrowing.hpp"
 #include "app/signal/transforms/band_proposal.hpp"
+#include "app/signal/transforms/close_sums.hpp"
 #include "app/signal/transforms/fourier_proposal.hpp"
 #include "app/signal/transforms/lag_proposal.hpp"
 #include "bench/signals.hpp"
@@ -59,7 +60,15 @@ std::vector<int> numbers_from(int first, int count) {
   return numbers;
 }
 
-/// Of 32 bins: proposed, corrected in one part, in all, ends, close ends.
+std::string bounds_of(const std::vector<CorrectedBin>& bins) {
+  std::vector<FourierEstimate> estimates;
+  for (const CorrectedBin& bin : bins)
+    estimates.push_back(bin.estimate);
+  return bounds_of(estimates);
+}
+
+/// Of 32 bins: proposed, corrected in one part, in all; of close sums to begin with, and when
+/// corrected and refined; ends, close ends.
 std::string fourier_bounds(const Floats& x, int first_bin) {
   const auto estimates = proposed<transforms::FourierProposal, FourierEstimate>(
       *transforms::FourierProposal::make(x), first_bin, fourier_lanes);
@@ -69,12 +78,18 @@ std::string fourier_bounds(const Floats& x, int first_bin) {
   FourierCorrections corrections(x);
   for (int part = 0; part < FourierCorrections::parts; ++part) {
     corrections.correct(part, bins, corrected);
-    if (part > 0 && part + 1 < FourierCorrections::parts) continue;
-    std::vector<FourierEstimate> now;
-    for (const CorrectedBin& bin : corrected)
-      now.push_back(bin.estimate);
-    text += bounds_of(now);
+    if (part == 0 || part + 1 == FourierCorrections::parts) text += bounds_of(corrected);
   }
+  std::vector<TrueSums> close(transforms::CloseSums::tile);
+  transforms::CloseSums::make(x, first_bin, bins.back())
+      ->find(first_bin, std::span<TrueSums, transforms::CloseSums::tile>(close));
+  for (std::size_t l = 0; l < bins.size(); ++l)
+    corrected[l] = corrections.begin(bins[l], close[l]);
+  text += bounds_of(corrected);
+  for (int part = 0; part < FourierCorrections::parts; ++part)
+    corrections.correct(part, bins, corrected);
+  corrections.refine(bins, corrected);
+  text += bounds_of(corrected);
   std::vector<FourierEnds> ends(bins.size());
   for (const auto find : {fourier_sum_ends, fourier_close_ends}) {
     find(x, bins, ends);
@@ -91,15 +106,18 @@ TEST(Bounds, OfFourierSums) {
     Floats x;
     int first_bin;
     std::string expected;
-  } cases[] = {
-      {"voice", integers(recorded(5'000, 2), 32'000), 1'000,
-       "0.000459 8.04e-05 1.42e-05 0.000331 8.04e-05 1.75e-05 0 6.65e-07 2.16e-05 2e-06 8e-09 "},
-      {"a tone in noise", sine_in_noise(5'000, 2, 3), 1'900,
-       "2.76e-07 2.36e-08 3.84e-09 1.36e-07 2.36e-08 4.11e-09 0 3.73e-10 5.27e-09 5e-10 2e-12 "},
-      {"one loud place", loud_place, 300,
-       "0.00657 0.0108 0.0192 0.00333 0.0108 0.0192 0 0.00449 0.0214 8e-05 7e-07 "},
-      {"products that wrap", integers(recorded(60'000, 4), 32'000), 28'000,
-       "0.0513 0.000573 0.000852 0.0323 0.000573 0.00111 0 1.71e-05 0.00225 1e-05 6e-08 "}};
+  } cases[] = {{"voice", integers(recorded(5'000, 2), 32'000), 1'000,
+                "0.000459 8.04e-05 1.42e-05 0.000332 8.04e-05 1.6e-05 0 1.17e-07 1.81e-05 0.000345 "
+                "0.000392 1.06e-07 0 5.84e-08 1.09e-07 2e-06 8e-09 "},
+               {"a tone in noise", sine_in_noise(5'000, 2, 3), 1'900,
+                "2.76e-07 2.36e-08 3.84e-09 1.27e-07 2.36e-08 3.84e-09 0 2.91e-10 4.66e-09 "
+                "2.08e-07 1.16e-07 3.18e-11 0 1.73e-10 3.42e-11 5e-10 2e-12 "},
+               {"one loud place", loud_place, 300,
+                "0.00657 0.0108 0.0192 0.00309 0.0108 0.0192 0 0.00464 0.0223 0.00309 0.0108 "
+                "1.75e-05 0 0.00443 5.33e-05 8e-05 7e-07 "},
+               {"products that wrap", integers(recorded(60'000, 4), 32'000), 28'000,
+                "0.0513 0.000573 0.000852 0.0331 0.000573 0.00106 0 2.7e-06 0.00206 0.0548 0.0334 "
+                "1.55e-06 0 1.72e-06 1.99e-06 1e-05 6e-08 "}};
   for (const auto& c : cases)
     EXPECT_EQ(fourier_bounds(c.x, c.first_bin), c.expected) << c.name;
 }
@@ -132,19 +150,19 @@ TEST(Bounds, OfBands) {
        2,
        {1, 700},
        {900, 2'500},
-       "4.12e-06 2.11e-07 6.24e-08 0 3.3e-08 9.28e-08 1e-08 1e-09 "},
+       "4.12e-06 2.11e-07 2.74e-09 0 3.38e-08 2.34e-08 1e-08 1e-09 "},
       {5'000,
        4'900,
        1e-3,
        {1, 700},
        {900, 2'500},
-       "2.69e-09 1.09e-10 3.17e-11 0 1.25e-10 2.22e-09 6e-12 6e-13 "},
+       "2.69e-09 1.09e-10 1.38e-12 0 1.37e-10 2.24e-09 6e-12 6e-13 "},
       {20'000,
        17'000,
        100,
        {4'000, 9'999},
        {1, 0},
-       "0.000761 8.8e-06 1.43e-06 0 1.54e-07 1.61e-06 4e-07 4e-08 "},
+       "0.000716 9.01e-06 8.98e-08 0 3.95e-07 1.01e-07 4e-07 4e-08 "},
   };
   for (const auto& c : cases) {
     Floats a = sine_in_noise(static_cast<std::size_t>(c.size), c.level, 1);

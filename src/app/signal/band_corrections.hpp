@@ -1,19 +1,19 @@
 // What the roundings of angles add to the samples of a band: an angle that is rounded by d adds
 // d (B cos - A sin). d is 10^-11 at most, so that single precision serves.
 //
-// How far off, in terms of v = 2^-24, the largest error of a rounding in single precision: cosines
-// and sines go on by c(n+1) = 2 cos(turn) c(n) - c(n-1). A product of up to 2, the difference and
-// the rounding of 2 cos(turn) err by 4 v together; n steps later that is at most n + 1 times as
-// much, because a sine of n + 1 turns is at most n + 1 times that of one. 32 steps make 4 v x 496,
-// the rounding of the first two 32 v; 2016 v a component, 2852 v in length. A and B, the products
-// with them, d, its product and up to 32 additions are rounded, 40 v. 2^-12 is 4096 v, relative to
-// the sum of |d| R, R = |(A, B)|. Products too small for single precision lose at most 2^-149 each;
-// `vanished_single` is more than 2^17 times that, six times over.
+// How far off, in terms of v = 2^-24, the largest error of a rounding in single precision: bins are
+// taken in blocks, and their phasors relative to that of a block's first one, from a table: within
+// 0.7 v in length. A and B, the products with them and their sum err by 4 v in length; d is counted
+// (angle_counters.hpp), within 16 v of what it is at most, and with what the rounding of 2 x 3.14159
+// x t adds within 3 v more; its product and 128 additions by 129 v. 153 v a component are 216 v when
+// the block's sum is turned to where it belongs. 2^-16 is 256 v, relative to the sum of |d| R, R =
+// |(A, B)|, with the largest d that there may be. Products too small for single precision lose at
+// most 2^-149 each; `vanished_single` is more than 2^17 times that, six times over.
 //
-// The same phasors give the partial sums every 32 bins, as well: each is within 4096 v of the sum
-// of R so far. In between no partial sum is larger than the larger one of its neighbours and half
-// of the sum of R: that is how far it is from the nearer one, at most. Each stated addition errs by
-// half a unit in the last place of that, at most.
+// The same phasors give the partial sums behind each block: each is within 256 v of the sum of R so
+// far. In between no partial sum is larger than the larger one of its neighbours and half of the sum
+// of R: that is how far it is from the nearer one, at most. Each stated addition errs by half a unit
+// in the last place of that, at most.
 //
 // Bins so small that the roundings of their angles do next to nothing are left out, as long as
 // that is less than `negligible` in all; it goes into the bound.
@@ -23,6 +23,7 @@
 #include <vector>
 
 #include "app/signal/band_terms.hpp"
+#include "app/signal/frames.hpp"
 #include "app/signal/ordered_sums.hpp"
 
 namespace torve {
@@ -39,7 +40,7 @@ class BandCorrections {
   /// order; what is left of their bounds is closer.
   void correct(std::span<const int> times, std::span<BandEstimate> estimates) const;
 
-  static constexpr int block = 32;  // bins between two settings of a phasor, and of sums
+  static constexpr int block = Frames::block;
   struct Bins {
     int first;
     int count;

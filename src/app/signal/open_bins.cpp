@@ -67,18 +67,44 @@ bool OpenBins::settle(int bin, const FourierEnds& ends) {
 
 void OpenBins::take(int bin, const FourierEstimate& estimate) {
   if (settle(bin, ends_of(estimate))) return;
-  if (batches_[corrected].straight > 0) {
-    --batches_[corrected].straight;
+  if (passes_corrections()) {
     push(by_ends, bin);
   } else {
     correct(bin, 0, CorrectedBin(estimate));
   }
 }
 
-/// Has a part corrected.
-void OpenBins::correct(int bin, std::size_t part, const CorrectedBin& so_far) {
-  corrected_[part][batches_[part].count] = so_far;
-  push(part, bin);
+void OpenBins::take(int bin, const TrueSums& sums) {
+  sums_are_close_ = true;
+  if (corrections() == nullptr || passes_corrections()) {
+    push(by_ends, bin);
+  } else {
+    correct(bin, 0, corrections()->begin(bin, sums));
+  }
+}
+
+bool OpenBins::passes_corrections() {
+  if (batches_[corrected].straight == 0) return false;
+  --batches_[corrected].straight;
+  return true;
+}
+
+FourierCorrections* OpenBins::corrections() {
+  if (!corrections_) corrections_ = FourierCorrections::make(x_);
+  return corrections_.get();
+}
+
+/// The way for what this one leaves open. The ends of sums are closer than corrections of what is
+/// proposed, and no use after those of close sums.
+std::size_t OpenBins::behind(std::size_t way) const {
+  if (way + 1 == by_ends) return sums_are_close_ ? refined : by_ends;
+  return way == by_ends ? by_close_ends : way + 1;
+}
+
+/// Has a bin corrected.
+void OpenBins::correct(int bin, std::size_t way, const CorrectedBin& so_far) {
+  corrected_[way][batches_[way].count] = so_far;
+  push(way, bin);
 }
 
 void OpenBins::add(int bin) {
@@ -94,7 +120,7 @@ void OpenBins::push(std::size_t way, int bin) {
   Batch& batch = batches_[way];
   if (batch.straight > 0) {
     --batch.straight;
-    push(way + 1, bin);
+    push(behind(way), bin);
     return;
   }
   batch.bins[batch.count++] = bin;
@@ -115,10 +141,10 @@ void OpenBins::empty(std::size_t way) {
     for (std::size_t l = 0; l < bins.size(); ++l) {
       if (settle(bins[l], ends[l])) {
         ++certain;
-      } else if (way + 1 < by_ends) {
-        correct(bins[l], way + 1, corrected_[way][l]);
+      } else if (behind(way) < by_ends || behind(way) == refined) {
+        correct(bins[l], behind(way), corrected_[way][l]);
       } else {
-        push(way + 1, bins[l]);
+        push(behind(way), bins[l]);
       }
     }
     leave_way_that_fails(way, certain);
@@ -142,9 +168,12 @@ void OpenBins::find_ends(std::size_t way, std::span<const int> bins, AllEnds& en
   const auto out = std::span(ends).first(bins.size());
   if (way == by_ends) return fourier_sum_ends(x_, bins, out);
   if (way == by_close_ends) return fourier_close_ends(x_, bins, out);
-  if (!corrections_) corrections_ = FourierCorrections::make(x_);
   const auto so_far = std::span(corrected_[way]).first(bins.size());
-  if (corrections_) corrections_->correct(static_cast<int>(way), bins, so_far);
+  if (way == refined) {
+    corrections_->refine(bins, so_far);
+  } else if (corrections() != nullptr) {
+    corrections_->correct(static_cast<int>(way), bins, so_far);
+  }
   std::ranges::transform(so_far, out.begin(),
                          [](const CorrectedBin& bin) { return ends_of(bin.estimate); });
 }

@@ -42,6 +42,8 @@ class OpenBins {
 
   /// Takes a bin as it is estimated, if that is enough; otherwise it is open.
   void take(int bin, const FourierEstimate& estimate);
+  /// Takes a bin whose sums with true angles are known.
+  void take(int bin, const TrueSums& sums);
   void add(int bin);
   /// Works out what has been added; before, some bins may still be as they were.
   void finish();
@@ -50,6 +52,7 @@ class OpenBins {
   enum Way : std::size_t {
     corrected,  // and what follows: part by part
     by_ends = corrected + FourierCorrections::parts,
+    refined,
     by_close_ends,
     literally,
     ways
@@ -63,7 +66,10 @@ class OpenBins {
 
   bool settle(int bin, const FourierEnds& ends);
   void push(std::size_t way, int bin);
-  void correct(int bin, std::size_t part, const CorrectedBin& so_far);
+  [[nodiscard]] bool passes_corrections();
+  FourierCorrections* corrections();
+  [[nodiscard]] std::size_t behind(std::size_t way) const;
+  void correct(int bin, std::size_t way, const CorrectedBin& so_far);
   void empty(std::size_t way);
   void leave_way_that_fails(std::size_t way, int certain);
   void find_ends(std::size_t way, std::span<const int> bins, AllEnds& ends);
@@ -73,7 +79,8 @@ class OpenBins {
   BinTable table_;
   Wanted wanted_;
   std::array<Batch, ways> batches_;  // each way's bins: those that the ways before leave open
-  std::array<std::array<CorrectedBin, fourier_lanes>, FourierCorrections::parts> corrected_;
+  std::array<std::array<CorrectedBin, fourier_lanes>, refined + 1> corrected_;
+  bool sums_are_close_ = false;
   int certain_if_corrected_ = 0;                     // since the last part was last tried
   std::unique_ptr<FourierCorrections> corrections_;  // made for the first of them
 };

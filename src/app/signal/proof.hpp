@@ -22,6 +22,11 @@ inline constexpr double vanished = 1e-290;
   return std::bit_cast<double>(std::bit_cast<std::uint64_t>(value) & exponent);
 }
 
+[[nodiscard]] TORVE_INLINE float power_below(float value) {
+  constexpr std::uint32_t exponent = 0x7f800000;
+  return std::bit_cast<float>(std::bit_cast<std::uint32_t>(value) & exponent);
+}
+
 /// Half a unit in the last place.
 [[nodiscard]] TORVE_INLINE double half_ulp(double value) {
   return power_below(value) * 0x1p-53;

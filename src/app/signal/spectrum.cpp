@@ -8,6 +8,7 @@
 #include "app/signal/correlation.hpp"
 #include "app/signal/sample_file.hpp"
 #include "app/signal/say.hpp"
+#include "app/signal/transforms/close_sums.hpp"
 #include "app/signal/transforms/fourier_proposal.hpp"
 #include "app/signal/work_buffer.hpp"
 #include "base/files.hpp"
@@ -153,19 +154,21 @@ Spectrum compute_spectrum(std::span<const float> x, void (*progress)(int bin, in
 void settle_coefficients(std::span<const float> x, const BinTable& table, int first, int last) {
   OpenBins coefficients(x, table, OpenBins::Wanted::coefficients);
   const int open = count_open(table.open, first, last);
-  const auto proposal = open < enough_for_proposal ? nullptr : transforms::FourierProposal::make(x);
-  static TileEstimates estimates;
-  int proposed = -1;
+  const auto close =
+      open < enough_for_proposal ? nullptr : transforms::CloseSums::make(x, first, last);
+  static std::array<TrueSums, tile> sums;
+  int found = -1;
   int taken = 0;
   for (int j = first; j <= last; ++j) {
     if (table.open[static_cast<std::size_t>(j)] == 0) continue;
     if (taken++ % fourier_lanes == 0) tell_done(static_cast<double>(taken) / open);
-    if (!proposal) {
+    if (!close) {
       coefficients.add(j);
       continue;
     }
-    if (proposed != j / tile) proposal->propose((proposed = j / tile) * tile, estimates);
-    coefficients.take(j, estimates[static_cast<std::size_t>(j % tile)]);
+    const int place = j - first;
+    if (found != place / tile) close->find(first + (found = place / tile) * tile, sums);
+    coefficients.take(j, sums[static_cast<std::size_t>(place % tile)]);
   }
   coefficients.finish();
 }

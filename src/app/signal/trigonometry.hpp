@@ -139,6 +139,26 @@ struct SplitFactor {
   return {value, upper, value - upper};
 }
 
+/// product / K, as a division gives it. 36 bits of the quotient times the 17 of K are exact, and so
+/// is the rest of the division; both together, rounded, are what a division gives.
+[[gnu::always_inline]] inline double quotient(double product, const Divisor& k) {
+  const double estimate = upper_bits(product * k.reciprocal, 17);
+  return estimate + (product - estimate * k.value) * k.reciprocal;
+}
+
+/// The same with fused operations: it lies at least 2^-71 of itself from the middle between two
+/// doubles, because K is small, or is exact.
+[[gnu::always_inline]] inline double fused_quotient(double product, const Divisor& k) {
+  return std::fma(product, k.reciprocal, product * k.reciprocal_rest);
+}
+
+/// quotient or fused_quotient.
+template <bool fused>
+[[gnu::always_inline]] inline double quotient_of(double product, const Divisor& k) {
+  if constexpr (fused) return fused_quotient(product, k);
+  return quotient(product, k);
+}
+
 /// How much product / K, rounded, exceeds (product + product_error) / K.
 [[gnu::always_inline]] inline double quotient_excess(double product, double product_error,
                                                      const Divisor& k) {
@@ -158,12 +178,9 @@ struct SplitFactor {
 }
 
 /// The same with fused operations, times K: their remainders are exact, so nothing need be split.
-/// The quotient is that of a division: it lies at least 2^-71 of itself from the middle between two
-/// doubles, because K is small, or is exact.
 [[gnu::always_inline]] inline double fused_angle_excess(double m, double factor, const Divisor& k) {
   const double product = m * factor;
-  const double quotient = std::fma(product, k.reciprocal, product * k.reciprocal_rest);
-  return std::fma(quotient, k.value, -product) - std::fma(m, factor, -product);
+  return std::fma(fused_quotient(product, k), k.value, -product) - std::fma(m, factor, -product);
 }
 
 /// a x b + c, rounded once or twice.
