@@ -21,6 +21,7 @@
 #include "app/signal/open_bins.hpp"
 #include "app/signal/spectrum.hpp"
 #include "app/signal/transforms/band_proposal.hpp"
+#include "app/signal/transforms/close_sums.hpp"
 #include "app/signal/transforms/fourier_proposal.hpp"
 #include "app/signal/transforms/lag_proposal.hpp"
 #include "base/number_text.hpp"
@@ -32,6 +33,7 @@ namespace torve {
 namespace {
 
 using literal::Floats;
+using transforms::CloseSums;
 using transforms::FourierProposal;
 
 class Checker {
@@ -58,8 +60,8 @@ class Checker {
     all_lags,
     lags,
     narrowed_to,
-    powers,  // proposed, corrected, ends, close ends
-    coefficients = powers + 4,
+    powers,                     // proposed, corrected, ends, close ends
+    coefficients = powers + 4,  // of close sums, refined, ends, close ends
     bands = coefficients + 4,
     steps = bands + 4
   };
@@ -76,7 +78,7 @@ class Checker {
                        std::span<const float> plain);
   void compare(const char* what, int size, int index, float ours, float plain);
   void check_within(const FourierEnds& ends, const FourierSums& sums, int bin, int size);
-  void count_open(const Floats& x, int bin, const FourierEstimate* proposed,
+  void count_open(const Floats& x, int bin, const FourierEstimate* proposed, const TrueSums* close,
                   const FourierSums& sums);
   void count_open(const BandSums& sums, int t, int size, const BandEstimate* proposed,
                   const BandCorrections* corrections, double plain);
@@ -89,8 +91,8 @@ class Checker {
                                      {"powers, corrected", 0, 0},
                                      {"powers, ends", 0, 0},
                                      {"powers, close ends", 0, 0},
-                                     {"coefficients, proposed", 0, 0},
-                                     {"coefficients, corrected", 0, 0},
+                                     {"coefficients, of close sums", 0, 0},
+                                     {"coefficients, refined", 0, 0},
                                      {"coefficients, ends", 0, 0},
                                      {"coefficients, close ends", 0, 0},
                                      {"bands, proposed", 0, 0},
@@ -210,33 +212,51 @@ void Checker::check_within(const FourierEnds& ends, const FourierSums& sums, int
 }
 
 void Checker::count_open(const Floats& x, int bin, const FourierEstimate* proposed,
-                         const FourierSums& sums) {
+                         const TrueSums* close, const FourierSums& sums) {
   const int size = static_cast<int>(x.size());
-  std::array<FourierEnds, 4> ends;
-  fourier_sum_ends(x, std::span(&bin, 1), std::span(&ends[2], 1));
-  fourier_close_ends(x, std::span(&bin, 1), std::span(&ends[3], 1));
-  if (proposed != nullptr) {
-    CorrectedBin corrected(*proposed);
-    FourierCorrections corrections(x);
+  const auto one = std::span(&bin, 1);
+  FourierCorrections corrections(x);
+  const auto correct = [&](CorrectedBin corrected) {
     for (int part = 0; part < FourierCorrections::parts; ++part) {
-      corrections.correct(part, std::span(&bin, 1), std::span(&corrected, 1));
+      corrections.correct(part, one, std::span(&corrected, 1));
       check_within(ends_of(corrected.estimate), sums, bin, size);
     }
-    ends[0] = ends_of(*proposed);
-    ends[1] = ends_of(corrected.estimate);
+    return corrected;
+  };
+  std::array<FourierEnds, 4> ends_of_powers;
+  std::array<FourierEnds, 4> ends_of_coefficients;
+  if (proposed != nullptr) {
+    ends_of_powers[0] = ends_of(*proposed);
+    ends_of_powers[1] = ends_of(correct(CorrectedBin(*proposed)).estimate);
   }
+  fourier_sum_ends(x, one, std::span(&ends_of_powers[2], 1));
+  fourier_close_ends(x, one, std::span(&ends_of_powers[3], 1));
+  if (close != nullptr) {
+    CorrectedBin corrected = correct(corrections.begin(bin, *close));
+    ends_of_coefficients[0] = ends_of(corrected.estimate);
+    corrections.refine(one, std::span(&corrected, 1));
+    ends_of_coefficients[1] = ends_of(corrected.estimate);
+  }
+  ends_of_coefficients[2] = ends_of_powers[2];
+  ends_of_coefficients[3] = ends_of_powers[3];
   bool power = false;
   bool both = false;
-  for (std::size_t i = proposed != nullptr ? 0 : 2; i < ends.size(); ++i) {
-    check_within(ends[i], sums, bin, size);
-    const BinVerdict verdict = judge_bin(ends[i], size);
-    const auto count = [this](std::size_t step, bool certain) {
-      ++steps_[step].lines;
-      if (!certain) ++steps_[step].open;
-      return certain;
-    };
-    if (!power) power = count(powers + i, verdict.power_is_certain);
-    if (!both) both = count(coefficients + i, verdict.coefficients_are_certain);
+  const auto count = [this](std::size_t step, bool certain) {
+    ++steps_[step].lines;
+    if (!certain) ++steps_[step].open;
+    return certain;
+  };
+  for (std::size_t i = 0; i < ends_of_powers.size(); ++i) {
+    if (i >= 2 || proposed != nullptr) {
+      check_within(ends_of_powers[i], sums, bin, size);
+      const BinVerdict verdict = judge_bin(ends_of_powers[i], size);
+      if (!power) power = count(powers + i, verdict.power_is_certain);
+    }
+    if (i >= 2 || close != nullptr) {
+      check_within(ends_of_coefficients[i], sums, bin, size);
+      const BinVerdict verdict = judge_bin(ends_of_coefficients[i], size);
+      if (!both) both = count(coefficients + i, verdict.coefficients_are_certain);
+    }
   }
 }
 
@@ -248,8 +268,18 @@ void Checker::check_spectrum(int size, int most_bins) {
   const auto proposal = FourierProposal::make(x);
   std::vector<FourierEstimate> estimates(FourierProposal::tile);
   const int step = std::max(1, size / 2 / most_bins);
+  const int first = number(1, step);
+  const auto close_sums = CloseSums::make(x, first, size / 2);
+  std::vector<TrueSums> close(CloseSums::tile);
   int tile = -1;
-  for (int j = number(1, step); j <= size / 2; j += step) {
+  int close_tile = -1;
+  for (int j = first; j <= size / 2; j += step) {
+    const int place = j - first;
+    if (close_sums && close_tile != place / CloseSums::tile) {
+      close_tile = place / CloseSums::tile;
+      close_sums->find(first + close_tile * CloseSums::tile,
+                       std::span<TrueSums, CloseSums::tile>(close));
+    }
     if (proposal && tile != j / FourierProposal::tile) {
       tile = j / FourierProposal::tile;
       proposal->propose(tile * FourierProposal::tile,
@@ -257,7 +287,9 @@ void Checker::check_spectrum(int size, int most_bins) {
     }
     const auto i = static_cast<std::size_t>(j);
     const FourierSums sums = plain_fourier_sums(x, j);
-    count_open(x, j, proposal ? &estimates[i % FourierProposal::tile] : nullptr, sums);
+    count_open(x, j, proposal ? &estimates[i % FourierProposal::tile] : nullptr,
+               close_sums ? &close[static_cast<std::size_t>(place % CloseSums::tile)] : nullptr,
+               sums);
     const double a = 2 * sums.cosines / size;
     const double b = 2 * sums.sines / size;
     compare("power", size, j, spectrum.power[i], static_cast<float>(a * a + b * b));
