@@ -305,16 +305,6 @@ TORVE_CLONES void set_steps(BackwardSums& bins) {
   }
 }
 
-/// Takes a block in which a product wraps.
-void take_one_by_one(BackwardSums& bins, const float* x, const SampleBlock& block,
-                     void (*go)(BackwardSums&, const Samples&)) {
-  for (int i = block.first + block.count - 1; i >= block.first; --i) {
-    set_products(bins, i);
-    set_frames(bins);
-    go(bins, {x + i, 1, std::fabs(static_cast<double>(x[i]))});
-  }
-}
-
 }  // namespace
 
 void BackwardSums::begin(int size, std::span<const int> bins) {
@@ -340,10 +330,18 @@ bool BackwardSums::set(const SampleBlock& block) {
   return wraps;
 }
 
+void BackwardSums::take_halves(const float* x, const SampleBlock& block, Take take_one) {
+  const int count = block.count / 2;
+  (this->*take_one)(x, {block.first + count, block.count - count, block.size, block.light});
+  frames_are_set = false;
+  (this->*take_one)(x, {block.first, count, block.size, block.light});
+  frames_are_set = false;
+}
+
 void BackwardSums::take(const float* x, const SampleBlock& block) {
   const bool fused = fused_operations();
   if (set(block)) {
-    take_one_by_one(*this, x, block, go_back);
+    take_halves(x, block, &BackwardSums::take);
     return;
   }
   const bool counted =
@@ -357,7 +355,7 @@ void BackwardSums::take(const float* x, const SampleBlock& block) {
 void BackwardSums::take_closely(const float* x, const SampleBlock& block) {
   const auto go = fused_operations() ? go_back_closely_fused : go_back_closely;
   if (set(block)) {
-    take_one_by_one(*this, x, block, go);
+    take_halves(x, block, &BackwardSums::take_closely);
   } else {
     go(*this, {x + block.first, block.count, block.size});
   }

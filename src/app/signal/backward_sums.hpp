@@ -53,6 +53,9 @@ struct BackwardSums {
  private:
   /// Sets products and frames to a block; whether a product wraps in it, and they are not.
   [[nodiscard]] bool set(const SampleBlock& block);
+  /// Takes the halves of a block in which a product wraps, the second one first.
+  using Take = void (BackwardSums::*)(const float* x, const SampleBlock& block);
+  void take_halves(const float* x, const SampleBlock& block, Take take_one);
 };
 
 }  // namespace torve
