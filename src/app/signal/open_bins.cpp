@@ -13,6 +13,8 @@ namespace {
 // literal sums of one bin can take as long as the ends of 20.
 constexpr int worth_trying = 2;
 constexpr int straight_bins = 8 * fourier_lanes;
+// Of close sums, and of close ends, what follows takes four times as long as to try.
+constexpr int few_straight_bins = fourier_lanes;
 
 struct Range {
   double low;
@@ -77,7 +79,7 @@ void OpenBins::take(int bin, const FourierEstimate& estimate) {
 void OpenBins::take(int bin, const TrueSums& sums) {
   sums_are_close_ = true;
   if (corrections() == nullptr || passes_corrections()) {
-    push(by_ends, bin);
+    push(by_close_ends, bin);
   } else {
     correct(bin, 0, corrections()->begin(bin, sums));
   }
@@ -161,7 +163,9 @@ void OpenBins::leave_way_that_fails(std::size_t way, int certain) {
     way = corrected;
     certain_if_corrected_ = 0;
   }
-  if (certain < worth_trying) batches_[way].straight = straight_bins;
+  if (certain >= worth_trying) return;
+  const bool is_soon_tried = sums_are_close_ || way == by_close_ends;
+  batches_[way].straight = is_soon_tried ? few_straight_bins : straight_bins;
 }
 
 void OpenBins::find_ends(std::size_t way, std::span<const int> bins, AllEnds& ends) {
