@@ -74,7 +74,7 @@ TORVE_INLINE std::uint64_t may_be_between(double first, double last, double step
   const double middle = high >= 1.5 * power ? 1.5 * power : 1.25 * power;
   const bool among = (low <= middle) & (middle <= high);
   const bool is_met = std::fabs(fraction((sign * middle - first) * inverse_step)) < 0x1p-16;
-  return (among & is_met) | (low < apart * step) ? 1 : 0;
+  return ((among & is_met) | (low < apart * step)) ? 1 : 0;
 }
 
 /// An angle, rounded, and what it exceeds the true one by.

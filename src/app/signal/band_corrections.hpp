@@ -4,16 +4,17 @@
 // How far off, in terms of v = 2^-24, the largest error of a rounding in single precision: bins are
 // taken in blocks, and their phasors relative to that of a block's first one, from a table: within
 // 0.7 v in length. A and B, the products with them and their sum err by 4 v in length; d is counted
-// (angle_counters.hpp), within 16 v of what it is at most, and with what the rounding of 2 x 3.14159
-// x t adds within 3 v more; its product and 128 additions by 129 v. 153 v a component are 216 v when
-// the block's sum is turned to where it belongs. 2^-16 is 256 v, relative to the sum of |d| R, R =
+// (angle_counters.hpp), within 16 v of what it is at most, and with what the rounding of 2
+// x 3.14159 x t adds within 3 v more; its product and 128 additions by 129 v. 153 v a component are
+// 216 v when the block's sum is turned to where it belongs. 2^-16 is 256 v, relative to the sum of
+// |d| R, R =
 // |(A, B)|, with the largest d that there may be. Products too small for single precision lose at
 // most 2^-149 each; `vanished_single` is more than 2^17 times that, six times over.
 //
 // The same phasors give the partial sums behind each block: each is within 256 v of the sum of R so
-// far. In between no partial sum is larger than the larger one of its neighbours and half of the sum
-// of R: that is how far it is from the nearer one, at most. Each stated addition errs by half a unit
-// in the last place of that, at most.
+// far. In between no partial sum is larger than the larger one of its neighbours and half of the
+// sum of R: that is how far it is from the nearer one, at most. Each stated addition errs by half a
+// unit in the last place of that, at most.
 //
 // Bins so small that the roundings of their angles do next to nothing are left out, as long as
 // that is less than `negligible` in all; it goes into the bound.

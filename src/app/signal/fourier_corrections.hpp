@@ -4,12 +4,12 @@
 // How far off, in terms of v = 2^-24, the largest error of a rounding in single precision: samples
 // are taken in blocks, and their phasors relative to that of a block's first one, from a table:
 // within 0.7 v in length. d is counted (angle_counters.hpp), within 16 v of what it is at most; its
-// product with x and that with the phasor err by 2 v; 16 additions and 8 of their sums by 24 v. 43 v
-// a component are 61 v when the block's sum is turned to where it belongs. 2^-18 is 64 v, relative
-// to the sum of |x d|, with the largest d that there may be. What is beyond the first order is
-// d / 2, far less. Values are scaled so that the largest is about 1. Products too small for single
-// precision lose at most 2^-149 each; `vanished_single` is more than 2^17 times that, six times
-// over.
+// product with x and that with the phasor err by 2 v; 16 additions and 8 of their sums by 24 v. 43
+// v a component are 61 v when the block's sum is turned to where it belongs. 2^-18 is 64 v,
+// relative to the sum of |x d|, with the largest d that there may be. What is beyond the first
+// order is d / 2, far less. Values are scaled so that the largest is about 1. Products too small
+// for single precision lose at most 2^-149 each; `vanished_single` is more than 2^17 times that,
+// six times over.
 //
 // It is done in parts, the last samples first: their angles are the largest, and so are their
 // roundings, so that many bins are certain before all of their samples have been gone through.

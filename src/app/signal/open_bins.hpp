@@ -1,6 +1,6 @@
 // The bins of a spectrum that are not proved yet, 32 at a time: by what the roundings of angles
-// change, if there is an estimate; by the ends of their sums, then by closer ones; the literal sums
-// decide the rest.
+// change, if there is an estimate; by the ends of their sums, or, if they began with close sums, by
+// what each addition errs by; then by closer ends. The literal sums decide the rest.
 #pragma once
 
 #include <array>
