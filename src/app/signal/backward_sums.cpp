@@ -40,7 +40,7 @@ TORVE_INLINE double scaled_excess(double product, const Divisor& k) {
 }
 
 /// Sets the counters for a block; not 0 if a product or a quotient changes its exponent, or a
-/// product may lie in the middle between two doubles, as 2^n and 3 x 2^n do.
+/// product may lie in the middle between two doubles, as 3 x 2^n and 5 x 2^n do.
 template <bool fused>
 TORVE_INLINE std::uint64_t find_counters(BackwardSums& bins, int count) {
   constexpr auto turn_bits = static_cast<std::uint32_t>(
@@ -195,7 +195,8 @@ TORVE_INLINE void go_back_in_frame(BackwardSums& bins, const Samples& samples) {
 /// its partial sum can be at most. No component is larger than twice its power of two.
 template <bool fused>
 TORVE_INLINE void add_up_units(BackwardSums& bins, const Samples& samples) {
-  constexpr double turn_slack = 8 * single_unit;  // of what is turned out of the frame
+  // Of what is turned out of the frame; and each sample of a block rounds what it is taken from.
+  constexpr double frame_slack = (10 + Frames::block) * single_unit;
   float cosine[lanes];
   float sine[lanes];
   float unsure[lanes];
@@ -207,7 +208,7 @@ TORVE_INLINE void add_up_units(BackwardSums& bins, const Samples& samples) {
     sine[l] = static_cast<float>(bins.frames.sine[l]);
     const double behind =
         std::fabs(bins.before.cosines[l]) + std::fabs(bins.before.sines[l]) + samples.size;
-    unsure[l] = static_cast<float>((bins.unsure[l] + turn_slack * behind) * margin);
+    unsure[l] = static_cast<float>((bins.unsure[l] + frame_slack * behind) * margin);
   }
   for (int r = samples.count - 1; r >= 0; --r) {
     const float value = samples.x[r];
