@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
+#include <cstdlib>
 #include <new>
 #include <vector>
 
@@ -129,17 +130,25 @@ class Sums : public CloseSums {
     turn(part_, turns_);
   }
 
+  /// close_turn, backwards for negative products.
+  [[nodiscard]] SplitSineCosine turn_of(std::int64_t product) const {
+    SplitSineCosine turn = close_turn(static_cast<std::uint64_t>(std::abs(product)), size_);
+    if (product < 0) {
+      turn.sine = -turn.sine;
+      turn.sine_rest = -turn.sine_rest;
+    }
+    return turn;
+  }
+
   /// Turns what lies behind the wrap by one 2^32 more. What is on the shorter side is summed.
   void cut(const SampleRange& block, std::span<const int> bins, int first_bin) {
     const CutPlan plan = plan_cuts(block, bins);
     CloseCuts cuts;
     for (std::size_t l = 0; l < cut_lanes; ++l) {
       const std::int64_t j = bins[std::min(l, bins.size() - 1)];
-      cuts.turn[l] = close_turn(static_cast<std::uint64_t>(2 * j), size_);
-      if (!plan.before) {
-        cuts.turn[l].sine = -cuts.turn[l].sine;
-        cuts.turn[l].sine_rest = -cuts.turn[l].sine_rest;
-      }
+      const std::int64_t direction = plan.before ? 1 : -1;
+      cuts.turn[l] = turn_of(direction * 2 * j);
+      cuts.block_turn[l] = turn_of(direction * 2 * j * close_cut_block);
       cuts.start[l] = close_turn(static_cast<std::uint64_t>(2 * j * plan.from), size_);
     }
     sum_closely_to_cut(x_.data(), plan, cuts);

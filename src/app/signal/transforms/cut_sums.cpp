@@ -118,7 +118,6 @@ void sum_closely_to_cut(const float* x, const CutPlan& plan, CloseCuts& cuts) {
       turns.sine[r][l] = turn.sine;
       turn = closely_turned(turn, cuts.turn[l]);
     }
-    cuts.block_turn[l] = turn;
   }
   for (int first = 0; first < plan.largest_count; first += close_cut_block) {
     const int end = std::min(first + close_cut_block, plan.largest_count);
