@@ -327,6 +327,19 @@ TEST(LagSums, ANarrowerBoundWouldProveWrongDigits) {
   }
 }
 
+// Products of terms so large do not fit single precision, and ends that are no numbers prove
+// nothing, though they have one text. Whether both have one sign is up to the compiler.
+TEST(BandSums, TermsTooLargeForSinglePrecision) {
+  constexpr int size = 16'384, first_bin = 8'100, last_bin = 8'190, first = size - 32;
+  Floats a(size), b(size);
+  for (int j = first_bin; j <= last_bin; ++j)
+    a[static_cast<std::size_t>(j)] = static_cast<float>(j % 7 - 3) * 1e32F;
+  const BandSums sums(a, b, size, 0, {{{first_bin, last_bin}, {1, 0}}});
+  const std::vector<double> values = band_values(sums, first, BandSums::lanes, [](int) {});
+  for (int t = 0; t < BandSums::lanes; ++t)
+    EXPECT_TRUE(same_fixed6(values[static_cast<std::size_t>(t)], sums.plain_value(first + t))) << t;
+}
+
 // The same for samples of a band; and what the roundings of angles add is nearly all that they
 // miss.
 TEST(BandSums, ANarrowerBoundWouldProveWrongDigits) {

@@ -56,8 +56,9 @@ class OpenSamples {
   };
   using AllEnds = std::array<BandSums::Ends, lanes>;
 
+  /// Ends that are no numbers have one text, too, but prove nothing.
   [[nodiscard]] bool settle(int t, const BandSums::Ends& ends) {
-    if (!same_fixed6(ends.low, ends.high)) return false;
+    if (!(ends.low <= ends.high) || !same_fixed6(ends.low, ends.high)) return false;
     values_[static_cast<std::size_t>(t - first_)] = ends.low;
     return true;
   }
