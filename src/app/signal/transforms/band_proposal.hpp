@@ -13,9 +13,8 @@
 //     each block, and change by at most the sum of R in between;
 //   the convolutions and turns (close_chirp.hpp);
 //   the rest, per R: A and B are rounded twice, 2 u; the library's sine and cosine 1.5 u; the
-//   stated
-//     products, sum, product and quotient 4 u. Together 7.5 u; 10 u leave room for the roundings of
-//     R.
+//     stated products, sum, product and quotient 4 u. Together 7.5 u; 10 u leave room for the
+//     roundings of R.
 #pragma once
 
 #include <memory>

@@ -47,7 +47,8 @@ double in_one(const DoubleDouble& a) {
   return a.high + a.low;
 }
 
-/// The least power of two that leaves a transform of a block with this norm half a unit.
+/// The power of two that leaves a transform of a block with this norm a quarter of a unit: half of
+/// what there may be, for the norm of its coarse part and the logarithm's rounding.
 double unit_for(double norm) {
   const double least = 4 * convolution_slack * filter_norm / filter_unit * norm;
   return least > 0 ? std::exp2(std::ceil(std::log2(least))) : 1;

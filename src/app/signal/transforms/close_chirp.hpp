@@ -11,8 +11,8 @@
 //     convolution_slack |f0| |g0| < d 2^-16 / 2, and 4096 values of g0 have a norm of about 64;
 //   f0 * g1 + f1 * g: a transform's error, and 5 u for adding two products and adding up g, of
 //     |f| |g1| + |f1| |g|; the parts of g1 and f1 are at most half a unit of g0 and f0;
-//   the turns: w(a), w(b-a) and w(b) are close to 2^-59 each, times |v|; close_turns_slack has room
-//     for the roundings of what is added up in two parts.
+//   the turns: w(a), w(b-a), w(b) and one back are close to 2^-59 each, times |v|, 2^-57 in all;
+//     what is added up in two parts is rounded by 2^-58 at most, so 2^-56 is enough.
 #pragma once
 
 #include <cstdlib>
@@ -24,7 +24,7 @@
 
 namespace torve::transforms {
 
-inline constexpr double close_turns_slack = 0x1p-57;
+inline constexpr double close_turns_slack = 0x1p-56;
 
 /// A wave in a part of few bits and the rest.
 struct SplitWave {
