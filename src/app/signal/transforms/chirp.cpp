@@ -4,7 +4,6 @@
 #include <cstdint>
 
 #include "app/signal/clones.hpp"
-#include "app/signal/transforms/close_turn.hpp"
 
 namespace torve::transforms {
 
@@ -21,14 +20,12 @@ TORVE_CLONES void multiply(const Wave& x, const Wave& y, Wave& z) {
 
 Chirp::Chirp(int size, int blocks, int tiles)
     : blocks_(blocks),
-      turns_(static_cast<std::size_t>((std::max(blocks, tiles) + 1) * half)),
+      turns_(chirp_turns(size, static_cast<std::size_t>((std::max(blocks, tiles) + 1) * half))),
       filters_(static_cast<std::size_t>(blocks + tiles - 1)) {
-  for (std::uint64_t m = 0; m < turns_.size(); ++m)
-    turns_[m] = rounded_turn(m * m, size);
   for (int d = 1 - blocks; d < tiles; ++d) {
     Wave& wave = filters_[static_cast<std::size_t>(d + blocks - 1)];
     for (int v = 0; v < points; ++v) {
-      const SineCosine& w = (*this)(d * half + (v < half ? v : v - points));
+      const SineCosine w = (*this)(d * half + (v < half ? v : v - points));
       wave.re[v] = w.cosine;
       wave.im[v] = -w.sine;
     }

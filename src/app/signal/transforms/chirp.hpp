@@ -11,8 +11,10 @@
 
 #include <cmath>
 #include <cstdlib>
+#include <memory>
 #include <vector>
 
+#include "app/signal/transforms/close_turn.hpp"
 #include "app/signal/transforms/transform.hpp"
 #include "app/signal/trigonometry.hpp"
 
@@ -29,8 +31,9 @@ class Chirp {
   Chirp(int size, int blocks, int tiles);
 
   /// w(m), for |m| up to the larger end of blocks and tiles.
-  [[nodiscard]] const SineCosine& operator()(int m) const {
-    return turns_[static_cast<std::size_t>(std::abs(m))];
+  [[nodiscard]] SineCosine operator()(int m) const {
+    const SplitSineCosine& turn = (*turns_)[static_cast<std::size_t>(std::abs(m))];
+    return {turn.sine, turn.cosine};
   }
 
   /// The sums over `block`, whose v(a) w(a) have the transform `values`, for b = 2048 tile + s:
@@ -39,7 +42,7 @@ class Chirp {
 
  private:
   int blocks_;
-  std::vector<SineCosine> turns_;
+  std::shared_ptr<const Turns> turns_;
   std::vector<Wave> filters_;  // transforms of the conjugate of w, by the distance in blocks
 };
 

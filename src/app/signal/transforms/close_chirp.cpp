@@ -4,7 +4,6 @@
 #include <cmath>
 
 #include "app/signal/clones.hpp"
-#include "app/signal/transforms/close_turn.hpp"
 
 namespace torve::transforms {
 
@@ -60,9 +59,7 @@ CloseChirp::CloseChirp(int size, const Values& a, const Values& b)
     : blocks_(parts_of(a)), filters_(static_cast<std::size_t>(blocks_ + parts_of(b) - 1)) {
   const int end_a = a.first + blocks_ * half;
   const int end_b = b.first + parts_of(b) * half;
-  turns_.reserve(static_cast<std::size_t>(std::max(end_a, end_b)) + 1);
-  for (std::uint64_t m = 0; m < turns_.capacity(); ++m)
-    turns_.push_back(close_turn(m * m, size));
+  turns_ = chirp_turns(size, static_cast<std::size_t>(std::max(end_a, end_b)) + 1);
   for (std::size_t d = 0; d < filters_.size(); ++d) {
     const int from = (static_cast<int>(d) + 1 - blocks_) * half + b.first - a.first;
     SplitWave& wave = filters_[d];

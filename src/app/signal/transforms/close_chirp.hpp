@@ -16,9 +16,11 @@
 #pragma once
 
 #include <cstdlib>
+#include <memory>
 #include <vector>
 
 #include "app/signal/double_double.hpp"
+#include "app/signal/transforms/close_turn.hpp"
 #include "app/signal/transforms/transform.hpp"
 #include "app/signal/trigonometry.hpp"
 
@@ -58,7 +60,7 @@ class CloseChirp {
 
   /// w(m), for |m| up to the larger end of these.
   [[nodiscard]] const SplitSineCosine& operator()(int m) const {
-    return turns_[static_cast<std::size_t>(std::abs(m))];
+    return (*turns_)[static_cast<std::size_t>(std::abs(m))];
   }
 
   /// Begins a block, which is 0, from the sum of its squares; returns what its convolution may be
@@ -75,7 +77,7 @@ class CloseChirp {
   static constexpr int parts_of(const Values& values) { return (values.count + half - 1) / half; }
 
   int blocks_;
-  std::vector<SplitSineCosine> turns_;
+  std::shared_ptr<const Turns> turns_;
   std::vector<SplitWave> filters_;  // transforms of the conjugate of w, by the distance in blocks
   SplitWave part_ = {};
 };

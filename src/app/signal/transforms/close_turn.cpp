@@ -59,4 +59,17 @@ SplitSineCosine close_turn(std::uint64_t product, int size) {
   return {s.high, c.high, s.low, c.low};
 }
 
+std::shared_ptr<const Turns> chirp_turns(int size, std::size_t count) {
+  static std::shared_ptr<const Turns> kept;
+  static int kept_size = 0;
+  if (kept && kept_size == size && kept->size() >= count) return kept;
+  kept.reset();
+  auto turns = std::make_shared<Turns>(count);
+  for (std::uint64_t m = 0; m < count; ++m)
+    (*turns)[m] = close_turn(m * m, size);
+  kept_size = size;
+  kept = turns;
+  return turns;
+}
+
 }  // namespace torve::transforms

@@ -159,7 +159,7 @@ class Proposal : public FourierProposal {
     }
     sum_to_cut(x_.data(), plan, cuts);
     for (std::size_t l = 0; l < bins.size(); ++l) {
-      const SineCosine& w = chirp_(bins[l]);
+      const SineCosine w = chirp_(bins[l]);
       const SineCosine& back = back_[1];
       const int s = bins[l] - first_bin;
       const double summed_re = (cuts.re[l] * w.cosine + cuts.im[l] * w.sine) * points;
@@ -174,7 +174,7 @@ class Proposal : public FourierProposal {
   }
 
   [[nodiscard]] FourierEstimate estimate_of(int bin, int s, double cut_error) const {
-    const SineCosine& w = chirp_(bin);
+    const SineCosine w = chirp_(bin);
     return {
         .sums = {bins_.re[s] * w.cosine - bins_.im[s] * w.sine,
                  bins_.re[s] * w.sine + bins_.im[s] * w.cosine},
