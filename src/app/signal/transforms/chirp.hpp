@@ -42,7 +42,7 @@ class Chirp {
 
  private:
   int blocks_;
-  std::shared_ptr<const Turns> turns_;
+  std::shared_ptr<const ChirpTurns> turns_;
   std::vector<Wave> filters_;  // transforms of the conjugate of w, by the distance in blocks
 };
 

@@ -77,7 +77,7 @@ class CloseChirp {
   static constexpr int parts_of(const Values& values) { return (values.count + half - 1) / half; }
 
   int blocks_;
-  std::shared_ptr<const Turns> turns_;
+  std::shared_ptr<const ChirpTurns> turns_;
   std::vector<SplitWave> filters_;  // transforms of the conjugate of w, by the distance in blocks
   SplitWave part_ = {};
 };

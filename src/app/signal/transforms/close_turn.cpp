@@ -59,12 +59,12 @@ SplitSineCosine close_turn(std::uint64_t product, int size) {
   return {s.high, c.high, s.low, c.low};
 }
 
-std::shared_ptr<const Turns> chirp_turns(int size, std::size_t count) {
-  static std::shared_ptr<const Turns> kept;
+std::shared_ptr<const ChirpTurns> chirp_turns(int size, std::size_t count) {
+  static std::shared_ptr<const ChirpTurns> kept;
   static int kept_size = 0;
   if (kept && kept_size == size && kept->size() >= count) return kept;
   kept.reset();
-  auto turns = std::make_shared<Turns>(count);
+  auto turns = std::make_shared<ChirpTurns>(count);
   for (std::uint64_t m = 0; m < count; ++m)
     (*turns)[m] = close_turn(m * m, size);
   kept_size = size;

@@ -19,11 +19,11 @@ inline constexpr double close_turn_error = 0x1p-59;
 /// long double, 2^-61.2 in length, come to 0.93 x 2^-59.
 [[nodiscard]] SplitSineCosine close_turn(std::uint64_t product, int size);
 
-using Turns = std::vector<SplitSineCosine>;
+using ChirpTurns = std::vector<SplitSineCosine>;
 
 /// w(m) = close_turn(m^2, size) for m from 0 to count - 1 at least. They are kept for the next who
 /// asks for the same size: a filter follows a spectrum.
-[[nodiscard]] std::shared_ptr<const Turns> chirp_turns(int size, std::size_t count);
+[[nodiscard]] std::shared_ptr<const ChirpTurns> chirp_turns(int size, std::size_t count);
 
 /// close_turn, rounded.
 [[nodiscard]] inline SineCosine rounded_turn(std::uint64_t product, int size) {
