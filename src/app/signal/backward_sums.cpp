@@ -130,55 +130,69 @@ TORVE_INLINE void add_corrections(BackwardSums& bins, const FrameSums& sums) {
 /// How the roundings of a block's angles are found, if they are.
 enum class Angles { none, each, counted };
 
+/// A sample's products, and the counters if its angles are counted.
+struct Place {
+  double product[lanes];
+  std::uint32_t counter[lanes];
+  std::uint32_t angle[lanes];
+};
+
+/// What the roundings of a sample's angles are, times x, in units of add_corrections; goes on to
+/// the sample before.
+template <bool fused, Angles angles>
+TORVE_INLINE void find_excess(const BackwardSums& bins, const Divisor& k, float x, Place& at,
+                              float* excess) {
+  for (int l = 0; l < lanes; ++l) {
+    if constexpr (angles == Angles::each) {
+      excess[l] = static_cast<float>(scaled_excess<fused>(at.product[l], k)) * x;
+      at.product[l] -= bins.step[l];
+    } else {
+      excess[l] = counted_excess<fused>(at.counter[l], at.angle[l], bins.counters.ratio[l]) * x;
+      at.counter[l] -= bins.counters.product_step[l];
+      at.angle[l] -= bins.counters.angle_step[l];
+    }
+  }
+}
+
+/// Adds the square of a partial sum, and takes the sample's term from it.
+template <bool fused>
+TORVE_INLINE void take_term(const Frames& frames, int r, float x, FrameSums& sums, float* squares) {
+  for (int l = 0; l < lanes; ++l) {
+    squares[l] = product_sum<fused>(sums.re[l], sums.re[l], squares[l]);
+    squares[l] = product_sum<fused>(sums.im[l], sums.im[l], squares[l]);
+    sums.re[l] = product_sum<fused>(-x, frames.cosines[r][l], sums.re[l]);
+    sums.im[l] = product_sum<fused>(-x, frames.sines[r][l], sums.im[l]);
+  }
+}
+
 /// Goes through a block from bins.product on, of products that do not wrap, last sample first.
 template <bool fused, Angles angles>
 TORVE_INLINE void go_back_in_frame(BackwardSums& bins, const Samples& samples) {
   const Divisor k = bins.k;
-  double product[lanes];
-  std::uint32_t counter[lanes];
-  std::uint32_t angle[lanes];
   float squares[lanes] = {};
-  FrameSums at;
+  Place place;
+  FrameSums sums;
   FrameSums corrections = {};
   for (int l = 0; l < lanes; ++l) {
-    product[l] = bins.product[l] + (samples.count - 1) * bins.step[l];
-    counter[l] = bins.counters.product[l];
-    angle[l] = bins.counters.angle[l];
+    place.product[l] = bins.product[l] + (samples.count - 1) * bins.step[l];
+    place.counter[l] = bins.counters.product[l];
+    place.angle[l] = bins.counters.angle[l];
   }
-  enter_frame(bins, at);
+  enter_frame(bins, sums);
   for (int end = samples.count; end > 0;) {
     const int first = (end - 1) / group * group;
     FrameSums part = {};
     for (int r = end - 1; r >= first; --r) {
-      const float value = samples.x[r];
-      const float* const cosines = bins.frames.cosines[r];
-      const float* const sines = bins.frames.sines[r];
-      float excess[lanes];
-      if constexpr (angles == Angles::each) {
-        for (int l = 0; l < lanes; ++l) {
-          excess[l] = static_cast<float>(scaled_excess<fused>(product[l], k)) * value;
-          product[l] -= bins.step[l];
-        }
-      }
-      if constexpr (angles == Angles::counted) {
-        for (int l = 0; l < lanes; ++l) {
-          excess[l] = counted_excess<fused>(counter[l], angle[l], bins.counters.ratio[l]) * value;
-          counter[l] -= bins.counters.product_step[l];
-          angle[l] -= bins.counters.angle_step[l];
-        }
-      }
+      const float x = samples.x[r];
       if constexpr (angles != Angles::none) {
+        float excess[lanes];
+        find_excess<fused, angles>(bins, k, x, place, excess);
         for (int l = 0; l < lanes; ++l) {
-          part.re[l] = product_sum<fused>(excess[l], cosines[l], part.re[l]);
-          part.im[l] = product_sum<fused>(excess[l], sines[l], part.im[l]);
+          part.re[l] = product_sum<fused>(excess[l], bins.frames.cosines[r][l], part.re[l]);
+          part.im[l] = product_sum<fused>(excess[l], bins.frames.sines[r][l], part.im[l]);
         }
       }
-      for (int l = 0; l < lanes; ++l) {
-        squares[l] = product_sum<fused>(at.re[l], at.re[l], squares[l]);
-        squares[l] = product_sum<fused>(at.im[l], at.im[l], squares[l]);
-        at.re[l] = product_sum<fused>(-value, cosines[l], at.re[l]);
-        at.im[l] = product_sum<fused>(-value, sines[l], at.im[l]);
-      }
+      take_term<fused>(bins.frames, r, x, sums, squares);
     }
     for (int l = 0; l < lanes; ++l) {
       corrections.re[l] += part.re[l];
@@ -188,7 +202,7 @@ TORVE_INLINE void go_back_in_frame(BackwardSums& bins, const Samples& samples) {
   }
   if constexpr (angles != Angles::none)
     add_corrections<angles == Angles::counted>(bins, corrections);
-  leave_frame(bins, at, squares, samples);
+  leave_frame(bins, sums, squares, samples);
 }
 
 /// Goes through a block likewise; a stated addition errs by half a unit in the last place of what
